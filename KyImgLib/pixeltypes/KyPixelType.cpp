@@ -1,0 +1,47 @@
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+KyPixelType::KyPixelType(const std::int64_t& typeID, std::uint16_t pixelBitSize, std::uint16_t pixelByteSize,
+                         bool bayer)
+    : id(typeID), bitSize(pixelBitSize), byteSize(pixelByteSize),
+      isBayer(bayer && (typeID & KY_COLOUR_SPACE_RGB) != 0) {}
+
+KyPixelType::~KyPixelType() = default;
+
+KyPixelType* KyPixelType::Clone() const {
+    return new KyPixelType(GetTypeID(), GetPixelBitSize(), GetPixelByteSize(), IsBayerPattern());
+}
+
+const std::int64_t& KyPixelType::GetTypeID() const { return id; }
+
+std::uint16_t KyPixelType::GetPixelBitSize() const { return bitSize; }
+
+std::uint16_t KyPixelType::GetPixelByteSize() const { return byteSize; }
+
+bool KyPixelType::IsBayerPattern() const { return isBayer; }
+
+std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const {
+    const std::uint32_t pixels = width * height;
+    const std::uint32_t bits = GetPixelBitSize();
+    const bool packed = (id & KY_TYPE_PACKED) != 0;
+    const bool oneSamplePerPixel = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || IsBayerPattern();
+    if (packed && oneSamplePerPixel && (bits == 10 || bits == 12)) return 3 * (pixels + pixels % 2) / 2;
+    if (!packed && bits == 24 && GetPixelByteSize() == 3) return 4 * pixels;
+    return GetPixelByteSize() * pixels;
+}
+
+const KyPixelConverter& KyPixelType::GetConverterTo(const KyPixelType& other) const {
+    return KyPixelTypeFactory::GetConverter(id, other.GetTypeID());
+}
+
+const KyPixelConverter& KyPixelType::GetConverterFrom(const KyPixelType& other) const {
+    return other.GetConverterTo(*this);
+}
+
+bool KyPixelType::HasConverterTo(const KyPixelType& other) const {
+    return KyPixelTypeFactory::HasConverter(id, other.GetTypeID());
+}
+
+bool KyPixelType::HasConverterFrom(const KyPixelType& other) const { return other.HasConverterTo(*this); }

@@ -1,0 +1,17 @@
+#ifndef KYIMGLIB_PLATFORM_CPUCACHEINTERNAL_H
+#define KYIMGLIB_PLATFORM_CPUCACHEINTERNAL_H
+
+#include <cstddef>
+
+namespace ky {
+
+/// Bytes of the last-level cache; an estimate where the system does not tell.
+std::size_t LastLevelCacheSize();
+
+/// Whether a conversion that reads and writes this many bytes should write around the caches. Streaming stores win once
+/// source and destination together fill about two thirds of the last level; below that they lose up to 2.5 times.
+inline bool ExceedsCache(std::size_t bytes) { return bytes > LastLevelCacheSize() / 3 * 2; }
+
+}  // namespace ky
+
+#endif
