@@ -1,0 +1,31 @@
+#include <KyImgLib/conversion/KyIdentityConverter.h>
+
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+
+#include <cstring>
+
+KyIdentityConverter::KyIdentityConverter(const std::int64_t& sourceType, const std::int64_t& destinationType,
+                                         std::uint32_t sourceByteSize, std::uint32_t destinationByteSize)
+    : KyPixelConverter(sourceType, destinationType, sourceByteSize, destinationByteSize, 1, 1) {}
+
+std::uint32_t KyIdentityConverter::GetSourceByteSize(std::uint32_t count) const {
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(GetSourceType());
+    return type == nullptr ? KyPixelConverter::GetSourceByteSize(count) : type->GetBufferSizeFor(count, 1);
+}
+
+std::uint32_t KyIdentityConverter::GetDestinationByteSize(std::uint32_t count) const {
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(GetDestinationType());
+    return type == nullptr ? KyPixelConverter::GetDestinationByteSize(count) : type->GetBufferSizeFor(count, 1);
+}
+
+std::uint32_t KyIdentityConverter::Convert(const std::uint8_t* source, std::uint8_t* destination,
+                                           std::uint32_t count) const {
+    const std::uint32_t bytes = GetSourceByteSize(count);
+    if (bytes != 0) std::memcpy(destination, source, bytes);
+    return KY_STATUS_SUCCESS;
+}
+
+std::uint32_t KyIdentityConverter::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
+    return Convert(source, destination, 1);
+}

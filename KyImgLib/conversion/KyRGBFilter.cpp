@@ -1,0 +1,127 @@
+#include <KyImgLib/conversion/KyRGBFilter.h>
+
+#include <KyImgLib/conversion/LinearTableInternal.h>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <numeric>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+constexpr std::uint32_t kLargestBitSize = 16;
+constexpr std::uint32_t kByteEntries = 256;
+constexpr KyFilterShape kIdentityShape = {true, true, false, 0, 8, 1 << 8};
+
+/// i x gain + offset as a table entry; the comparison is written so that a NaN becomes 0.
+std::uint16_t Entry(std::uint32_t index, double gain, std::uint16_t offset, std::uint32_t entryCount) {
+    const double value = index * gain + offset;
+    if (value >= entryCount) return static_cast<std::uint16_t>(entryCount - 1);
+    return value > 0.0 ? static_cast<std::uint16_t>(value) : std::uint16_t{0};
+}
+
+std::unique_ptr<std::uint16_t[]> IdentityTable(std::uint32_t entryCount) {
+    std::unique_ptr<std::uint16_t[]> table(new std::uint16_t[entryCount]);
+    std::iota(table.get(), table.get() + entryCount, std::uint16_t{0});
+    return table;
+}
+
+/// Entries that a filter of less than 8 bits does not reach are 0.
+std::unique_ptr<std::uint8_t[]> IdentityView(std::uint32_t entryCount) {
+    std::unique_ptr<std::uint8_t[]> view(new std::uint8_t[kByteEntries]());
+    std::iota(view.get(), view.get() + std::min(entryCount, kByteEntries), std::uint8_t{0});
+    return view;
+}
+
+}  // namespace
+
+KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
+    if (bitSize > kLargestBitSize)
+        throw std::length_error("KyRGBFilter takes samples of 0 to 16 bits, not " + std::to_string(bitSize));
+
+    const std::uint32_t entryCount = 1u << bitSize;
+    auto red8 = IdentityView(entryCount), green8 = IdentityView(entryCount), blue8 = IdentityView(entryCount);
+    auto red16 = IdentityTable(entryCount), green16 = IdentityTable(entryCount), blue16 = IdentityTable(entryCount);
+
+    TrackedShape shape = {};
+    shape.mismatches = kByteEntries - std::min(entryCount, kByteEntries);
+    if (shape.mismatches == 0) shape.shape = kIdentityShape;
+
+    tables = new Tables;
+    if (tables == nullptr) throw std::bad_alloc();
+    tables->bitSize = bitSize;
+    tables->entryCount = entryCount;
+    tables->indexMask = entryCount - 1;
+    tables->red8 = red8.release();
+    tables->green8 = green8.release();
+    tables->blue8 = blue8.release();
+    tables->red16 = red16.release();
+    tables->green16 = green16.release();
+    tables->blue16 = blue16.release();
+    tables->redShape = tables->greenShape = tables->blueShape = shape;
+}
+
+KyRGBFilter::KyRGBFilter(const KyRGBFilter& other) : KyObject(), tables(other.tables) {}
+
+KyRGBFilter& KyRGBFilter::operator=(const KyRGBFilter& other) {
+    tables = other.tables;
+    return *this;
+}
+
+KyRGBFilter::~KyRGBFilter() {
+    for (std::uint8_t* table : {tables->red8, tables->green8, tables->blue8}) delete[] table;
+    for (std::uint16_t* table : {tables->red16, tables->green16, tables->blue16}) delete[] table;
+    delete tables;
+    tables = nullptr;
+}
+
+std::uint32_t KyRGBFilter::GetBitSize() const { return tables->bitSize; }
+
+std::uint32_t KyRGBFilter::GetEntryCount() const { return tables->entryCount; }
+
+std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue, std::uint16_t redOffset,
+                                          std::uint16_t greenOffset, std::uint16_t blueOffset) {
+    if (red < 0.0 || green < 0.0 || blue < 0.0) return KY_STATUS_BAD_ARGUMENT;
+    for (std::uint32_t i = 0; i < GetEntryCount(); ++i) {
+        SetRedValue(i, Entry(i, red, redOffset, GetEntryCount()));
+        SetGreenValue(i, Entry(i, green, greenOffset, GetEntryCount()));
+        SetBlueValue(i, Entry(i, blue, blueOffset, GetEntryCount()));
+    }
+    ky::FitLinear(tables->red8, tables->redShape.shape);
+    ky::FitLinear(tables->green8, tables->greenShape.shape);
+    ky::FitLinear(tables->blue8, tables->blueShape.shape);
+    return KY_STATUS_SUCCESS;
+}
+
+std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue) {
+    return SetMultipliers(red, green, blue, 0, 0, 0);
+}
+
+std::uint32_t KyRGBFilter::SetRedValue(std::uint32_t index, std::uint16_t value) {
+    return SetValue(tables->red8, tables->red16, tables->redShape, index, value);
+}
+
+std::uint32_t KyRGBFilter::SetGreenValue(std::uint32_t index, std::uint16_t value) {
+    return SetValue(tables->green8, tables->green16, tables->greenShape, index, value);
+}
+
+std::uint32_t KyRGBFilter::SetBlueValue(std::uint32_t index, std::uint16_t value) {
+    return SetValue(tables->blue8, tables->blue16, tables->blueShape, index, value);
+}
+
+std::uint32_t KyRGBFilter::SetValue(std::uint8_t* table8, std::uint16_t* table16, TrackedShape& tracked,
+                                    std::uint32_t index, std::uint16_t value) const {
+    const std::uint32_t entryCount = GetEntryCount();
+    if (index >= entryCount || value >= entryCount) return KY_STATUS_BAD_ARGUMENT;
+    table16[index] = value;
+    if (index >= kByteEntries) return KY_STATUS_SUCCESS;
+
+    const auto limited = static_cast<std::uint8_t>(std::min<std::uint16_t>(value, 255));
+    tracked.mismatches -= table8[index] != index;
+    tracked.mismatches += limited != index;
+    table8[index] = limited;
+    tracked.shape = tracked.mismatches == 0 ? kIdentityShape : KyFilterShape{};
+    return KY_STATUS_SUCCESS;
+}

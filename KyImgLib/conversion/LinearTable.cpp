@@ -1,0 +1,45 @@
+#include <KyImgLib/conversion/LinearTableInternal.h>
+
+#include <algorithm>
+
+namespace ky {
+
+namespace {
+
+/// Finds the smallest multiplier of 16 bits with which the shape's arithmetic gives every entry of the table.
+///
+/// Entry i needs i * m >> shift to be its value less offset and index, which confines m to an interval; an entry of 255
+/// may also be exceeded. What all intervals leave is the answer.
+bool FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
+    std::int64_t lowest = 0;
+    std::int64_t highest = 0xFFFF;
+    for (std::int64_t i = 1; i < 256 && lowest <= highest; ++i) {
+        const std::int64_t needed = table[i] - shape.offset - (shape.addsIndex ? i : 0);
+        const auto smallestReaching = [&](std::int64_t value) { return ((value << shape.shift) + i - 1) / i; };
+        if (needed > 0) lowest = std::max(lowest, smallestReaching(needed));
+        if (table[i] < 255) highest = needed < 0 ? -1 : std::min(highest, smallestReaching(needed + 1) - 1);
+    }
+    shape.multiplier = static_cast<std::uint16_t>(lowest);
+    return lowest <= highest;
+}
+
+}  // namespace
+
+// A table filled from gain g and offset b holds floor(i * g) + b, limited to 255. All gains with the same table lie
+// between two neighbouring fractions whose denominators are at most n, the last index that is not limited; such
+// fractions are at least 1 / (n * n) apart. Gains below 1 have 16 binary places here and n of 255, gains g of 2 and more
+// have 15 - log2(g) places and n of 255 / g: in both cases the distance between two multipliers is smaller, so one of
+// them serves. Between 1 and 2 there may be none with 15 places, and then the index is added to a gain below 1.
+void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
+    shape.offset = table[0];
+    for (const bool addsIndex : {false, true}) {
+        shape.addsIndex = addsIndex;
+        for (std::uint8_t shift = 16; shift >= 8; --shift) {
+            shape.shift = shift;
+            shape.isLinear = FindMultiplier(table, shape);
+            if (shape.isLinear) return;
+        }
+    }
+}
+
+}  // namespace ky

@@ -1,0 +1,16 @@
+#ifndef KYIMGLIB_CONVERSION_LINEARTABLEINTERNAL_H
+#define KYIMGLIB_CONVERSION_LINEARTABLEINTERNAL_H
+
+#include <KyImgLib/conversion/KyRGBFilter.h>
+
+#include <cstdint>
+
+namespace ky {
+
+/// Looks for the gain and offset behind a table of 256 bytes and fills the linear part of `shape`; isLinear says
+/// whether the arithmetic gives every single entry.
+void FitLinear(const std::uint8_t* table, KyFilterShape& shape);
+
+}  // namespace ky
+
+#endif
