@@ -1,0 +1,199 @@
+// Vectors of bytes: the few operations that every kernel builds on. For inclusion by kernel files (EveryLevel.h).
+
+#if !KY_PLAIN
+
+using D8 = hn::ScalableTag<std::uint8_t>;
+using D16 = hn::ScalableTag<std::uint16_t>;
+using V8 = hn::Vec<D8>;
+using V16 = hn::Vec<D16>;
+
+/// Bytes of a vector, and its number of 16-byte blocks.
+constexpr std::size_t kLanes = HWY_LANES(std::uint8_t);
+constexpr std::size_t kBlocks = kLanes / 16;
+
+HWY_INLINE V16 Words(V8 v) { return hn::BitCast(D16(), v); }
+HWY_INLINE V8 Bytes(V16 v) { return hn::BitCast(D8(), v); }
+
+HWY_INLINE V8 Load(const std::uint8_t* from) { return hn::LoadU(D8(), from); }
+
+/// Writes a vector; streaming writes go around the caches and need an address that is a multiple of kLanes.
+template <bool kStream>
+HWY_INLINE void Put(V8 v, std::uint8_t* to) {
+    if constexpr (kStream) {
+        hn::Stream(v, D8(), to);
+    } else {
+        hn::StoreU(v, D8(), to);
+    }
+}
+
+/// 16 bytes, repeated in every block of a vector.
+struct BlockBytes {
+    alignas(16) std::uint8_t bytes[16];
+};
+HWY_INLINE V8 LoadBlock(const BlockBytes& block) { return hn::LoadDup128(D8(), block.bytes); }
+
+// In-block operations leave N vectors whose block b belongs to stretch b of the result. These put the blocks into the
+// order of memory: all of stretch 0, then all of stretch 1, and so on.
+#if HWY_TARGET == HWY_AVX3
+HWY_INLINE V8 Blocks2(V8 a, V8 b, __m512i index) { return V8{_mm512_permutex2var_epi64(a.raw, index, b.raw)}; }
+HWY_INLINE V8 InsertBlock2(V8 into, __m512i index, V8 from) {
+    return V8{_mm512_mask_permutexvar_epi64(into.raw, 0x30, index, from.raw)};
+}
+
+HWY_INLINE void BlocksInOrder(V8 (&v)[2]) {
+    const V8 a = v[0], b = v[1];
+    v[0] = Blocks2(a, b, _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11));
+    v[1] = Blocks2(a, b, _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15));
+}
+HWY_INLINE void BlocksInOrder(V8 (&v)[3]) {
+    const V8 a = v[0], b = v[1], c = v[2];
+    v[0] = InsertBlock2(Blocks2(a, b, _mm512_setr_epi64(0, 1, 8, 9, 0, 0, 2, 3)),
+                        _mm512_setr_epi64(0, 0, 0, 0, 0, 1, 0, 0), c);
+    v[1] = InsertBlock2(Blocks2(b, c, _mm512_setr_epi64(2, 3, 10, 11, 0, 0, 4, 5)),
+                        _mm512_setr_epi64(0, 0, 0, 0, 4, 5, 0, 0), a);
+    v[2] = InsertBlock2(Blocks2(c, a, _mm512_setr_epi64(4, 5, 14, 15, 0, 0, 6, 7)),
+                        _mm512_setr_epi64(0, 0, 0, 0, 6, 7, 0, 0), b);
+}
+HWY_INLINE void BlocksInOrder(V8 (&v)[4]) {
+    const __m512i ab02 = _mm512_shuffle_i64x2(v[0].raw, v[1].raw, 0x44),
+                  cd02 = _mm512_shuffle_i64x2(v[2].raw, v[3].raw, 0x44);
+    const __m512i ab13 = _mm512_shuffle_i64x2(v[0].raw, v[1].raw, 0xEE),
+                  cd13 = _mm512_shuffle_i64x2(v[2].raw, v[3].raw, 0xEE);
+    v[0] = V8{_mm512_shuffle_i64x2(ab02, cd02, 0x88)};
+    v[1] = V8{_mm512_shuffle_i64x2(ab02, cd02, 0xDD)};
+    v[2] = V8{_mm512_shuffle_i64x2(ab13, cd13, 0x88)};
+    v[3] = V8{_mm512_shuffle_i64x2(ab13, cd13, 0xDD)};
+}
+#elif HWY_TARGET == HWY_AVX2
+HWY_INLINE void BlocksInOrder(V8 (&v)[2]) {
+    const V8 a = v[0], b = v[1];
+    v[0] = hn::ConcatLowerLower(D8(), b, a);
+    v[1] = hn::ConcatUpperUpper(D8(), b, a);
+}
+HWY_INLINE void BlocksInOrder(V8 (&v)[3]) {
+    const V8 a = v[0], b = v[1], c = v[2];
+    v[0] = hn::ConcatLowerLower(D8(), b, a);
+    v[1] = hn::ConcatUpperLower(D8(), a, c);
+    v[2] = hn::ConcatUpperUpper(D8(), c, b);
+}
+HWY_INLINE void BlocksInOrder(V8 (&v)[4]) {
+    const V8 a = v[0], b = v[1], c = v[2], d = v[3];
+    v[0] = hn::ConcatLowerLower(D8(), b, a);
+    v[1] = hn::ConcatLowerLower(D8(), d, c);
+    v[2] = hn::ConcatUpperUpper(D8(), b, a);
+    v[3] = hn::ConcatUpperUpper(D8(), d, c);
+}
+#else
+template <std::size_t N>
+HWY_INLINE void BlocksInOrder(V8 (&)[N]) {
+    static_assert(kBlocks == 1, "vectors of one block are in order");
+}
+#endif
+
+/// Two byte planes to pairs a b a b ... in two vectors.
+HWY_INLINE void Interleave2(V8 a, V8 b, V8 (&out)[2]) {
+    out[0] = hn::InterleaveLower(D8(), a, b);
+    out[1] = hn::InterleaveUpper(D8(), a, b);
+    BlocksInOrder(out);
+}
+
+#if KY_VBMI
+
+struct VectorBytes {
+    alignas(64) std::uint8_t bytes[64];
+};
+
+/// For byte i of output vector k of `channels` interleaved planes: the lane that it comes from; `second` is added where
+/// it comes from the second plane.
+template <unsigned kChannels>
+constexpr VectorBytes LaneOf(unsigned k, unsigned second) {
+    VectorBytes lanes = {};
+    for (unsigned i = 0; i < 64; ++i) {
+        const unsigned n = 64 * k + i;
+        lanes.bytes[i] = static_cast<std::uint8_t>(n / kChannels + (n % kChannels == 1 ? second : 0));
+    }
+    return lanes;
+}
+template <unsigned kChannels>
+constexpr std::uint64_t IsChannel(unsigned k, unsigned channel) {
+    std::uint64_t mask = 0;
+    for (unsigned i = 0; i < 64; ++i)
+        if ((64 * k + i) % kChannels == channel) mask |= std::uint64_t{1} << i;
+    return mask;
+}
+
+template <unsigned kChannels, unsigned k>
+HWY_INLINE V8 InterleavedVector(V8 a, V8 b, V8 c) {
+    static constexpr VectorBytes kAB = LaneOf<kChannels>(k, 64);
+    static constexpr VectorBytes kC = LaneOf<kChannels>(k, 0);
+    constexpr std::uint64_t kIsAB = IsChannel<kChannels>(k, 0) | IsChannel<kChannels>(k, 1);
+    constexpr std::uint64_t kIsC = IsChannel<kChannels>(k, 2);
+    const __m512i indexAB = _mm512_load_si512(kAB.bytes), indexC = _mm512_load_si512(kC.bytes);
+    const __m512i ab = kChannels == 3 ? _mm512_permutex2var_epi8(a.raw, indexAB, b.raw)
+                                      : _mm512_maskz_permutex2var_epi8(kIsAB, a.raw, indexAB, b.raw);
+    return V8{_mm512_mask_permutexvar_epi8(ab, kIsC, indexC, c.raw)};
+}
+
+/// Three byte planes to triples a b c a b c ... in three vectors.
+HWY_INLINE void Interleave3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
+    out[0] = InterleavedVector<3, 0>(a, b, c);
+    out[1] = InterleavedVector<3, 1>(a, b, c);
+    out[2] = InterleavedVector<3, 2>(a, b, c);
+}
+
+/// Three byte planes to quadruples a b c 0 ... in four vectors.
+HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
+    out[0] = InterleavedVector<4, 0>(a, b, c);
+    out[1] = InterleavedVector<4, 1>(a, b, c);
+    out[2] = InterleavedVector<4, 2>(a, b, c);
+    out[3] = InterleavedVector<4, 3>(a, b, c);
+}
+
+#else
+
+/// Where in its plane's block the bytes of one channel come from, in three interleaved blocks at once: byte i of block k
+/// belongs to channel (i + k) % 3, so each channel has its own places in each of the three.
+constexpr BlockBytes PixelOf(unsigned channel) {
+    BlockBytes pixels = {};
+    for (unsigned i = 0; i < 16; ++i)
+        for (unsigned k = 0; k < 3; ++k)
+            if ((i + 16 * k) % 3 == channel) pixels.bytes[i] = static_cast<std::uint8_t>((i + 16 * k) / 3);
+    return pixels;
+}
+constexpr BlockBytes IsResidue(unsigned residue) {
+    BlockBytes mask = {};
+    for (unsigned i = 0; i < 16; ++i) mask.bytes[i] = i % 3 == residue ? 0xFF : 0;
+    return mask;
+}
+static constexpr BlockBytes kPixelOf[3] = {PixelOf(0), PixelOf(1), PixelOf(2)};
+static constexpr BlockBytes kIsResidue[2] = {IsResidue(0), IsResidue(1)};
+
+/// Three byte planes to triples a b c a b c ... in three vectors.
+HWY_INLINE void Interleave3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
+    a = hn::TableLookupBytes(a, LoadBlock(kPixelOf[0]));
+    b = hn::TableLookupBytes(b, LoadBlock(kPixelOf[1]));
+    c = hn::TableLookupBytes(c, LoadBlock(kPixelOf[2]));
+    const auto is0 = hn::MaskFromVec(LoadBlock(kIsResidue[0]));
+    const auto is1 = hn::MaskFromVec(LoadBlock(kIsResidue[1]));
+    out[0] = hn::IfThenElse(is0, a, hn::IfThenElse(is1, b, c));
+    out[1] = hn::IfThenElse(is0, b, hn::IfThenElse(is1, c, a));
+    out[2] = hn::IfThenElse(is0, c, hn::IfThenElse(is1, a, b));
+    BlocksInOrder(out);
+}
+
+/// Three byte planes to quadruples a b c 0 ... in four vectors.
+HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
+    const D8 d;
+    const V8 zero = hn::Zero(d);
+    const V16 abLower = Words(hn::InterleaveLower(d, a, b)), c0Lower = Words(hn::InterleaveLower(d, c, zero));
+    const V16 abUpper = Words(hn::InterleaveUpper(d, a, b)), c0Upper = Words(hn::InterleaveUpper(d, c, zero));
+    out[0] = Bytes(hn::InterleaveLower(D16(), abLower, c0Lower));
+    out[1] = Bytes(hn::InterleaveUpper(D16(), abLower, c0Lower));
+    out[2] = Bytes(hn::InterleaveLower(D16(), abUpper, c0Upper));
+    out[3] = Bytes(hn::InterleaveUpper(D16(), abUpper, c0Upper));
+    BlocksInOrder(out);
+}
+
+#endif
+
+#endif

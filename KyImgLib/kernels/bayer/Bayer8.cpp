@@ -1,0 +1,10 @@
+#include <KyImgLib/kernels/KernelTable.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include <hwy/cache_control.h>
+
+#define KY_KERNEL_FILE "KyImgLib/kernels/bayer/Bayer8-inl.h"
+#include <KyImgLib/kernels/EveryLevel.h>

@@ -1,0 +1,86 @@
+#ifndef KYIMGLIB_KERNELS_BAYER_MOSAIC_H
+#define KYIMGLIB_KERNELS_BAYER_MOSAIC_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ky {
+
+/// How the colours of one line of a Bayer mosaic lie.
+///
+/// A line holds green and one other colour, its own, in turn; the colour that it lacks is the opposite one. From line to
+/// line the own colour changes and green moves by a pixel:
+///
+///     0   G R G R    green first, own colour red      line types as numbered here; the line below type t
+///     1   G B G B    green first, own colour blue     is of type 3 - t
+///     2   R G R G    own colour red first
+///     3   B G B G    own colour blue first
+struct MosaicLine {
+    bool greenFirst;
+    bool ownIsBlue;
+
+    static MosaicLine OfType(std::uint32_t type) { return {type < 2, type % 2 != 0}; }
+    bool IsGreenSite(std::size_t x) const { return (x % 2 == 0) == greenFirst; }
+    MosaicLine Next() const { return {!greenFirst, !ownIsBlue}; }
+    /// The same line with red and blue exchanged.
+    MosaicLine Exchanged() const { return {greenFirst, !ownIsBlue}; }
+};
+
+/// The three values of one pixel, named by the colours of its line.
+template <typename Value>
+struct SiteColours {
+    Value own;
+    Value green;
+    Value opposite;
+};
+
+/// A sum of up to four samples and their number.
+struct SampleSum {
+    std::uint32_t sum = 0;
+    std::uint32_t count = 0;
+
+    void Add(std::uint32_t sample) {
+        sum += sample;
+        ++count;
+    }
+    /// Truncated; a colour without any neighbour is 0. Each divisor is a case of its own, since a division by a number
+    /// that is not known costs more than all the rest of a border pixel.
+    std::uint32_t Average() const {
+        switch (count) {
+            case 4: return sum / 4;
+            case 3: return sum / 3;
+            case 2: return sum / 2;
+            default: return sum;
+        }
+    }
+};
+
+/// The bilinear rule for the pixel at `at`, wherever it lies: each missing colour is the average of those neighbours that
+/// have it and exist.
+///
+///     at a site of the line's own colour:   green = up, down, left, right      opposite = the four diagonals
+///     at a green site:                      own = left, right                  opposite = up, down
+///
+/// `above` and `below` are the pixels there, null where there is no such line. Pixels are `step` samples apart.
+template <typename Sample>
+SiteColours<Sample> InterpolateSite(const Sample* above, const Sample* at, const Sample* below, bool hasLeft,
+                                    bool hasRight, bool isGreenSite, std::ptrdiff_t step = 1) {
+    SampleSum vertical, horizontal, diagonal;
+    if (hasLeft) horizontal.Add(at[-step]);
+    if (hasRight) horizontal.Add(at[step]);
+    for (const Sample* const line : {above, below}) {
+        if (line == nullptr) continue;
+        vertical.Add(*line);
+        if (hasLeft) diagonal.Add(line[-step]);
+        if (hasRight) diagonal.Add(line[step]);
+    }
+    const SampleSum cross = {horizontal.sum + vertical.sum, horizontal.count + vertical.count};
+
+    const auto average = [](const SampleSum& sum) { return static_cast<Sample>(sum.Average()); };
+    if (isGreenSite) return {average(horizontal), *at, average(vertical)};
+    return {*at, average(cross), average(diagonal)};
+}
+
+}  // namespace ky
+
+#endif

@@ -1,0 +1,114 @@
+// Lines of a Bayer source as rows of bytes. Kernels work on rows in which sample x is byte x; these bring any source into
+// that form.
+
+/// The memory that may be read: the lines of a band and its neighbours. A kernel that reads a little over the end of a
+/// line reads the next one, of which it uses nothing, but must not leave the image.
+struct ReadableBytes {
+    const std::uint8_t* begin;
+    const std::uint8_t* end;
+};
+
+/// Rows that lie so in the source.
+class DirectLines {
+public:
+    explicit DirectLines(const BayerBand& band)
+        : first(band.source), pitch(band.sourceLine), lowest(band.source - (band.hasLineAbove ? band.sourceLine : 0)),
+          end(band.source + (band.lines - (band.hasLineBelow ? 0 : 1)) * band.sourceLine + band.width) {}
+
+    const std::uint8_t* Line(std::ptrdiff_t y) { return first + y * pitch; }
+    ReadableBytes Readable() const { return {lowest, end}; }
+
+private:
+    const std::uint8_t* first;
+    std::ptrdiff_t pitch;
+    const std::uint8_t* lowest;
+    const std::uint8_t* end;
+};
+
+/// Rows gathered from a source with more than one byte for each sample: a stretch of columns of the four lines that
+/// were asked for last, with room for whole vectors around.
+class GatheredLines {
+public:
+    /// Pixels of a stretch: few enough for the first-level cache, many enough for the work at its ends not to count.
+    static constexpr std::uint32_t kStretch = 2048;
+
+    GatheredLines(const BayerBand& source, std::uint32_t begin, std::uint32_t end)
+        : band(source),
+          // One pixel more on each side, as a neighbour of the stretch's own.
+          firstColumn(begin > 0 ? begin - 1 : 0), columns(std::min(end + 1, source.width) - firstColumn) {
+        std::memset(rows, 0, sizeof rows);
+        for (std::ptrdiff_t& y : held) y = -2;
+    }
+
+    const std::uint8_t* Line(std::ptrdiff_t y) {
+        const std::size_t slot = static_cast<std::size_t>(y) % kRows;
+        std::uint8_t* const row = rows[slot] + kMargin;
+        if (held[slot] != y) {
+            Gather(band.source + y * band.sourceLine + std::size_t{firstColumn} * band.sourceStep, row);
+            held[slot] = y;
+        }
+        return row - firstColumn;
+    }
+
+    /// All that a kernel reaches from a row, which the margins hold.
+    ReadableBytes Readable() const { return {rows[0], rows[0] + sizeof rows}; }
+
+private:
+    static constexpr std::size_t kRows = 4;
+    static constexpr std::size_t kMargin = 2 * kLanes;
+
+    void Gather(const std::uint8_t* from, std::uint8_t* row) const {
+        const std::size_t step = band.sourceStep;
+        std::size_t x = 0;
+        if (step == 2) {
+            for (; x + kLanes <= columns; x += kLanes) {
+                V8 low, high;
+                hn::LoadInterleaved2(D8(), from + 2 * x, low, high);
+                hn::StoreU(high, D8(), row + x);
+            }
+        }
+        for (; x < columns; ++x) row[x] = from[x * step + step - 1];
+    }
+
+    const BayerBand& band;
+    std::uint32_t firstColumn;
+    std::uint32_t columns;
+    std::ptrdiff_t held[kRows];
+    std::uint8_t rows[kRows][kMargin + kStretch + 2 + kMargin];
+};
+
+HWY_INLINE bool IsAligned(const std::uint8_t* address) {
+    return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
+}
+
+/// Pixels from `out` to the last one within a vector whose output is aligned for streaming; 0 when there is none. Even,
+/// so that a vector that starts there starts with an even pixel.
+template <class Writer>
+HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out) {
+    std::size_t pixels = kLanes;
+    while (pixels != 0 && !IsAligned(out + pixels * Writer::kPixelBytes)) pixels -= 2;
+    return pixels;
+}
+
+/// Whether streaming writes suit a band: it is large, and all its lines reach an aligned address after the same number
+/// of pixels.
+template <class Writer>
+bool MayStream(const BayerBand& band) {
+    return band.isLarge && band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) == 0 &&
+           AlignedPixels<Writer>(band.destination) != 0;
+}
+
+/// Calls `work` (an object with a member template Run) on all columns of a band in the right form.
+template <class Work>
+void OnLines(const BayerBand& band, const Work& work) {
+    if (band.sourceStep == 1) {
+        DirectLines lines(band);
+        work.Run(lines, 0, band.width);
+        return;
+    }
+    for (std::uint32_t begin = 0; begin < band.width; begin += GatheredLines::kStretch) {
+        const std::uint32_t end = std::min(band.width, begin + GatheredLines::kStretch);
+        GatheredLines lines(band, begin, end);
+        work.Run(lines, begin, end);
+    }
+}
