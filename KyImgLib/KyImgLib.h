@@ -1,0 +1,27 @@
+#ifndef KYIMGLIB_KYIMGLIB_H
+#define KYIMGLIB_KYIMGLIB_H
+
+/// \file
+/// The whole class interface of KyImgLib.
+///
+///     const KyPixelConverter* converter = KyPixelTypeFactory::FindConverter(0x00020010, KY_TYPE_RGB24);
+///     converter->Convert(mosaic, width, height, rgb, width, height, width, height,
+///                        KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_INTERPOLATE, 0);
+
+#include <KyImgLib/conversion/KyComplexConverter.h>
+#include <KyImgLib/conversion/KyIdentityConverter.h>
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/KyPixelTypes.h>
+#include <KyImgLib/platform/KyCpuLevel.h>
+#include <KyImgLib/platform/KyGate.h>
+#include <KyImgLib/platform/KyObject.h>
+#include <KyImgLib/platform/KyStatus.h>
+#include <KyImgLib/platform/KyString.h>
+#include <KyImgLib/platform/KyThread.h>
+
+#endif

@@ -1,0 +1,179 @@
+#ifndef KYIMGLIB_KYIMGLIBC_H
+#define KYIMGLIB_KYIMGLIBC_H
+
+/*
+ * The flat interface of KyImgLib: plain functions with C linkage, for C and for every language that can call C.
+ *
+ *     const KyPixelConverter* converter = KyPixelTypeFactory_GetConverter(0x20010, KY_RGB24);
+ *     KyPixelConverter_ConvertArea(converter, mosaic, width, height, rgb, width, height, width, height,
+ *                                  KY_FLAG_BAYER_RGGB | KY_FLAG_BAYER_INTERPOLATE, 0);
+ *
+ * Objects are opaque pointers. Functions that return a status use the codes of KyStatus.h; every function takes a
+ * null object, and then returns what its comment says. Beyond that arguments are not checked. No exception leaves
+ * these functions: where memory runs out, a status function returns KY_STATUS_OUT_OF_MEMORY and any other function
+ * what it returns for a null object.
+ *
+ * All functions may be called from any thread. Do not change a filter while another thread uses it.
+ */
+
+#include <KyImgLib/platform/KyExport.h>
+#include <KyImgLib/platform/KyStatus.h>
+
+#include <stdbool.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+class KyPixelType;
+class KyPixelConverter;
+class KyRGBFilter;
+extern "C" {
+#else
+typedef struct KyPixelType KyPixelType;
+typedef struct KyPixelConverter KyPixelConverter;
+typedef struct KyRGBFilter KyRGBFilter;
+#endif
+
+/* Flags of an area conversion, combined by OR; see KyPixelConverter_ConvertArea. */
+enum {
+    KY_FLAG_INVERT_DEINTERLACER = 0x1, /* interlaced source: its second half holds the even destination lines */
+    KY_FLAG_BAYER_GRBG = 0x10,         /* Bayer source: colours of the first two pixels, then of the two below */
+    KY_FLAG_BAYER_GBRG = 0x20,
+    KY_FLAG_BAYER_RGGB = 0x40,
+    KY_FLAG_BAYER_BGGR = 0x80,
+    KY_FLAG_BAYER_INTERPOLATE = 0x100 /* Bayer source: bilinear instead of repeating samples over 2 x 2 cells */
+};
+
+/* IDs of the types that conversions end in. */
+enum {
+    KY_GRAYSCALE8 = 0x00010001,
+    KY_RGB16 = 0x00020001,       /* 5-6-5 in a 16-bit word, red in the high bits */
+    KY_RGB24 = 0x00020002,       /* bytes R, G, B */
+    KY_RGB32 = 0x00020003,       /* bytes R, G, B, 0 */
+    KY_RGB48 = 0x00020004,       /* 16-bit words R, G, B */
+    KY_BGR24 = 0x00020006,       /* bytes B, G, R */
+    KY_BGR32 = 0x00020007,       /* bytes B, G, R, 0 */
+    KY_RGB24_PLANAR = 0x00820002 /* a plane of bytes each for R, G, B */
+};
+
+/* ---- Pixel types ---- */
+
+/* Destroys a type that KyPixelType_Clone or KyPixelTypeFactory_CreatePixelType returned. Null: does nothing. */
+KYIMGLIB_API void KyPixelType_Destroy(KyPixelType* type);
+/* A copy that the caller destroys. Null for null. */
+KYIMGLIB_API KyPixelType* KyPixelType_Clone(const KyPixelType* type);
+/* The type's ID; for null 4294967295, which is no registered ID. */
+KYIMGLIB_API int64_t KyPixelType_GetTypeID(const KyPixelType* type);
+/* Significant bits of a pixel, or of one sample for formats like "3 x 10 bits". 0 for null. */
+KYIMGLIB_API uint16_t KyPixelType_GetPixelBitSize(const KyPixelType* type);
+/* Bytes of a pixel; 2 for packed 10- and 12-bit types. 0 for null. */
+KYIMGLIB_API uint16_t KyPixelType_GetPixelByteSize(const KyPixelType* type);
+/* Whether the type is a Bayer mosaic. False for null. */
+KYIMGLIB_API bool KyPixelType_IsBayerPattern(const KyPixelType* type);
+/* Bytes of an image of width x height pixels: packed 10- and 12-bit gray and Bayer types put two pixels into three
+   bytes; loose RGB 24 and BGR 24 take 4 bytes a pixel. 0 for null. */
+KYIMGLIB_API uint32_t KyPixelType_GetBufferSizeFor(const KyPixelType* type, uint32_t width, uint32_t height);
+/* Whether a converter from the type to `other` (from `other` to the type) is registered. `other` must not be null. False
+   for a null type. */
+KYIMGLIB_API bool KyPixelType_HasConverterTo(const KyPixelType* type, const KyPixelType* other);
+KYIMGLIB_API bool KyPixelType_HasConverterFrom(const KyPixelType* type, const KyPixelType* other);
+/* That converter, owned by the library; null when none is registered, or for a null type. `other` must not be null. */
+KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterTo(const KyPixelType* type, const KyPixelType* other);
+KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelType* type, const KyPixelType* other);
+
+/* ---- Registry ---- */
+
+KYIMGLIB_API bool KyPixelTypeFactory_HasPixelType(int64_t id);
+/* Display name, valid while the library is loaded; "Unregistered pixel type" for an unknown ID. */
+KYIMGLIB_API const char* KyPixelTypeFactory_GetPixelTypeName(int64_t id);
+/* A copy of the registered type, which the caller destroys with KyPixelType_Destroy; null for an unknown ID. */
+KYIMGLIB_API KyPixelType* KyPixelTypeFactory_CreatePixelType(int64_t id);
+/* A copy of the index-th type (from 0, by ascending ID) with exactly these attributes; null when there are not that
+   many. Colour space and tap layout are the masked fields of an ID (0x20000 is RGB); int flags are true when not 0. */
+KYIMGLIB_API KyPixelType* KyPixelTypeFactory_CreatePixelType2(uint32_t bitSize, int64_t colourSpace, int normalized,
+                                                              int packed, int interlaced, int planar, int64_t tapLayout,
+                                                              int isBayer, uint32_t index);
+KYIMGLIB_API bool KyPixelTypeFactory_HasConverter(int64_t sourceId, int64_t destinationId);
+/* The registered converter, owned by the library; null when there is none. */
+KYIMGLIB_API const KyPixelConverter* KyPixelTypeFactory_GetConverter(int64_t sourceId, int64_t destinationId);
+/* The index-th converter (from 0, by ascending ID) from a source or to a destination: writes the other type's ID. False,
+   and nothing written, past the end and for a null pointer. */
+KYIMGLIB_API bool KyPixelTypeFactory_EnumConverterFrom(uint32_t index, int64_t sourceId, int64_t* destinationId);
+KYIMGLIB_API bool KyPixelTypeFactory_EnumConverterTo(uint32_t index, int64_t destinationId, int64_t* sourceId);
+
+/* ---- Converters ---- */
+
+/* IDs of the two types. 0 for null. */
+KYIMGLIB_API int64_t KyPixelConverter_GetSourceType(const KyPixelConverter* converter);
+KYIMGLIB_API int64_t KyPixelConverter_GetDestinationType(const KyPixelConverter* converter);
+/* Bytes of a line of `count` pixels without padding. 0 for null. */
+KYIMGLIB_API uint32_t KyPixelConverter_GetSourceByteSize(const KyPixelConverter* converter, uint32_t count);
+KYIMGLIB_API uint32_t KyPixelConverter_GetDestinationByteSize(const KyPixelConverter* converter, uint32_t count);
+/* Converts one pixel. KY_STATUS_BAD_ARGUMENT for null, KY_STATUS_NOT_SUPPORTED where a converter has no such form. */
+KYIMGLIB_API uint32_t KyPixelConverter_ConvertPixel(const KyPixelConverter* converter, const uint8_t* source,
+                                                    uint8_t* destination);
+/* Converts `count` pixels of a line, outside of an area: no filter, no flags. KY_STATUS_BAD_ARGUMENT for null and for
+   converters that need the settings of an area. */
+KYIMGLIB_API uint32_t KyPixelConverter_ConvertLine(const KyPixelConverter* converter, const uint8_t* source,
+                                                   uint8_t* destination, uint32_t count);
+/* Converts the first `width` pixels of the first `height` lines. Source lines are GetSourceByteSize(sourceWidth) bytes
+   apart, destination lines GetDestinationByteSize(destinationWidth) + destinationPadding. Heights are the buffers'
+   lines; destinationHeight must not be larger than the number of source lines. A planar destination has its planes
+   destinationWidth x destinationHeight bytes apart and lines of sourceWidth bytes. The buffers must not overlap.
+   KY_STATUS_SUCCESS, or KY_STATUS_BAD_ARGUMENT for null. */
+KYIMGLIB_API uint32_t KyPixelConverter_ConvertArea(const KyPixelConverter* converter, const uint8_t* source,
+                                                   uint32_t sourceWidth, uint32_t sourceHeight, uint8_t* destination,
+                                                   uint32_t destinationWidth, uint32_t destinationHeight,
+                                                   uint32_t width, uint32_t height, uint32_t flags,
+                                                   uint32_t destinationPadding);
+/* The same with red, green and blue passed through a filter, which must not be null. */
+KYIMGLIB_API uint32_t KyPixelConverter_ConvertAreaFilter(const KyPixelConverter* converter, const KyRGBFilter* filter,
+                                                         const uint8_t* source, uint32_t sourceWidth,
+                                                         uint32_t sourceHeight, uint8_t* destination,
+                                                         uint32_t destinationWidth, uint32_t destinationHeight,
+                                                         uint32_t width, uint32_t height, uint32_t flags,
+                                                         uint32_t destinationPadding);
+
+/* ---- Filters: a look-up table each for red, green and blue ---- */
+
+/* A new identity filter for samples of 0 to 16 bits, which the caller destroys. Null when bitSize is larger or there is
+   no memory. */
+KYIMGLIB_API KyRGBFilter* KyRGBFilter_Init(uint32_t bitSize);
+/* Null: does nothing. */
+KYIMGLIB_API void KyRGBFilter_Destroy(KyRGBFilter* filter);
+/* Bits of a sample, and entries of each table (1 << bits). 0 for null. */
+KYIMGLIB_API uint32_t KyRGBFilter_GetBitSize(const KyRGBFilter* filter);
+KYIMGLIB_API uint32_t KyRGBFilter_GetEntryCount(const KyRGBFilter* filter);
+/* Entry at index modulo 256 of the 8-bit view, which holds the first 256 entries limited to 255. 0 for null. */
+KYIMGLIB_API uint8_t KyRGBFilter_GetRedValue8(const KyRGBFilter* filter, uint32_t index);
+KYIMGLIB_API uint8_t KyRGBFilter_GetGreenValue8(const KyRGBFilter* filter, uint32_t index);
+KYIMGLIB_API uint8_t KyRGBFilter_GetBlueValue8(const KyRGBFilter* filter, uint32_t index);
+/* Entry at index modulo the entry count. 0 for null. */
+KYIMGLIB_API uint16_t KyRGBFilter_GetRedValue16(const KyRGBFilter* filter, uint32_t index);
+KYIMGLIB_API uint16_t KyRGBFilter_GetGreenValue16(const KyRGBFilter* filter, uint32_t index);
+KYIMGLIB_API uint16_t KyRGBFilter_GetBlueValue16(const KyRGBFilter* filter, uint32_t index);
+/* Set one entry. KY_STATUS_BAD_ARGUMENT (nothing changed) for null and unless index and value are both below the entry
+   count. */
+KYIMGLIB_API uint32_t KyRGBFilter_SetRedValue(KyRGBFilter* filter, uint32_t index, uint16_t value);
+KYIMGLIB_API uint32_t KyRGBFilter_SetGreenValue(KyRGBFilter* filter, uint32_t index, uint16_t value);
+KYIMGLIB_API uint32_t KyRGBFilter_SetBlueValue(KyRGBFilter* filter, uint32_t index, uint16_t value);
+/* Fills the tables: entry i becomes i x gain + offset, cut to an integer and limited to the largest entry.
+   KY_STATUS_BAD_ARGUMENT (nothing changed) for null and when a gain is below 0. */
+KYIMGLIB_API uint32_t KyRGBFilter_SetMultipliers(KyRGBFilter* filter, double red, double green, double blue,
+                                                 uint16_t redOffset, uint16_t greenOffset, uint16_t blueOffset);
+
+/* ---- Instruction-set levels: 0 is the plain one, higher ones are faster and give the same bytes ---- */
+
+/* Number of levels in this build; their names ("scalar", "sse4", "avx2", "avx512", "avx512vbmi", "neon"), null past the
+   end; whether this CPU runs one and the environment variable KYIMGLIB_CPU_LEVEL allows it. */
+KYIMGLIB_API uint32_t KyCpuLevel_GetCount(void);
+KYIMGLIB_API const char* KyCpuLevel_GetName(uint32_t level);
+KYIMGLIB_API bool KyCpuLevel_IsAvailable(uint32_t level);
+/* The level that conversions use. Setting it concerns the whole process: KY_STATUS_BAD_ARGUMENT when not available. */
+KYIMGLIB_API uint32_t KyCpuLevel_GetActive(void);
+KYIMGLIB_API uint32_t KyCpuLevel_SetActive(uint32_t level);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

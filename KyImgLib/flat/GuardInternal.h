@@ -1,0 +1,26 @@
+#ifndef KYIMGLIB_FLAT_GUARDINTERNAL_H
+#define KYIMGLIB_FLAT_GUARDINTERNAL_H
+
+namespace ky {
+
+/// Makes a call on behalf of a flat function: `otherwise` when `object` is null, the call's result when it returns,
+/// `whenThrown` when it throws, since no exception may leave the flat interface.
+template <typename Object, typename Result, typename Call>
+Result Guarded(Object* object, Result otherwise, Result whenThrown, Call call) noexcept {
+    if (object == nullptr) return otherwise;
+    try {
+        return call(*object);
+    } catch (...) {
+        return whenThrown;
+    }
+}
+
+/// The same for queries, which answer alike in both cases.
+template <typename Object, typename Result, typename Call>
+Result Guarded(Object* object, Result otherwise, Call call) noexcept {
+    return Guarded(object, otherwise, otherwise, call);
+}
+
+}  // namespace ky
+
+#endif

@@ -1,0 +1,48 @@
+#include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
+#include <KyImgLib/pixeltypes/catalogue/Catalogue.h>
+
+namespace ky {
+
+namespace {
+
+constexpr bool kRGB = false;
+constexpr bool kBGR = true;
+constexpr std::uint32_t kReserved = 0;
+
+/// A Bayer source of which one byte is read, and how many bytes come before it in each pixel.
+struct BayerByteSource {
+    std::int64_t id;
+    std::uint32_t bytesBefore;
+};
+
+constexpr BayerByteSource kBayerByteSources[] = {
+    {0x00020010, 0},                   // 8 bits
+    {0x00020013, 0}, {0x00120011, 1},  // normalized words: the high byte
+    {0x00120012, 1}, {0x00120014, 1}, {0x00120015, 1}, {0x00120016, 1},
+};
+
+class Constructor {
+public:
+    template <typename Converter, typename... Arguments>
+    void Add(Arguments... arguments) {
+        converters.emplace_back(new Converter(arguments...));
+    }
+
+    BuiltInConverters converters;
+};
+
+}  // namespace
+
+BuiltInConverters ConstructBuiltInConverters() {
+    Constructor construct;
+    for (const auto& [source, bytesBefore] : kBayerByteSources) {
+        construct.Add<KyBayerRGB8ToRGB16>(source, bytesBefore, kReserved);
+        for (const bool order : {kRGB, kBGR}) {
+            construct.Add<KyBayerRGB8ToRGB24>(source, order, bytesBefore, kReserved);
+            construct.Add<KyBayerRGB8ToRGB32>(source, order, bytesBefore, kReserved);
+        }
+    }
+    return std::move(construct.converters);
+}
+
+}  // namespace ky
