@@ -16,8 +16,10 @@
 // on: the target that Highway itself has for them also brings instructions that some of these CPUs lack.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "KyImgLib/kernels/OneLevel.h"
+// clang-format off
+#include <hwy/foreach_target.h>  // includes OneLevel.h for every target but the lowest
 #include <KyImgLib/kernels/OneLevel.h>
-#include <hwy/foreach_target.h>  // before highway.h
+// clang-format on
 
 namespace ky::N_PLAIN {
 #define KY_PLAIN 1

@@ -1,6 +1,7 @@
 // Kernels of the 8-bit Bayer family at one instruction-set level.
 
-// clang-format off: each piece builds on those before it
+// Each piece builds on those before it.
+// clang-format off
 #include <KyImgLib/kernels/Lanes-inl.h>
 #include <KyImgLib/kernels/Filter8-inl.h>
 #include <KyImgLib/kernels/Writers8-inl.h>
@@ -21,7 +22,8 @@ void StoreSite(const Filter8& filter, const SiteColours<std::uint8_t>& site, boo
 
 #else
 
-// clang-format off: each piece builds on those before it
+// Each piece builds on those before it.
+// clang-format off
 #include <KyImgLib/kernels/bayer/SourceLines-inl.h>
 #include <KyImgLib/kernels/bayer/Interpolate8-inl.h>
 #include <KyImgLib/kernels/bayer/Replicate8-inl.h>
