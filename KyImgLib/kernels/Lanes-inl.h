@@ -26,6 +26,14 @@ HWY_INLINE void Put(V8 v, std::uint8_t* to) {
     }
 }
 
+/// Ends the use of vectors, as the last thing that a kernel does: with upper halves of vector registers left in use, the
+/// caller's SSE code would run at half its speed or less, and compilers do not clear them on every way out.
+HWY_INLINE void LeaveVectors() {
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+    _mm256_zeroupper();
+#endif
+}
+
 /// 16 bytes, repeated in every block of a vector.
 struct BlockBytes {
     alignas(16) std::uint8_t bytes[16];

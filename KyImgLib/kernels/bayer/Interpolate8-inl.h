@@ -293,4 +293,5 @@ void Interpolate(const BayerBand& band) {
         OnLines(band, Interpolation<Writer, NoFilter8>(band));
     else
         OnLines(band, Interpolation<Writer, TableFilter8>(band));
+    LeaveVectors();
 }

@@ -105,4 +105,5 @@ void Replicate(const BayerBand& band) {
         OnLines(band, Replication<Writer, NoFilter8>(band));
     else
         OnLines(band, Replication<Writer, TableFilter8>(band));
+    LeaveVectors();
 }
