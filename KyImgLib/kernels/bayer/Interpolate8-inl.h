@@ -43,7 +43,6 @@ HWY_INLINE V16 CrossAverageUpper(V16 sum) {
 template <bool kGreenFirst, bool kOneNeighbour>
 HWY_INLINE SitePlanes InterpolateVector(const PixelsAround& above, const PixelsAround& line,
                                         const PixelsAround& below) {
-    SitePlanes site;
     if constexpr (kGreenFirst) {
         const V16 vertical = hn::Add(Even(above.here), Even(below.here));
         const V16 verticalRight = hn::Add(Even(above.right), Even(below.right));
@@ -52,9 +51,9 @@ HWY_INLINE SitePlanes InterpolateVector(const PixelsAround& above, const PixelsA
         // With one neighbour both summands are the same sample: it must count once.
         const V16 cross =
             hn::Add(hn::Add(Even(line.here), Even(line.right)), kOneNeighbour ? Odd(above.here) : aboveAndBelow);
-        site.own = MergeClean(hn::ShiftRight<1>(horizontal), line.here);
-        site.green = Merge(line.here, CrossAverageUpper<kOneNeighbour>(cross));
-        site.opposite = MergeClean(hn::ShiftRight<1>(vertical), hn::ShiftLeft<6>(hn::Add(vertical, verticalRight)));
+        return {MergeClean(hn::ShiftRight<1>(horizontal), line.here),
+                Merge(line.here, CrossAverageUpper<kOneNeighbour>(cross)),
+                MergeClean(hn::ShiftRight<1>(vertical), hn::ShiftLeft<6>(hn::Add(vertical, verticalRight)))};
     } else {
         const V16 vertical = hn::Add(Odd(above.here), Odd(below.here));
         const V16 verticalLeft = hn::Add(Odd(above.left), Odd(below.left));
@@ -62,11 +61,10 @@ HWY_INLINE SitePlanes InterpolateVector(const PixelsAround& above, const PixelsA
         const V16 aboveAndBelow = hn::Add(Even(above.here), Even(below.here));
         const V16 cross =
             hn::Add(hn::Add(Odd(line.left), Odd(line.here)), kOneNeighbour ? Even(above.here) : aboveAndBelow);
-        site.own = Merge(line.here, hn::ShiftLeft<7>(horizontal));
-        site.green = MergeClean(CrossAverage<kOneNeighbour>(cross), line.here);
-        site.opposite = MergeClean(hn::ShiftRight<2>(hn::Add(vertical, verticalLeft)), hn::ShiftLeft<7>(vertical));
+        return {Merge(line.here, hn::ShiftLeft<7>(horizontal)),
+                MergeClean(CrossAverage<kOneNeighbour>(cross), line.here),
+                MergeClean(hn::ShiftRight<2>(hn::Add(vertical, verticalLeft)), hn::ShiftLeft<7>(vertical))};
     }
-    return site;
 }
 
 /// One or two lines to be interpolated over some columns.
