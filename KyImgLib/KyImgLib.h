@@ -12,6 +12,7 @@
 #include <KyImgLib/conversion/KyIdentityConverter.h>
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>

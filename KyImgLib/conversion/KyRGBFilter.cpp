@@ -15,6 +15,10 @@ constexpr std::uint32_t kLargestBitSize = 16;
 constexpr std::uint32_t kByteEntries = 256;
 constexpr KyFilterShape kIdentityShape = {true, true, false, 0, 8, 1 << 8};
 
+KyFilterShape16 IdentityShape16(std::uint32_t entryCount) {
+    return {true, true, 0, 1, 0, static_cast<std::uint16_t>(entryCount - 1)};
+}
+
 /// i x gain + offset as a table entry; the comparison is written so that a NaN becomes 0.
 std::uint16_t Entry(std::uint32_t index, double gain, std::uint16_t offset, std::uint32_t entryCount) {
     const double value = index * gain + offset;
@@ -46,8 +50,9 @@ KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
     auto red16 = IdentityTable(entryCount), green16 = IdentityTable(entryCount), blue16 = IdentityTable(entryCount);
 
     TrackedShape shape = {};
-    shape.mismatches = kByteEntries - std::min(entryCount, kByteEntries);
-    if (shape.mismatches == 0) shape.shape = kIdentityShape;
+    shape.viewMismatches = kByteEntries - std::min(entryCount, kByteEntries);
+    if (shape.viewMismatches == 0) shape.view = kIdentityShape;
+    shape.table = IdentityShape16(entryCount);
 
     tables = new Tables;
     if (tables == nullptr) throw std::bad_alloc();
@@ -89,10 +94,15 @@ std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue,
         SetGreenValue(i, Entry(i, green, greenOffset, GetEntryCount()));
         SetBlueValue(i, Entry(i, blue, blueOffset, GetEntryCount()));
     }
-    ky::FitLinear(tables->red8, tables->redShape.shape);
-    ky::FitLinear(tables->green8, tables->greenShape.shape);
-    ky::FitLinear(tables->blue8, tables->blueShape.shape);
+    Fit(tables->red8, tables->red16, tables->redShape);
+    Fit(tables->green8, tables->green16, tables->greenShape);
+    Fit(tables->blue8, tables->blue16, tables->blueShape);
     return KY_STATUS_SUCCESS;
+}
+
+void KyRGBFilter::Fit(const std::uint8_t* view, const std::uint16_t* table, TrackedShape& shape) const {
+    ky::FitLinear(view, shape.view);
+    ky::FitLinear16(table, tables->entryCount, shape.table);
 }
 
 std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue) {
@@ -115,13 +125,16 @@ std::uint32_t KyRGBFilter::SetValue(std::uint8_t* table8, std::uint16_t* table16
                                     std::uint32_t index, std::uint16_t value) const {
     const std::uint32_t entryCount = GetEntryCount();
     if (index >= entryCount || value >= entryCount) return KY_STATUS_BAD_ARGUMENT;
+    tracked.tableMismatches -= table16[index] != index;
+    tracked.tableMismatches += value != index;
     table16[index] = value;
+    tracked.table = tracked.tableMismatches == 0 ? IdentityShape16(entryCount) : KyFilterShape16{};
     if (index >= kByteEntries) return KY_STATUS_SUCCESS;
 
     const auto limited = static_cast<std::uint8_t>(std::min<std::uint16_t>(value, 255));
-    tracked.mismatches -= table8[index] != index;
-    tracked.mismatches += limited != index;
+    tracked.viewMismatches -= table8[index] != index;
+    tracked.viewMismatches += limited != index;
     table8[index] = limited;
-    tracked.shape = tracked.mismatches == 0 ? kIdentityShape : KyFilterShape{};
+    tracked.view = tracked.viewMismatches == 0 ? kIdentityShape : KyFilterShape{};
     return KY_STATUS_SUCCESS;
 }

@@ -18,6 +18,19 @@ struct KyFilterShape {
     std::uint16_t multiplier;
 };
 
+/// What is known of one channel's table.
+struct KyFilterShape16 {
+    /// Every entry is its own index.
+    bool isIdentity;
+    /// Entries up to `last` are offset + i * wholeGain + (i * fractionGain >> 32), those after it are the largest
+    /// possible one.
+    bool isLinear;
+    std::uint16_t offset;
+    std::uint16_t wholeGain;
+    std::uint32_t fractionGain;
+    std::uint16_t last;
+};
+
 /// Three look-up tables that a conversion passes red, green and blue through, for example for white balance.
 ///
 /// A table has 1 << bit size entries of 16 bits, indexed by a sample of that size. Converters that work on bytes use
@@ -81,17 +94,35 @@ public:
     const std::uint8_t* GetBlueTable8() const { return tables->blue8; }
     ///@}
 
+    /// The GetEntryCount() entries of each table, for converters; valid until the tables are freed.
+    ///@{
+    const std::uint16_t* GetRedTable16() const { return tables->red16; }
+    const std::uint16_t* GetGreenTable16() const { return tables->green16; }
+    const std::uint16_t* GetBlueTable16() const { return tables->blue16; }
+    /// The number of entries - 1, by which indexes of the tables are masked.
+    std::uint32_t GetTableMask() const { return tables->indexMask; }
+    ///@}
+
     /// The shapes of the 8-bit views, kept current by every change.
     ///@{
-    KyFilterShape GetRedShape() const { return tables->redShape.shape; }
-    KyFilterShape GetGreenShape() const { return tables->greenShape.shape; }
-    KyFilterShape GetBlueShape() const { return tables->blueShape.shape; }
+    KyFilterShape GetRedShape() const { return tables->redShape.view; }
+    KyFilterShape GetGreenShape() const { return tables->greenShape.view; }
+    KyFilterShape GetBlueShape() const { return tables->blueShape.view; }
+    ///@}
+
+    /// The shapes of the tables, kept current by every change.
+    ///@{
+    KyFilterShape16 GetRedShape16() const { return tables->redShape.table; }
+    KyFilterShape16 GetGreenShape16() const { return tables->greenShape.table; }
+    KyFilterShape16 GetBlueShape16() const { return tables->blueShape.table; }
     ///@}
 
 private:
     struct TrackedShape {
-        KyFilterShape shape;
-        std::uint32_t mismatches;  ///< entries of the 8-bit view that are not their own index
+        KyFilterShape view;
+        KyFilterShape16 table;
+        std::uint32_t viewMismatches;   ///< entries of the 8-bit view that are not their own index
+        std::uint32_t tableMismatches;  ///< entries of the table that are not their own index
     };
     struct Tables : KyObject {
         std::uint32_t bitSize;
@@ -110,6 +141,7 @@ private:
 
     std::uint32_t SetValue(std::uint8_t* table8, std::uint16_t* table16, TrackedShape& shape, std::uint32_t index,
                            std::uint16_t value) const;
+    void Fit(const std::uint8_t* view, const std::uint16_t* table, TrackedShape& shape) const;
 
     Tables* tables;
 };

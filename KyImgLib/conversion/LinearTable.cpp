@@ -42,4 +42,35 @@ void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
     }
 }
 
+// The same argument with 65536 entries at most: neighbouring fractions are at least 1 / (65535 * 65534) apart, which is
+// more than 1 / 2^32. The whole part of the gain is the step from entry 0 to entry 1.
+void FitLinear16(const std::uint16_t* table, std::uint32_t entryCount, KyFilterShape16& shape) {
+    const std::uint32_t largest = entryCount - 1;
+    const auto limited = static_cast<std::uint32_t>(std::find(table, table + entryCount, largest) - table);
+    shape.isLinear = false;
+    if (limited == 0) return;
+    const std::uint32_t last = std::min(limited, entryCount) - 1;
+    const std::int64_t offset = table[0];
+    const std::int64_t whole = last == 0 ? 0 : table[1] - offset;
+    if (whole < 0) return;
+
+    std::int64_t lowest = 0;
+    std::int64_t highest = (std::int64_t{1} << 32) - 1;
+    for (std::int64_t i = 1; i <= last; ++i) {
+        const std::int64_t needed = table[i] - offset - i * whole;
+        if (needed < 0) return;
+        const auto smallestReaching = [i](std::int64_t value) { return ((value << 32) + i - 1) / i; };
+        lowest = std::max(lowest, smallestReaching(needed));
+        highest = std::min(highest, smallestReaching(needed + 1) - 1);
+        if (lowest > highest) return;
+    }
+    for (std::uint32_t i = last + 1; i < entryCount; ++i)
+        if (table[i] != largest) return;
+    shape.isLinear = true;
+    shape.offset = static_cast<std::uint16_t>(offset);
+    shape.wholeGain = static_cast<std::uint16_t>(whole);
+    shape.fractionGain = static_cast<std::uint32_t>(lowest);
+    shape.last = static_cast<std::uint16_t>(last);
+}
+
 }  // namespace ky

@@ -11,6 +11,9 @@ namespace ky {
 /// whether the arithmetic gives every single entry.
 void FitLinear(const std::uint8_t* table, KyFilterShape& shape);
 
+/// The same for a table of `entryCount` words.
+void FitLinear16(const std::uint16_t* table, std::uint32_t entryCount, KyFilterShape16& shape);
+
 }  // namespace ky
 
 #endif

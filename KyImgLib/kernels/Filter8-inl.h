@@ -2,10 +2,14 @@
 
 #if !KY_PLAIN
 
+template <typename Filter, bool kIsIdentity>
+class FilterStage;
+
 /// The stage of an identity filter: nothing at all.
-class NoFilter8 {
+template <>
+class FilterStage<Filter8, true> {
 public:
-    explicit NoFilter8(const Filter8&) {}
+    explicit HWY_INLINE FilterStage(const Filter8&) {}
     template <int kChannel>
     HWY_INLINE V8 Apply(V8 v) const {
         return v;
@@ -15,9 +19,10 @@ public:
 #if KY_VBMI
 
 /// Looks bytes up in tables held in registers: four for each channel.
-class TableFilter8 {
+template <>
+class FilterStage<Filter8, false> {
 public:
-    explicit HWY_INLINE TableFilter8(const Filter8& filter) {
+    explicit HWY_INLINE FilterStage(const Filter8& filter) {
         for (int channel = 0; channel < 3; ++channel)
             for (int quarter = 0; quarter < 4; ++quarter)
                 tables[channel][quarter] = _mm512_loadu_si512(filter.channel[channel].table + 64 * quarter);
@@ -38,9 +43,10 @@ private:
 
 /// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. The kind of
 /// a channel is asked once for each vector, always with the same answer, which costs next to nothing.
-class TableFilter8 {
+template <>
+class FilterStage<Filter8, false> {
 public:
-    explicit HWY_INLINE TableFilter8(const Filter8& source) : filter(source) {}
+    explicit HWY_INLINE FilterStage(const Filter8& source) : filter(source) {}
 
     template <int kChannel>
     HWY_INLINE V8 Apply(V8 v) const {

@@ -21,6 +21,7 @@ struct FilterChannel8 {
 struct Filter8 {
     FilterChannel8 channel[3];
 
+    std::uint8_t Value(int place, std::uint8_t sample) const { return channel[place].table[sample]; }
     bool IsIdentity() const { return channel[0].isIdentity && channel[1].isIdentity && channel[2].isIdentity; }
 };
 

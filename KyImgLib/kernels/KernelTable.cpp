@@ -5,10 +5,11 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                     \
-    namespace level {                       \
-    extern const Bayer8Table kBayer8;       \
-    constexpr KernelTable kAll = {kBayer8}; \
+#define KY_LEVEL(level)                               \
+    namespace level {                                 \
+    extern const Bayer8Table kBayer8;                 \
+    extern const Bayer16Table kBayer16;               \
+    constexpr KernelTable kAll = {kBayer8, kBayer16}; \
     }
 
 KY_LEVEL(N_PLAIN)

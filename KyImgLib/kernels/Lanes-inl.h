@@ -2,10 +2,15 @@
 
 #if !KY_PLAIN
 
-using D8 = hn::ScalableTag<std::uint8_t>;
-using D16 = hn::ScalableTag<std::uint16_t>;
-using V8 = hn::Vec<D8>;
-using V16 = hn::Vec<D16>;
+template <typename T>
+using TagOf = hn::ScalableTag<T>;
+template <typename T>
+using VectorOf = hn::Vec<TagOf<T>>;
+
+using D8 = TagOf<std::uint8_t>;
+using D16 = TagOf<std::uint16_t>;
+using V8 = VectorOf<std::uint8_t>;
+using V16 = VectorOf<std::uint16_t>;
 
 /// Bytes of a vector, and its number of 16-byte blocks.
 constexpr std::size_t kLanes = HWY_LANES(std::uint8_t);
@@ -111,31 +116,32 @@ struct VectorBytes {
     alignas(64) std::uint8_t bytes[64];
 };
 
-/// For byte i of output vector k of `channels` interleaved planes: the lane that it comes from; `second` is added where
-/// it comes from the second plane.
-template <unsigned kChannels>
-constexpr VectorBytes LaneOf(unsigned k, unsigned second) {
+/// For byte i of output vector k of `channels` interleaved planes of values of `size` bytes: the byte of its plane that it
+/// is; `second` is added where it comes from the second plane.
+template <unsigned kChannels, unsigned kSize>
+constexpr VectorBytes ByteOf(unsigned k, unsigned second) {
     VectorBytes lanes = {};
     for (unsigned i = 0; i < 64; ++i) {
-        const unsigned n = 64 * k + i;
-        lanes.bytes[i] = static_cast<std::uint8_t>(n / kChannels + (n % kChannels == 1 ? second : 0));
+        const unsigned n = (64 * k + i) / kSize;
+        lanes.bytes[i] =
+            static_cast<std::uint8_t>(n / kChannels * kSize + i % kSize + (n % kChannels == 1 ? second : 0));
     }
     return lanes;
 }
-template <unsigned kChannels>
+template <unsigned kChannels, unsigned kSize>
 constexpr std::uint64_t IsChannel(unsigned k, unsigned channel) {
     std::uint64_t mask = 0;
     for (unsigned i = 0; i < 64; ++i)
-        if ((64 * k + i) % kChannels == channel) mask |= std::uint64_t{1} << i;
+        if ((64 * k + i) / kSize % kChannels == channel) mask |= std::uint64_t{1} << i;
     return mask;
 }
 
-template <unsigned kChannels, unsigned k>
+template <unsigned kChannels, unsigned k, unsigned kSize = 1>
 HWY_INLINE V8 InterleavedVector(V8 a, V8 b, V8 c) {
-    static constexpr VectorBytes kAB = LaneOf<kChannels>(k, 64);
-    static constexpr VectorBytes kC = LaneOf<kChannels>(k, 0);
-    constexpr std::uint64_t kIsAB = IsChannel<kChannels>(k, 0) | IsChannel<kChannels>(k, 1);
-    constexpr std::uint64_t kIsC = IsChannel<kChannels>(k, 2);
+    static constexpr VectorBytes kAB = ByteOf<kChannels, kSize>(k, 64);
+    static constexpr VectorBytes kC = ByteOf<kChannels, kSize>(k, 0);
+    constexpr std::uint64_t kIsAB = IsChannel<kChannels, kSize>(k, 0) | IsChannel<kChannels, kSize>(k, 1);
+    constexpr std::uint64_t kIsC = IsChannel<kChannels, kSize>(k, 2);
     const __m512i indexAB = _mm512_load_si512(kAB.bytes), indexC = _mm512_load_si512(kC.bytes);
     const __m512i ab = kChannels == 3 ? _mm512_permutex2var_epi8(a.raw, indexAB, b.raw)
                                       : _mm512_maskz_permutex2var_epi8(kIsAB, a.raw, indexAB, b.raw);
@@ -149,6 +155,13 @@ HWY_INLINE void Interleave3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
     out[2] = InterleavedVector<3, 2>(a, b, c);
 }
 
+/// The same with planes of words.
+HWY_INLINE void InterleaveWords3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
+    out[0] = InterleavedVector<3, 0, 2>(a, b, c);
+    out[1] = InterleavedVector<3, 1, 2>(a, b, c);
+    out[2] = InterleavedVector<3, 2, 2>(a, b, c);
+}
+
 /// Three byte planes to quadruples a b c 0 ... in four vectors.
 HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
     out[0] = InterleavedVector<4, 0>(a, b, c);
@@ -159,35 +172,50 @@ HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
 
 #else
 
-/// Where in its plane's block the bytes of one channel come from, in three interleaved blocks at once: byte i of block k
-/// belongs to channel (i + k) % 3, so each channel has its own places in each of the three.
-constexpr BlockBytes PixelOf(unsigned channel) {
-    BlockBytes pixels = {};
+/// Where in its plane's block the bytes of one channel come from, in three interleaved blocks at once: value i of block k
+/// belongs to channel (i + k * values) % 3, so each channel has its own places in each of the three.
+template <unsigned kSize>
+constexpr BlockBytes ByteOf(unsigned channel) {
+    BlockBytes bytes = {};
     for (unsigned i = 0; i < 16; ++i)
         for (unsigned k = 0; k < 3; ++k)
-            if ((i + 16 * k) % 3 == channel) pixels.bytes[i] = static_cast<std::uint8_t>((i + 16 * k) / 3);
-    return pixels;
+            if (const unsigned n = (i + 16 * k) / kSize; n % 3 == channel)
+                bytes.bytes[i] = static_cast<std::uint8_t>(n / 3 * kSize + i % kSize);
+    return bytes;
 }
-constexpr BlockBytes IsResidue(unsigned residue) {
+template <unsigned kSize>
+constexpr BlockBytes IsChannel(unsigned k, unsigned channel) {
     BlockBytes mask = {};
-    for (unsigned i = 0; i < 16; ++i) mask.bytes[i] = i % 3 == residue ? 0xFF : 0;
+    for (unsigned i = 0; i < 16; ++i) mask.bytes[i] = (i + 16 * k) / kSize % 3 == channel ? 0xFF : 0;
     return mask;
 }
-static constexpr BlockBytes kPixelOf[3] = {PixelOf(0), PixelOf(1), PixelOf(2)};
-static constexpr BlockBytes kIsResidue[2] = {IsResidue(0), IsResidue(1)};
 
-/// Three byte planes to triples a b c a b c ... in three vectors.
-HWY_INLINE void Interleave3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
-    a = hn::TableLookupBytes(a, LoadBlock(kPixelOf[0]));
-    b = hn::TableLookupBytes(b, LoadBlock(kPixelOf[1]));
-    c = hn::TableLookupBytes(c, LoadBlock(kPixelOf[2]));
-    const auto is0 = hn::MaskFromVec(LoadBlock(kIsResidue[0]));
-    const auto is1 = hn::MaskFromVec(LoadBlock(kIsResidue[1]));
+template <unsigned kSize>
+HWY_INLINE void InterleaveBlocks3(V8 a, V8 b, V8 c, V8 (&out)[3]) {
+    static constexpr BlockBytes kByteOf[3] = {ByteOf<kSize>(0), ByteOf<kSize>(1), ByteOf<kSize>(2)};
+    // The places of channels 0 and 1 in the first block; in the others the three channels change places in turn.
+    static constexpr BlockBytes kPlaces[2] = {IsChannel<kSize>(0, 0), IsChannel<kSize>(0, 1)};
+    a = hn::TableLookupBytes(a, LoadBlock(kByteOf[0]));
+    b = hn::TableLookupBytes(b, LoadBlock(kByteOf[1]));
+    c = hn::TableLookupBytes(c, LoadBlock(kByteOf[2]));
+    const auto is0 = hn::MaskFromVec(LoadBlock(kPlaces[0]));
+    const auto is1 = hn::MaskFromVec(LoadBlock(kPlaces[1]));
     out[0] = hn::IfThenElse(is0, a, hn::IfThenElse(is1, b, c));
-    out[1] = hn::IfThenElse(is0, b, hn::IfThenElse(is1, c, a));
-    out[2] = hn::IfThenElse(is0, c, hn::IfThenElse(is1, a, b));
+    if constexpr (16 / kSize % 3 == 1) {  // the next block goes on with the next channel
+        out[1] = hn::IfThenElse(is0, b, hn::IfThenElse(is1, c, a));
+        out[2] = hn::IfThenElse(is0, c, hn::IfThenElse(is1, a, b));
+    } else {  // with the one before
+        out[1] = hn::IfThenElse(is0, c, hn::IfThenElse(is1, a, b));
+        out[2] = hn::IfThenElse(is0, b, hn::IfThenElse(is1, c, a));
+    }
     BlocksInOrder(out);
 }
+
+/// Three byte planes to triples a b c a b c ... in three vectors.
+HWY_INLINE void Interleave3(V8 a, V8 b, V8 c, V8 (&out)[3]) { InterleaveBlocks3<1>(a, b, c, out); }
+
+/// The same with planes of words.
+HWY_INLINE void InterleaveWords3(V8 a, V8 b, V8 c, V8 (&out)[3]) { InterleaveBlocks3<2>(a, b, c, out); }
 
 /// Three byte planes to quadruples a b c 0 ... in four vectors.
 HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
@@ -203,5 +231,23 @@ HWY_INLINE void Interleave3Zero(V8 a, V8 b, V8 c, V8 (&out)[4]) {
 }
 
 #endif
+
+#if KY_VBMI
+constexpr VectorBytes EvenBytes() {
+    VectorBytes bytes = {};
+    for (unsigned i = 0; i < 64; ++i) bytes.bytes[i] = static_cast<std::uint8_t>(2 * i);
+    return bytes;
+}
+#endif
+
+/// The low bytes of two vectors of words, in order.
+HWY_INLINE V8 LowBytes(V16 first, V16 second) {
+#if KY_VBMI
+    static constexpr VectorBytes kEven = EvenBytes();
+    return V8{_mm512_permutex2var_epi8(first.raw, _mm512_load_si512(kEven.bytes), second.raw)};
+#else
+    return hn::ConcatEven(D8(), Bytes(second), Bytes(first));
+#endif
+}
 
 #endif

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace ky {
 
@@ -55,30 +56,40 @@ struct SampleSum {
     }
 };
 
-/// The bilinear rule for the pixel at `at`, wherever it lies: each missing colour is the average of those neighbours that
-/// have it and exist.
+/// The sample at any address; words are little-endian, like all CPUs that this library is for.
+template <typename Sample>
+Sample ReadSample(const std::uint8_t* at) {
+    Sample sample;
+    std::memcpy(&sample, at, sizeof sample);
+    return sample;
+}
+
+/// The bilinear rule for the pixel whose sample is at `at`, wherever it lies: each missing colour is the average of those
+/// neighbours that have it and exist.
 ///
 ///     at a site of the line's own colour:   green = up, down, left, right      opposite = the four diagonals
 ///     at a green site:                      own = left, right                  opposite = up, down
 ///
-/// `above` and `below` are the pixels there, null where there is no such line. Pixels are `step` samples apart.
+/// `above` and `below` are the samples there, null where there is no such line. Pixels are `step` bytes apart.
 template <typename Sample>
-SiteColours<Sample> InterpolateSite(const Sample* above, const Sample* at, const Sample* below, bool hasLeft,
-                                    bool hasRight, bool isGreenSite, std::ptrdiff_t step = 1) {
+SiteColours<Sample> InterpolateSite(const std::uint8_t* above, const std::uint8_t* at, const std::uint8_t* below,
+                                    bool hasLeft, bool hasRight, bool isGreenSite,
+                                    std::ptrdiff_t step = sizeof(Sample)) {
+    constexpr auto read = &ReadSample<Sample>;
     SampleSum vertical, horizontal, diagonal;
-    if (hasLeft) horizontal.Add(at[-step]);
-    if (hasRight) horizontal.Add(at[step]);
-    for (const Sample* const line : {above, below}) {
+    if (hasLeft) horizontal.Add(read(at - step));
+    if (hasRight) horizontal.Add(read(at + step));
+    for (const std::uint8_t* const line : {above, below}) {
         if (line == nullptr) continue;
-        vertical.Add(*line);
-        if (hasLeft) diagonal.Add(line[-step]);
-        if (hasRight) diagonal.Add(line[step]);
+        vertical.Add(read(line));
+        if (hasLeft) diagonal.Add(read(line - step));
+        if (hasRight) diagonal.Add(read(line + step));
     }
     const SampleSum cross = {horizontal.sum + vertical.sum, horizontal.count + vertical.count};
 
     const auto average = [](const SampleSum& sum) { return static_cast<Sample>(sum.Average()); };
-    if (isGreenSite) return {average(horizontal), *at, average(vertical)};
-    return {*at, average(cross), average(diagonal)};
+    if (isGreenSite) return {average(horizontal), read(at), average(vertical)};
+    return {read(at), average(cross), average(diagonal)};
 }
 
 }  // namespace ky

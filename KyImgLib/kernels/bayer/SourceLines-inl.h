@@ -1,5 +1,5 @@
-// Lines of a Bayer source as rows of bytes. Kernels work on rows in which sample x is byte x; these bring any source into
-// that form.
+// Lines of a Bayer source as rows of samples. Kernels work on rows in which samples follow one another without gaps; these
+// bring any source into that form. Rows are bytes, since samples need not be aligned.
 
 /// The memory that may be read: the lines of a band and its neighbours. A kernel that reads a little over the end of a
 /// line reads the next one, of which it uses nothing, but must not leave the image.
@@ -11,9 +11,11 @@ struct ReadableBytes {
 /// Rows that lie so in the source.
 class DirectLines {
 public:
-    explicit DirectLines(const BayerBand& band)
+    template <class Band>
+    explicit DirectLines(const Band& band)
         : first(band.source), pitch(band.sourceLine), lowest(band.source - (band.hasLineAbove ? band.sourceLine : 0)),
-          end(band.source + (band.lines - (band.hasLineBelow ? 0 : 1)) * band.sourceLine + band.width) {}
+          end(band.source + (band.lines - (band.hasLineBelow ? 0 : 1)) * band.sourceLine +
+              std::size_t{band.width} * band.sourceStep) {}
 
     const std::uint8_t* Line(std::ptrdiff_t y) { return first + y * pitch; }
     ReadableBytes Readable() const { return {lowest, end}; }
@@ -25,14 +27,14 @@ private:
     const std::uint8_t* end;
 };
 
-/// Rows gathered from a source with more than one byte for each sample: a stretch of columns of the four lines that
+/// Rows of bytes gathered from a source with more than one byte for each sample: a stretch of columns of the four lines that
 /// were asked for last, with room for whole vectors around.
 class GatheredLines {
 public:
     /// Pixels of a stretch: few enough for the first-level cache, many enough for the work at its ends not to count.
     static constexpr std::uint32_t kStretch = 2048;
 
-    GatheredLines(const BayerBand& source, std::uint32_t begin, std::uint32_t end)
+    GatheredLines(const Bayer8Band& source, std::uint32_t begin, std::uint32_t end)
         : band(source),
           // One pixel more on each side, as a neighbour of the stretch's own.
           firstColumn(begin > 0 ? begin - 1 : 0), columns(std::min(end + 1, source.width) - firstColumn) {
@@ -70,7 +72,7 @@ private:
         for (; x < columns; ++x) row[x] = from[x * step + step - 1];
     }
 
-    const BayerBand& band;
+    const Bayer8Band& band;
     std::uint32_t firstColumn;
     std::uint32_t columns;
     std::ptrdiff_t held[kRows];
@@ -81,34 +83,36 @@ HWY_INLINE bool IsAligned(const std::uint8_t* address) {
     return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
 }
 
-/// Pixels from `out` to the last one within a vector whose output is aligned for streaming; 0 when there is none. Even,
-/// so that a vector that starts there starts with an even pixel.
+/// Pixels from `out` to the last one, among `most`, whose output is aligned for streaming; 0 when there is none. Even, so
+/// that a vector that starts there starts with an even pixel.
 template <class Writer>
-HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out) {
-    std::size_t pixels = kLanes;
+HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) {
+    std::size_t pixels = most;
     while (pixels != 0 && !IsAligned(out + pixels * Writer::kPixelBytes)) pixels -= 2;
     return pixels;
 }
 
-/// Whether streaming writes suit a band: it is large, and all its lines reach an aligned address after the same number
-/// of pixels.
-template <class Writer>
-bool MayStream(const BayerBand& band) {
+/// Whether streaming writes of `pixels` at a time suit a band: it is large, and all its lines reach an aligned address
+/// after the same number of pixels.
+template <class Writer, class Band>
+bool MayStream(const Band& band, std::size_t pixels) {
     return band.isLarge && band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) == 0 &&
-           AlignedPixels<Writer>(band.destination) != 0;
+           AlignedPixels<Writer>(band.destination, pixels) != 0;
 }
 
 /// Calls `work` (an object with a member template Run) on all columns of a band in the right form.
-template <class Work>
-void OnLines(const BayerBand& band, const Work& work) {
-    if (band.sourceStep == 1) {
+template <class Band, class Work>
+void OnLines(const Band& band, const Work& work) {
+    if (band.sourceStep == sizeof(typename Band::Sample)) {
         DirectLines lines(band);
         work.Run(lines, 0, band.width);
         return;
     }
-    for (std::uint32_t begin = 0; begin < band.width; begin += GatheredLines::kStretch) {
-        const std::uint32_t end = std::min(band.width, begin + GatheredLines::kStretch);
-        GatheredLines lines(band, begin, end);
-        work.Run(lines, begin, end);
+    if constexpr (sizeof(typename Band::Sample) == 1) {
+        for (std::uint32_t begin = 0; begin < band.width; begin += GatheredLines::kStretch) {
+            const std::uint32_t end = std::min(band.width, begin + GatheredLines::kStretch);
+            GatheredLines lines(band, begin, end);
+            work.Run(lines, begin, end);
+        }
     }
 }

@@ -1,3 +1,4 @@
+#include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
 #include <KyImgLib/pixeltypes/catalogue/Catalogue.h>
 
@@ -21,6 +22,18 @@ constexpr BayerByteSource kBayerByteSources[] = {
     {0x00120012, 1}, {0x00120014, 1}, {0x00120015, 1}, {0x00120016, 1},
 };
 
+/// A Bayer source of words, and the shift that brings its samples to 8 bits.
+struct BayerWordSource {
+    std::int64_t id;
+    std::uint32_t shift;
+};
+
+constexpr BayerWordSource kBayerWordSources[] = {
+    {0x00020011, 2},                   // 10 bits
+    {0x00020014, 2}, {0x00020012, 4},  // 12 bits
+    {0x00020015, 4}, {0x00020016, 6},  // 14 bits
+};
+
 class Constructor {
 public:
     template <typename Converter, typename... Arguments>
@@ -40,6 +53,13 @@ BuiltInConverters ConstructBuiltInConverters() {
         for (const bool order : {kRGB, kBGR}) {
             construct.Add<KyBayerRGB8ToRGB24>(source, order, bytesBefore, kReserved);
             construct.Add<KyBayerRGB8ToRGB32>(source, order, bytesBefore, kReserved);
+        }
+    }
+    for (const auto& [source, shift] : kBayerWordSources) {
+        construct.Add<KyBayerRGB16ToRGB16>(source, shift, kReserved);
+        for (const bool order : {kRGB, kBGR}) {
+            construct.Add<KyBayerRGB16ToRGB24>(source, order, shift, kReserved);
+            construct.Add<KyBayerRGB16ToRGB32>(source, order, shift, kReserved);
         }
     }
     return std::move(construct.converters);

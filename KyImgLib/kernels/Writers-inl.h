@@ -1,4 +1,4 @@
-// Writers: three channel bytes of each pixel to a destination format. For RGB the first channel is red, for BGR blue.
+// Writers: three channel values of each pixel to a destination format. For RGB the first channel is red, for BGR blue.
 // Needs Lanes-inl.h before it.
 
 #if !KY_PLAIN
@@ -10,6 +10,7 @@ HWY_INLINE void PutAll(const V8 (&vectors)[N], std::uint8_t* to) {
 
 /// 16-bit words, 5-6-5, the first channel in the high bits.
 struct Write565 {
+    using Value = std::uint8_t;
     static constexpr std::size_t kPixelBytes = 2;
 
     static void StorePixel(std::uint8_t first, std::uint8_t second, std::uint8_t third, std::uint8_t* to) {
@@ -35,6 +36,7 @@ struct Write565 {
 
 /// Three bytes.
 struct Write24 {
+    using Value = std::uint8_t;
     static constexpr std::size_t kPixelBytes = 3;
 
     static void StorePixel(std::uint8_t first, std::uint8_t second, std::uint8_t third, std::uint8_t* to) {
@@ -54,6 +56,7 @@ struct Write24 {
 
 /// Three bytes and a fourth that is 0.
 struct Write32 {
+    using Value = std::uint8_t;
     static constexpr std::size_t kPixelBytes = 4;
 
     static void StorePixel(std::uint8_t first, std::uint8_t second, std::uint8_t third, std::uint8_t* to) {
@@ -67,6 +70,25 @@ struct Write32 {
     static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* to) {
         V8 out[4];
         Interleave3Zero(first, second, third, out);
+        PutAll<kStream>(out, to);
+    }
+#endif
+};
+
+/// Three 16-bit words.
+struct Write48 {
+    using Value = std::uint16_t;
+    static constexpr std::size_t kPixelBytes = 6;
+
+    static void StorePixel(std::uint16_t first, std::uint16_t second, std::uint16_t third, std::uint8_t* to) {
+        const std::uint16_t words[] = {first, second, third};
+        std::memcpy(to, words, sizeof words);
+    }
+#if !KY_PLAIN
+    template <bool kStream>
+    static HWY_INLINE void Store(V16 first, V16 second, V16 third, std::uint8_t* to) {
+        V8 out[3];
+        InterleaveWords3(Bytes(first), Bytes(second), Bytes(third), out);
         PutAll<kStream>(out, to);
     }
 #endif

@@ -1,0 +1,90 @@
+#ifndef KYIMGLIB_CONVERTERS_BAYER_BAYERDRIVERINTERNAL_H
+#define KYIMGLIB_CONVERTERS_BAYER_BAYERDRIVERINTERNAL_H
+
+#include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/converters/bayer/PatternInternal.h>
+#include <KyImgLib/kernels/bayer/BayerBand.h>
+#include <KyImgLib/platform/CpuCacheInternal.h>
+
+namespace ky {
+
+/// Calls the kernels of one Bayer converter: turns its settings and a thread's context into bands of lines.
+template <typename Band>
+class BayerDriver {
+public:
+    using Filter = typename Band::Filter;
+
+    BayerKernels<Band> kernels;
+    std::uint32_t sourceStep;            ///< bytes of a source pixel
+    std::uint32_t destinationPixelSize;  ///< bytes
+    bool blueFirst;                      ///< the destination stores blue in the first place
+    const KyRGBFilter& defaultFilter;    ///< for line calls outside of an area
+    std::uint32_t shift;                 ///< of filtered words
+    Filter (*makeFilter)(const KyRGBFilter& filter, bool blueFirst, std::uint32_t shift);
+
+    std::uint32_t ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const {
+        const ContextHolder context;
+        if (!HasBayerPattern(context->flags)) return KY_STATUS_BAD_ARGUMENT;
+        Convert(*context, false, source, context->sourceLineSize, destination, count, 2, 0);
+        return KY_STATUS_SUCCESS;
+    }
+
+    std::uint32_t ConvertInterpolated(const std::uint8_t* source, std::uint8_t* destination,
+                                      std::uint32_t count) const {
+        const ContextHolder context;
+        // Neighbouring lines are a line of the area's source away, whatever the context says of line sizes since: a
+        // composite converter's line call changes them. A call outside of an area has only the context to go by.
+        const std::size_t areaLine = std::size_t{context->areaSourceWidth} * sourceStep;
+        const std::size_t sourceLine = areaLine != 0 ? areaLine : context->sourceLineSize;
+        Convert(*context, true, source, sourceLine, destination, count, 1, context->lineIndex);
+        return KY_STATUS_SUCCESS;
+    }
+
+    void ConvertPass(const KyPixelConverterContext& context, const KyLinePass& pass) const {
+        const bool interpolate = (context.flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) != 0;
+        const std::size_t sourceLine = context.sourceLineSize;
+        const bool isOneImage = pass.sourceStep == pass.lineStep * sourceLine;
+        if (isOneImage) {
+            Convert(context, interpolate, pass.source, sourceLine, pass.destination, pass.width, pass.height, 0);
+            return;
+        }
+        // The fields of an interlaced source: line calls come with every second index, lines from each following one.
+        for (std::uint32_t line = 0; line < pass.height; line += pass.lineStep) {
+            const std::size_t call = line / pass.lineStep;
+            Convert(context, interpolate, pass.source + call * pass.sourceStep, sourceLine,
+                    pass.destination + call * pass.destinationStep, pass.width, interpolate ? 1 : 2, line);
+        }
+    }
+
+private:
+    /// Converts `lines` lines of `width` pixels, the first of which has this index.
+    void Convert(const KyPixelConverterContext& context, bool interpolate, const std::uint8_t* source,
+                 std::size_t sourceLine, std::uint8_t* destination, std::uint32_t width, std::uint32_t lines,
+                 std::uint32_t index) const {
+        if (!interpolate) width -= width % 2;
+        if (width == 0 || lines == 0) return;
+
+        Band band;
+        band.source = source;
+        band.sourceLine = static_cast<std::ptrdiff_t>(sourceLine);
+        band.sourceStep = sourceStep;
+        band.destination = destination;
+        band.destinationLine = static_cast<std::ptrdiff_t>(context.destinationLineSize);
+        band.width = width;
+        band.lines = lines;
+        band.firstLine = MosaicLine::OfType(EvenRowType(context.flags));
+        if (interpolate && index % 2 != 0) band.firstLine = band.firstLine.Next();
+        if (blueFirst) band.firstLine = band.firstLine.Exchanged();
+        band.hasLineAbove = index > 0;
+        band.hasLineBelow = index + (lines - 1) < context.destinationHeight - 1;
+        band.isLarge = ExceedsCache((std::size_t{destinationPixelSize} + sourceStep) * width * lines);
+        band.filter = makeFilter(context.filter == nullptr ? defaultFilter : *context.filter, blueFirst, shift);
+        (interpolate ? kernels.interpolate : kernels.replicate)(band);
+    }
+};
+
+}  // namespace ky
+
+#endif

@@ -1,0 +1,12 @@
+#include <KyImgLib/kernels/KernelTable.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include <hwy/cache_control.h>
+
+#define KY_KERNEL_FILE "KyImgLib/kernels/bayer/Bayer16-inl.h"
+#include <KyImgLib/kernels/EveryLevel.h>

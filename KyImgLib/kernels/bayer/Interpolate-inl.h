@@ -1,0 +1,268 @@
+// Bilinear interpolation of Bayer lines with vectors. Needs SourceLines-inl.h and Sites-inl.h before it.
+//
+// Two lines are done at a time, because they share most of their neighbours. The rule for border pixels differs from that
+// for the others only in what the first and the last pixel of a line use: vectors run over these too, and the two are
+// written again by the general rule. The first and the last line have one neighbouring line instead of two, which makes an
+// average over three of the one over four.
+
+/// One or two lines to be interpolated over some columns.
+struct InterpolationJob {
+    const std::uint8_t* rows[4];  ///< the line above, the line, (the second line,) the line below
+    std::uint8_t* out[2];
+    ReadableBytes readable;
+    MosaicLine line;         ///< the first of the lines
+    std::size_t begin, end;  ///< columns
+    std::size_t width;       ///< of the image
+};
+
+enum class Lines { kOneWithOneNeighbour, kOne, kTwo };
+
+template <class Writer, class Band, bool kIsIdentity, Lines kLines, bool kGreenFirst>
+class LineInterpolator {
+public:
+    HWY_INLINE LineInterpolator(const InterpolationJob& toDo, const typename Band::Filter& filter)
+        : job(toDo), output(Stage(filter)), tables(filter) {}
+
+    template <bool kStream>
+    HWY_INLINE void Run() const {
+        const std::size_t pixels = job.end - job.begin;
+        const std::size_t evenEnd = job.end - pixels % 2;
+        if (pixels < kPixels)
+            Staged(job.begin, pixels);
+        else if constexpr (kStream)
+            Stream(evenEnd);
+        else
+            Cover(evenEnd);
+        if (pixels >= kPixels && evenEnd != job.end && job.end != job.width) BorderPixel(job.end - 1);
+        if (job.begin == 0) BorderPixel(0);
+        if (job.end == job.width) BorderPixel(job.width - 1);
+    }
+
+private:
+    using Sample = typename Band::Sample;
+    using Stage = FilterStage<typename Band::Filter, kIsIdentity>;
+    using Output = SiteOutput<Writer, Stage, Sample>;
+    using Pixels = PixelsAround<Sample>;
+
+    static constexpr int kRows = kLines == Lines::kTwo ? 4 : 3;
+    static constexpr int kOutputs = kLines == Lines::kTwo ? 2 : 1;
+    static constexpr std::size_t kPixels = Output::kPixels;
+    static constexpr std::size_t kMargin = Pixels::kMargin;
+
+    static HWY_INLINE const std::uint8_t* Row(const InterpolationJob& of, int row, std::size_t x) {
+        return of.rows[row] + x * sizeof(Sample);
+    }
+    static HWY_INLINE std::uint8_t* Out(const InterpolationJob& of, int line, std::size_t x) {
+        return of.out[line] + x * Writer::kPixelBytes;
+    }
+
+    /// Whether the step at column x reaches only what may be read.
+    HWY_INLINE bool IsReadable(std::size_t x) const {
+        constexpr std::size_t kBefore = kMargin * sizeof(Sample), kAfter = (kPixels + kMargin) * sizeof(Sample);
+        return Row(job, 0, x) - kBefore >= job.readable.begin && Row(job, kRows - 1, x) + kAfter <= job.readable.end;
+    }
+
+    /// All columns up to `evenEnd`, at least a step of them. Steps overlap where their number does not divide.
+    HWY_INLINE void Cover(std::size_t evenEnd) const {
+        std::size_t x = job.begin;
+        std::size_t last = evenEnd - kPixels;
+        if (!IsReadable(x)) {
+            Staged(x, kPixels);
+            x += kPixels;
+        }
+        if (!IsReadable(last)) {
+            if (x < evenEnd) Staged(last, kPixels);
+            if (last < x + kMargin) return;
+            last -= kMargin;
+        }
+        if (x < evenEnd) Steps<false>(job, output, std::min(x, last), last);
+    }
+
+    /// The same with streaming writes. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
+    HWY_INLINE void Stream(std::size_t evenEnd) const {
+        std::size_t x = job.begin;
+        const std::size_t head = AlignedPixels<Writer>(Out(job, 0, x), kPixels);
+        WholeOrPart(x, head);
+        x += head;
+        if (x + kPixels + kMargin <= evenEnd) {
+            const std::size_t steps = (evenEnd - kMargin - x) / kPixels;
+            Steps<true>(job, output, x, x + (steps - 1) * kPixels);
+            x += steps * kPixels;
+        }
+        if (x < evenEnd) WholeOrPart(x, evenEnd - x);
+    }
+
+    HWY_INLINE void WholeOrPart(std::size_t x, std::size_t pixels) const {
+        if (pixels == kPixels && IsReadable(x))
+            Steps<false>(job, output, x, x);
+        else
+            Staged(x, pixels);
+    }
+
+    /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
+    template <bool kStream>
+    static HWY_NOINLINE void Steps(const InterpolationJob& of, const Output& to, std::size_t x, std::size_t last) {
+        // Local, so that no write to the destination can be taken for a change of them.
+        const InterpolationJob localJob = of;
+        const Output localOutput = to;
+        for (;;) {
+            Step<kStream>(localJob, localOutput, x);
+            if (x >= last) break;
+            x = std::min(x + kPixels, last);
+        }
+        LeaveVectors();
+    }
+
+    /// The vectors at column x: as many as make one of the writer's.
+    template <bool kStream>
+    static HWY_INLINE void Step(const InterpolationJob& of, const Output& to, std::size_t x) {
+        if constexpr (Output::kVectors == 1) {
+            const TwoLines sites = Vectors(of, x);
+            const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
+            to.template Write<kStream>(first, of.line.ownIsBlue, {Out(of, 0, x)});
+            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !of.line.ownIsBlue, {Out(of, 1, x)});
+        } else {
+            const TwoLines sites = Vectors(of, x), next = Vectors(of, x + Output::kVectorPixels);
+            const SitePlanes<Sample> first[] = {sites.first, next.first}, second[] = {sites.second, next.second};
+            to.template Write<kStream>(first, of.line.ownIsBlue, {Out(of, 0, x)});
+            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !of.line.ownIsBlue, {Out(of, 1, x)});
+        }
+    }
+
+    struct TwoLines {
+        SitePlanes<Sample> first, second;  ///< the same, where there is one line
+    };
+    static HWY_INLINE TwoLines Vectors(const InterpolationJob& of, std::size_t x) {
+        const Pixels above(Row(of, 0, x)), line(Row(of, 1, x)), below(Row(of, 2, x));
+        if constexpr (kLines == Lines::kTwo) {
+            const Pixels further(Row(of, 3, x));
+            return {InterpolateSites<kGreenFirst, false>(above, line, below),
+                    InterpolateSites<!kGreenFirst, false>(line, below, further)};
+        } else {
+            constexpr bool kOneNeighbour = kLines == Lines::kOneWithOneNeighbour;
+            const auto only = InterpolateSites<kGreenFirst, kOneNeighbour>(above, line, below);
+            return {only, only};
+        }
+    }
+
+    /// Up to a step of pixels, through buffers on the stack where a whole step would reach outside the image.
+    HWY_NOINLINE void Staged(std::size_t x, std::size_t pixels) const {
+        std::uint8_t input[kRows][(kPixels + 2 * kMargin) * sizeof(Sample)] = {};
+        std::uint8_t result[kOutputs][kPixels * Writer::kPixelBytes];
+        InterpolationJob staged = job;
+        const std::size_t from = x < kMargin ? 0 : x - kMargin;
+        const std::size_t to = std::min(x + pixels + kMargin, std::min(job.end + 1, job.width));
+        for (int row = 0; row < kRows; ++row) {
+            std::memcpy(input[row] + (kMargin - (x - from)) * sizeof(Sample), Row(job, row, from),
+                        (to - from) * sizeof(Sample));
+            staged.rows[row] = input[row] + kMargin * sizeof(Sample);
+        }
+        for (int line = 0; line < kOutputs; ++line) staged.out[line] = result[line];
+        Steps<false>(staged, output, 0, 0);
+        for (int line = 0; line < kOutputs; ++line)
+            std::memcpy(Out(job, line, x), result[line], pixels * Writer::kPixelBytes);
+    }
+
+    /// The pixel at column x by the general rule: the first or the last of the image, or one that no vector at an even
+    /// column ends with.
+    HWY_INLINE void BorderPixel(std::size_t x) const {
+        MosaicLine line = job.line;
+        for (int i = 0; i < kOutputs; ++i, line = line.Next()) {
+            const std::uint8_t* const below = kLines == Lines::kOneWithOneNeighbour ? nullptr : Row(job, i + 2, x);
+            const auto site = InterpolateSite<Sample>(Row(job, i, x), Row(job, i + 1, x), below, x > 0,
+                                                      x + 1 < job.width, line.IsGreenSite(x));
+            StoreSite<Writer>(tables, site, line.ownIsBlue, Out(job, i, x));
+        }
+    }
+
+    const InterpolationJob& job;
+    const Output output;
+    const typename Band::Filter& tables;
+};
+
+template <class Writer, class Band, bool kIsIdentity>
+class Interpolation {
+public:
+    explicit Interpolation(const Band& toDo) : band(toDo) {}
+
+    template <class Source>
+    void Run(Source& source, std::uint32_t begin, std::uint32_t end) const {
+        const bool stream = MayStream<Writer>(band, kPixels);
+        InterpolationJob job = {};
+        job.readable = source.Readable();
+        job.line = band.firstLine;
+        job.begin = begin;
+        job.end = end;
+        job.width = band.width;
+        for (std::uint32_t y = 0; y < band.lines;) {
+            const bool hasAbove = y > 0 || band.hasLineAbove;
+            const bool hasBelow = y + 1 < band.lines || band.hasLineBelow;
+            const bool hasTwoBelow = y + 2 < band.lines || (y + 2 == band.lines && band.hasLineBelow);
+            const Lines lines = hasAbove && hasTwoBelow ? Lines::kTwo
+                                : hasAbove && hasBelow  ? Lines::kOne
+                                                        : Lines::kOneWithOneNeighbour;
+            job.out[0] = band.destination + y * band.destinationLine;
+            job.out[1] = job.out[0] + band.destinationLine;
+            const std::ptrdiff_t line = y;
+            if (!hasAbove && !hasBelow) {
+                LoneLine(source.Line(line), job);
+            } else {
+                job.rows[0] = source.Line(hasAbove ? line - 1 : line + 1);
+                job.rows[1] = source.Line(line);
+                job.rows[2] = source.Line(hasBelow ? line + 1 : line - 1);
+                if (lines == Lines::kTwo) job.rows[3] = source.Line(line + 2);
+                Convert(job, lines, stream);
+            }
+            const std::uint32_t done = lines == Lines::kTwo ? 2 : 1;
+            if (done == 1) job.line = job.line.Next();
+            y += done;
+        }
+        if (stream) hwy::FlushStream();
+    }
+
+private:
+    using Sample = typename Band::Sample;
+    static constexpr std::size_t kPixels = kLanes / sizeof(typename Writer::Value);
+
+    void Convert(const InterpolationJob& job, Lines lines, bool stream) const {
+        if (job.line.greenFirst)
+            Convert<true>(job, lines, stream);
+        else
+            Convert<false>(job, lines, stream);
+    }
+
+    template <bool kGreenFirst>
+    void Convert(const InterpolationJob& job, Lines lines, bool stream) const {
+        if (lines == Lines::kTwo && stream)
+            ConvertLines<Lines::kTwo, kGreenFirst, true>(job);
+        else if (lines == Lines::kTwo)
+            ConvertLines<Lines::kTwo, kGreenFirst, false>(job);
+        else if (lines == Lines::kOne)
+            ConvertLines<Lines::kOne, kGreenFirst, false>(job);
+        else
+            ConvertLines<Lines::kOneWithOneNeighbour, kGreenFirst, false>(job);
+    }
+
+    template <Lines kLines, bool kGreenFirst, bool kStream>
+    HWY_NOINLINE void ConvertLines(const InterpolationJob& job) const {
+        LineInterpolator<Writer, Band, kIsIdentity, kLines, kGreenFirst>(job, band.filter).template Run<kStream>();
+    }
+
+    HWY_NOINLINE void LoneLine(const std::uint8_t* here, const InterpolationJob& job) const {
+        for (std::size_t x = job.begin; x < job.end; ++x) {
+            const auto site = InterpolateSite<Sample>(nullptr, here + x * sizeof(Sample), nullptr, x > 0,
+                                                      x + 1 < job.width, job.line.IsGreenSite(x));
+            StoreSite<Writer>(band.filter, site, job.line.ownIsBlue, job.out[0] + x * Writer::kPixelBytes);
+        }
+    }
+
+    const Band& band;
+};
+
+template <class Writer, class Band>
+void Interpolate(const Band& band) {
+    if (band.filter.IsIdentity())
+        OnLines(band, Interpolation<Writer, Band, true>(band));
+    else
+        OnLines(band, Interpolation<Writer, Band, false>(band));
+}

@@ -1,0 +1,171 @@
+// The values of Bayer sites, a vector at a time. Needs Lanes-inl.h before it.
+//
+// A vector of samples is taken as pairs, lanes twice as wide, each with an even pixel in its lower half and the odd one
+// after it in its upper half. That leaves room for sums, and even and odd pixels are sites of different kinds anyhow.
+
+template <typename Sample>
+struct PairOf;
+template <>
+struct PairOf<std::uint8_t> {
+    using Type = std::uint16_t;
+};
+template <>
+struct PairOf<std::uint16_t> {
+    using Type = std::uint32_t;
+};
+
+/// Operations on pairs of samples.
+template <typename Sample>
+struct Pairs {
+    using D = TagOf<typename PairOf<Sample>::Type>;
+    using V = hn::Vec<D>;
+    static constexpr int kBits = 8 * sizeof(Sample);
+    static constexpr auto kLow = std::numeric_limits<Sample>::max();
+    static constexpr auto kHigh = static_cast<typename PairOf<Sample>::Type>(~typename PairOf<Sample>::Type{kLow});
+
+    static HWY_INLINE V Load(const std::uint8_t* at) { return hn::BitCast(D(), hn::LoadU(D8(), at)); }
+    static HWY_INLINE V Even(V v) { return hn::And(v, hn::Set(D(), kLow)); }
+    static HWY_INLINE V Odd(V v) { return hn::ShiftRight<kBits>(v); }
+
+    /// Values of even pixels in the lower halves (the upper ones clear) and of odd pixels in the upper halves (the lower
+    /// ones anything).
+    static HWY_INLINE VectorOf<Sample> MergeClean(V even, V odd) {
+        return hn::BitCast(TagOf<Sample>(), hn::OrAnd(even, odd, hn::Set(D(), kHigh)));
+    }
+    /// The same with anything in the upper halves of `even`.
+    static HWY_INLINE VectorOf<Sample> Merge(V even, V odd) {
+        return hn::BitCast(TagOf<Sample>(), hn::IfVecThenElse(hn::Set(D(), kLow), even, odd));
+    }
+    /// A lower half moved into the upper one, divided by 1 << kDivisorBits.
+    template <int kDivisorBits>
+    static HWY_INLINE V ToUpper(V v) {
+        return hn::ShiftLeft<kBits - kDivisorBits>(v);
+    }
+};
+
+/// A third of a sum of three samples. For bytes: times 65536 / 3 rounded up. For words: in floating point, where the half
+/// that is added keeps every quotient farther from an integer than the arithmetic errs.
+HWY_INLINE V16 Third(V16 sum) { return hn::MulHigh(sum, hn::Set(D16(), 21846)); }
+HWY_INLINE VectorOf<std::uint32_t> Third(VectorOf<std::uint32_t> sum) {
+    const TagOf<std::int32_t> di;
+    const TagOf<float> df;
+    const auto value = hn::Add(hn::ConvertTo(df, hn::BitCast(di, sum)), hn::Set(df, 0.5f));
+    return hn::BitCast(TagOf<std::uint32_t>(), hn::ConvertTo(di, hn::Mul(value, hn::Set(df, 1.0f / 3.0f))));
+}
+
+/// A vector of pixels of one line, and the vectors two pixels to the left and to the right.
+template <typename Sample>
+struct PixelsAround {
+    /// Pixels that it reaches beyond its own on both sides.
+    static constexpr std::size_t kMargin = 2;
+
+    using P = Pairs<Sample>;
+    typename P::V left, here, right;
+
+    explicit HWY_INLINE PixelsAround(const std::uint8_t* at)
+        : left(P::Load(at - kMargin * sizeof(Sample))), here(P::Load(at)),
+          right(P::Load(at + kMargin * sizeof(Sample))) {}
+};
+
+template <typename Sample>
+struct SitePlanes {
+    VectorOf<Sample> own, green, opposite;
+};
+
+/// The bilinear rule. With one neighbouring line, `above` and `below` are both that line: what is averaged over the two is
+/// then its value, and where it is one of three neighbours it counts once.
+template <bool kGreenFirst, bool kOneNeighbour, typename Sample>
+HWY_INLINE SitePlanes<Sample> InterpolateSites(const PixelsAround<Sample>& above, const PixelsAround<Sample>& line,
+                                               const PixelsAround<Sample>& below) {
+    using P = Pairs<Sample>;
+    if constexpr (kGreenFirst) {
+        const auto vertical = hn::Add(P::Even(above.here), P::Even(below.here));
+        const auto verticalRight = hn::Add(P::Even(above.right), P::Even(below.right));
+        const auto diagonals = hn::Add(vertical, verticalRight);
+        const auto horizontal = hn::Add(P::Odd(line.left), P::Odd(line.here));
+        const auto greens = hn::Add(P::Even(line.here), P::Even(line.right));
+        typename P::V cross;
+        if constexpr (kOneNeighbour)
+            cross = P::template ToUpper<0>(Third(hn::Add(greens, P::Odd(above.here))));
+        else
+            cross = P::template ToUpper<2>(hn::Add(greens, hn::Add(P::Odd(above.here), P::Odd(below.here))));
+        return {P::MergeClean(hn::ShiftRight<1>(horizontal), line.here), P::Merge(line.here, cross),
+                P::MergeClean(hn::ShiftRight<1>(vertical), P::template ToUpper<2>(diagonals))};
+    } else {
+        const auto vertical = hn::Add(P::Odd(above.here), P::Odd(below.here));
+        const auto verticalLeft = hn::Add(P::Odd(above.left), P::Odd(below.left));
+        const auto diagonals = hn::Add(vertical, verticalLeft);
+        const auto horizontal = hn::Add(P::Even(line.here), P::Even(line.right));
+        const auto greens = hn::Add(P::Odd(line.left), P::Odd(line.here));
+        typename P::V cross;
+        if constexpr (kOneNeighbour)
+            cross = Third(hn::Add(greens, P::Even(above.here)));
+        else
+            cross = hn::ShiftRight<2>(hn::Add(greens, hn::Add(P::Even(above.here), P::Even(below.here))));
+        return {P::Merge(line.here, P::template ToUpper<1>(horizontal)), P::MergeClean(cross, line.here),
+                P::MergeClean(hn::ShiftRight<2>(diagonals), P::template ToUpper<1>(vertical))};
+    }
+}
+
+/// Each 2 x 2 cell of two lines to the four pixels over it: its two colours to all, the upper line's green to the left
+/// ones, the lower line's to the right ones. `own` is the upper line's colour.
+template <bool kGreenFirst, typename Sample>
+HWY_INLINE SitePlanes<Sample> ReplicateCells(const std::uint8_t* upperAt, const std::uint8_t* lowerAt) {
+    using P = Pairs<Sample>;
+    const auto upper = P::Load(upperAt), lower = P::Load(lowerAt);
+    if constexpr (kGreenFirst) {  // green own / opposite green
+        return {P::Merge(P::Odd(upper), upper), P::Merge(upper, lower), P::Merge(lower, P::template ToUpper<0>(lower))};
+    } else {  // own green / green opposite
+        return {P::Merge(upper, P::template ToUpper<0>(upper)),
+                P::MergeClean(P::Odd(upper), P::template ToUpper<0>(lower)), P::Merge(P::Odd(lower), lower)};
+    }
+}
+
+/// Passes planes of sites through the filter stage and to the writer: one vector of the writer's values at a time, which
+/// takes two vectors of samples where words become bytes.
+template <class Writer, class Filter, typename Sample>
+class SiteOutput {
+public:
+    static constexpr std::size_t kVectors = sizeof(Sample) / sizeof(typename Writer::Value);
+    static constexpr std::size_t kVectorPixels = kLanes / sizeof(Sample);
+    static constexpr std::size_t kPixels = kVectors * kVectorPixels;
+
+    explicit HWY_INLINE SiteOutput(const Filter& stage) : filter(stage) {}
+
+    /// Writes the same pixels to each address of `to`.
+    template <bool kStream, std::size_t kCopies>
+    HWY_INLINE void Write(const SitePlanes<Sample> (&sites)[kVectors], bool ownIsBlue,
+                          std::uint8_t* const (&to)[kCopies]) const {
+        auto first = sites[0].own, third = sites[0].opposite;
+        if (ownIsBlue) {
+            first = sites[0].opposite;
+            third = sites[0].own;
+        }
+        if constexpr (kVectors == 1) {
+            Store<kStream>(filter.template Apply<0>(first), filter.template Apply<1>(sites[0].green),
+                           filter.template Apply<2>(third), to);
+        } else {
+            auto nextFirst = sites[1].own, nextThird = sites[1].opposite;
+            if (ownIsBlue) {
+                nextFirst = sites[1].opposite;
+                nextThird = sites[1].own;
+            }
+            Store<kStream>(Narrow<0>(first, nextFirst), Narrow<1>(sites[0].green, sites[1].green),
+                           Narrow<2>(third, nextThird), to);
+        }
+    }
+
+private:
+    template <bool kStream, class V, std::size_t kCopies>
+    static HWY_INLINE void Store(V first, V second, V third, std::uint8_t* const (&to)[kCopies]) {
+        for (std::uint8_t* const copy : to) Writer::template Store<kStream>(first, second, third, copy);
+    }
+
+    template <int kChannel>
+    HWY_INLINE V8 Narrow(V16 v, V16 next) const {
+        return LowBytes(hn::ShiftRightSame(filter.template Apply<kChannel>(v), filter.Shift()),
+                        hn::ShiftRightSame(filter.template Apply<kChannel>(next), filter.Shift()));
+    }
+
+    const Filter filter;
+};
