@@ -1,0 +1,140 @@
+#include "ToolTest.h"
+
+#include <KyImgLib/KyImgLib.h>
+
+#include <sstream>
+
+namespace {
+
+/// A message is one line, says who speaks, and contains `text`.
+void ExpectMessage(const ToolResult& result, int status, const std::string& text) {
+    EXPECT_EQ(result.status, status) << result.messages;
+    EXPECT_EQ(result.messages.rfind("kyimg: ", 0), 0U) << result.messages;
+    EXPECT_EQ(result.messages.find('\n'), result.messages.size() - 1) << result.messages;
+    EXPECT_NE(result.messages.find(text), std::string::npos) << result.messages << "\nlacks: " << text;
+}
+
+class CommandLineTest : public ToolTest {
+protected:
+    const Bytes frame = MakeBytes(640 * 4);
+};
+
+TEST_F(CommandLineTest, MistakesAreToldAndLeaveNothing) {
+    struct Mistake {
+        const char* arguments;  // after: convert in.raw -o out.png
+        int status;
+        const char* text;
+    };
+    const Mistake mistakes[] = {
+        {"--type 0x20010 --size 1920x1080 --bayer RGGB", 1,
+         "frame holds 2560 bytes, 1920x1080 Bayer RGB 8-bits needs 2073600"},
+        {"--type 0x20010 --size 640x2 --bayer RGGB", 1, "for 2 frames give --frames all"},
+        {"--type 0x20010 --size 100x100 --bayer RGGB --frames all", 1, "no whole number of frames"},
+        {"--type 0x20010 --size 640x2 --bayer RGGB --frames 3", 1, "frame 3 of 640x2 Bayer RGB 8-bits ends at 3840"},
+        {"--type 0x20010 --size 640x4 --skip-bytes 2561", 1, "2560 of the 2561 bytes to be skipped"},
+        {"--type 0x20010 --size 640x0", 2, "no pixels"},
+        {"--type 0x20010 --size 65536x65536", 2, "at most 536870911 pixels"},
+        {"--type 0x20010 --size 99999999999999999999x1", 2, "not like 1920x1080"},
+        {"--type 0x20010 --size 640", 2, "not like 1920x1080"},
+        {"--type 0x2FFFF --size 640x4", 2, "no pixel type 0x2FFFF"},
+        {"--type 'bayer 8' --size 640x4", 2, "did you mean Bayer RGB 8-bits (0x00020010)"},
+        {"--type nonsense --size 640x4", 2, "kyimg list types"},
+        {"--type 0x10001 --size 640x4 --to 0x40001", 1, "there are ones to Grayscale 8-bits (0x00010001)"},
+        {"--type 0x20010 --size 640x4 --bayer RGBG", 2, "--bayer"},
+        {"--type 0x10001 --size 640x4 --bayer RGGB", 2, "--bayer is for a Bayer mosaic"},
+        {"--type 0x10001 --size 640x4 --gain 1,2,3", 2, "conversions of colours"},
+        {"--type 0x20010 --size 640x4 --gain -1,1,1", 2, "-1 is not a factor"},
+        {"--type 0x20010 --size 640x4 --gain 1,nan,1", 2, "nan is not a factor"},
+        {"--type 0x20010 --size 640x4 --gain 1,2", 2, "--gain"},
+        {"--type 0x20010 --size 640x4 --offset 0,256,0", 2, "256 is not a whole number from 0 to 255"},
+        {"--type 0x20010 --size 640x4 --frames 3-2", 2, "--frames"},
+        {"--type 0x20010 --size 640x4 --format gif", 2, "png, ppm and raw"},
+        {"--type 0x410002 --size 639x4 --to 0x410002 --format raw", 1, "even"},
+        {"--type 0x410002 --size 640x4 --to 0x410002", 2, "only be written as raw"},
+        {"--type 0x20010 --size 640x4 --cpu-level turbo", 2, "scalar"},
+        {"--type 0x20010 --size 640x4 --fast", 2, "--fast"},
+    };
+    Write("in.raw", frame);
+    for (const Mistake& mistake : mistakes) {
+        SCOPED_TRACE(mistake.arguments);
+        ExpectMessage(Run(std::string("convert in.raw -q -o out.png ") + mistake.arguments), mistake.status,
+                      mistake.text);
+        EXPECT_EQ(ListFiles(), std::set<std::string>{"in.raw"});
+    }
+}
+
+TEST_F(CommandLineTest, PipedInputMustBeWholeFrames) {
+    const std::string command = "convert --type 0x20010 --bayer RGGB -o out.png --size ";
+    ExpectMessage(Run(command + "640x5", frame), 1, "frame holds 2560 bytes, 640x5 Bayer RGB 8-bits needs 3200");
+    ExpectMessage(Run(command + "640x2", frame), 1, "more than the 1280 bytes");
+    ExpectMessage(Run(command + "640x4"), 1, "frame holds 0 bytes");
+    ExpectMessage(Run(command + "640x4 --frames all"), 1, "frame 1 holds 0 bytes");
+    EXPECT_EQ(ListFiles(), std::set<std::string>{});
+    ExpectMessage(Run(command + "640x3 --frames all -i", frame), 1, "frame 2 holds 640 bytes");
+    EXPECT_EQ(ListFiles(), std::set<std::string>{"out-0001.png"});
+}
+
+TEST_F(CommandLineTest, FilesThatCannotBeReadOrWritten) {
+    const std::string command = "convert --type 0x20010 --bayer RGGB --size 640x4 ";
+    ExpectMessage(Run(command + "missing.raw -o out.png"), 1, "cannot read missing.raw: No such file");
+    ExpectMessage(Run(command + ". -o out.png"), 1, "directory");
+    ExpectMessage(Run(command + "-o missing/out.png", frame), 1, "cannot write missing/out.png: No such file");
+    ExpectMessage(Run(command + "-o ../files --format png", frame), 1, "directory");
+    ExpectMessage(Run(command + "-o out", frame), 2, "--format");
+    EXPECT_EQ(ListFiles(), std::set<std::string>{});
+    if (!std::filesystem::exists("/dev/full")) return;
+    ExpectMessage(Run(command + "-o /dev/full --format ppm", frame), 1, "No space left");
+    ExpectMessage(Run(command + "-o - --format ppm >/dev/full 2>../stderr #", frame), 1, "No space left");
+}
+
+TEST_F(CommandLineTest, ExistingOutputIsReplacedWholeOrKept) {
+    Write("out.ppm", {1, 2, 3});
+    const std::string command = "convert --type 0x20010 --bayer RGGB -o out.ppm --size ";
+    EXPECT_EQ(Run(command + "640x5", frame).status, 1);
+    EXPECT_EQ(Read("out.ppm"), (Bytes{1, 2, 3}));
+    EXPECT_EQ(Run(command + "640x4", frame).status, 0);
+    EXPECT_EQ(Read("out.ppm").size(), 13 + 3 * frame.size());
+    EXPECT_EQ(ListFiles(), std::set<std::string>{"out.ppm"});
+}
+
+TEST_F(CommandLineTest, AssumedOrderIsTold) {
+    const std::string command = "convert --size 640x4 -o out.png --type ";
+    ExpectMessage(Run(command + "0x20010", frame), 0, "GRBG assumed");
+    ExpectMessage(Run(command + "0x20013", frame), 0, "RGGB assumed");
+    EXPECT_EQ(Run(command + "0x20010 -q", frame).messages, "");
+    EXPECT_EQ(Run(command + "0x20010 --bayer RGGB", frame).messages, "");
+}
+
+TEST_F(CommandLineTest, ListsAndExplains) {
+    std::istringstream types(Run("list").output);
+    std::string line;
+    std::getline(types, line);
+    std::int64_t id = 0;
+    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumPixelTypes(index, id); ++index) {
+        ASSERT_TRUE(std::getline(types, line));
+        EXPECT_EQ(std::stoll(line, nullptr, 16), id);
+        EXPECT_NE(line.find(KyPixelTypeFactory::GetPixelTypeName(id)), std::string::npos) << line;
+    }
+    EXPECT_NE(Run("list converters").output.find("0x00020010 -> 0x00020002  Bayer RGB 8-bits -> RGB 24-bits\n"),
+              std::string::npos);
+    const std::string text = Run("info 'bayer rgb 10-bits, packed'").output;
+    for (const char* part : {"(0x00420011)", "Bayer mosaic", "packed", "460800 bytes for 640x480", "0x00420011  "})
+        EXPECT_NE(text.find(part), std::string::npos) << part << " is not in\n" << text;
+    ExpectMessage(Run("list pixels"), 2, "types");
+    ExpectMessage(Run("info bayer9"), 2, "Bayer RGB");
+}
+
+TEST_F(CommandLineTest, VersionNamesTheCpuLevels) {
+    std::string expected;
+    for (std::uint32_t level = 0; level < KyCpuLevel::GetCount(); ++level)
+        expected += std::string("level ") + KyCpuLevel::GetName(level) +
+                    (KyCpuLevel::IsAvailable(level) ? " available\n" : " unavailable\n");
+    const std::string active = KyCpuLevel::GetName(KyCpuLevel::GetActive());
+    const std::string text = Run("--version").output;
+    EXPECT_NE(text.find("\nactive " + active + "\n" + expected), std::string::npos) << text;
+    EXPECT_NE(Run("--version --cpu-level scalar").output.find("\nactive scalar\n"), std::string::npos);
+    EXPECT_NE(Run("convert --help").output.find("--bayer"), std::string::npos);
+    ExpectMessage(Run(""), 2, "command");
+}
+
+}  // namespace

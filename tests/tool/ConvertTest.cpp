@@ -1,0 +1,163 @@
+#include "ToolTest.h"
+
+#include <KyImgLib/KyImgLib.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint32_t kWidth = 22, kHeight = 10;
+
+const std::string kCommand = "convert in.raw --type 0x20010 --size 22x10 ";
+
+/// What the library itself makes of an 8-bit Bayer frame.
+Bytes ConvertHere(const Bytes& mosaic, std::int64_t type, std::uint32_t flags, const KyRGBFilter* filter = nullptr) {
+    const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(0x20010, type);
+    Bytes out(std::size_t{converter.GetDestinationByteSize(kWidth)} * kHeight);
+    const KyRGBFilter identity(8);
+    converter.Convert(filter == nullptr ? identity : *filter, mosaic.data(), kWidth, kHeight, out.data(), kWidth,
+                      kHeight, kWidth, kHeight, flags, 0);
+    return out;
+}
+
+std::string Text(const Bytes& bytes) { return {bytes.begin(), bytes.end()}; }
+
+class ConvertTest : public ToolTest {
+protected:
+    void SetUp() override {
+        ToolTest::SetUp();
+        Write("in.raw", mosaic);
+    }
+
+    const Bytes mosaic = MakeBytes(kWidth * kHeight);
+};
+
+TEST_F(ConvertTest, PictureIsTheLibrarysInEveryOrderAndMethod) {
+    struct Order {
+        const char* name;
+        std::uint32_t flag;
+    };
+    for (const Order& order : {Order{"GRBG", 0x10}, Order{"gbrg", 0x20}, Order{"RGGB", 0x40}, Order{"BGGR", 0x80}})
+        for (const bool interpolate : {false, true}) {
+            const std::string options = std::string("--bayer ") + order.name + (interpolate ? " -i" : "");
+            const ToolResult result = Run(kCommand + options + " -o out.png");
+            ASSERT_EQ(result.status, 0) << result.messages;
+            EXPECT_EQ(result.messages, "");
+            const DecodedPng picture = DecodePng("out.png");
+            EXPECT_EQ(picture.width, kWidth);
+            EXPECT_EQ(picture.height, kHeight);
+            EXPECT_EQ(picture.samples, ConvertHere(mosaic, KY_TYPE_RGB24, order.flag | (interpolate ? 0x100 : 0)))
+                << options;
+        }
+}
+
+TEST_F(ConvertTest, EveryDestinationShowsTheSamePicture) {
+    const Bytes rgb = ConvertHere(mosaic, KY_TYPE_RGB24, 0x140);
+    for (const std::string type :
+         {"RGB24", "BGR24", "RGB32", "BGR32", "0x20007", "131078", "'bgr 24'", "'RGB 24-bits'"}) {
+        ASSERT_EQ(Run(kCommand + "--bayer RGGB -i -o out.png --to " + type).status, 0) << type;
+        EXPECT_EQ(DecodePng("out.png").samples, rgb) << type;
+    }
+    ASSERT_EQ(Run(kCommand + "--bayer RGGB -i -o out.png --to rgb16").status, 0);
+    const Bytes expanded = DecodePng("out.png").samples;
+    ASSERT_EQ(expanded.size(), rgb.size());
+    for (std::size_t i = 0; i < rgb.size(); ++i) {
+        const int bits = i % 3 == 1 ? 6 : 5;
+        EXPECT_EQ(expanded[i] >> (8 - bits), rgb[i] >> (8 - bits));
+        // White must stay white and black black.
+        EXPECT_EQ(expanded[i] & (0xFF >> bits), expanded[i] >> bits & (0xFF >> bits));
+    }
+}
+
+TEST_F(ConvertTest, GainsAndOffsetsGoThroughAFilter) {
+    KyRGBFilter filter(8);
+    ASSERT_EQ(filter.SetMultipliers(1.9, 1.0, 0.5, 3, 0, 20), KY_STATUS_SUCCESS);
+    ASSERT_EQ(Run(kCommand + "--bayer BGGR -i --gain 1.9,1.0,0.5 --offset 3,0,20 -o out.png").status, 0);
+    EXPECT_EQ(DecodePng("out.png").samples, ConvertHere(mosaic, KY_TYPE_RGB24, 0x180, &filter));
+}
+
+TEST_F(ConvertTest, PpmAndRawHoldTheSameBytes) {
+    ASSERT_EQ(Run(kCommand + "--bayer GRBG -o out.ppm").status, 0);
+    EXPECT_EQ(ReadText("out.ppm"), "P6\n22 10\n255\n" + Text(ConvertHere(mosaic, KY_TYPE_RGB24, 0x10)));
+    for (const std::int64_t type : {KY_TYPE_RGB16, KY_TYPE_BGR24, KY_TYPE_RGB32}) {
+        ASSERT_EQ(Run(kCommand + "--bayer GRBG -i --format raw -o out.bin --to " + std::to_string(type)).status, 0);
+        EXPECT_EQ(Read("out.bin"), ConvertHere(mosaic, type, 0x110)) << type;
+    }
+}
+
+TEST_F(ConvertTest, GrayKeepsItsDepth) {
+    Write("gray.raw", {0x00, 0x00, 0xFF, 0x03, 0x55, 0x02, 0x01, 0xFC});  // the last with stray high bits
+    const std::string gray10 = "convert gray.raw --type 'grayscale 10-BITS' --size 2x2 --to 0x10002 ";
+    ASSERT_EQ(Run(gray10 + "-o out.png").status, 0);
+    const DecodedPng deep = DecodePng("out.png");
+    EXPECT_EQ(deep.depth, 16);
+    EXPECT_EQ(deep.channels, 1);
+    EXPECT_EQ(deep.significantBits, 10);
+    EXPECT_EQ(deep.samples, (Bytes{0x00, 0x00, 0xFF, 0xFF, 0x95, 0x65, 0x00, 0x40}));
+    ASSERT_EQ(Run(gray10 + "-o out.pgm").status, 0);
+    EXPECT_EQ(ReadText("out.pgm"), "P5\n2 2\n1023\n" + Text({0, 0, 3, 0xFF, 2, 0x55, 0, 1}));
+
+    // Gray is the default for gray, and a mosaic that stays one is gray as well.
+    for (const std::string types : {"--type 0x10001", "--type 0x20010 --to 0x20010"}) {
+        ASSERT_EQ(Run("convert in.raw --size 22x10 -o out.png " + types).status, 0);
+        EXPECT_EQ(DecodePng("out.png").samples, mosaic);
+    }
+}
+
+TEST_F(ConvertTest, OddSizesKeepWhatWasConverted) {
+    Write("odd.raw", MakeBytes(7 * 5));
+    const std::string command = "convert odd.raw --type 0x20010 --size 7x5 --bayer GRBG --to RGB24 ";
+    EXPECT_NE(Run(command + "-o out.png").messages.find("6x4"), std::string::npos);
+    const Bytes cropped = DecodePng("out.png").samples;
+    ASSERT_EQ(Run(command + "-q -o out.raw").messages, "");
+    EXPECT_EQ(Read("out.raw"), cropped);
+    EXPECT_EQ(cropped.size(), 3U * 6 * 4);
+    EXPECT_EQ(std::vector(cropped.begin(), cropped.begin() + 18),
+              std::vector(cropped.begin() + 18, cropped.begin() + 36))
+        << "lines of a cell do not stand one below the other";
+    ASSERT_EQ(Run(command + "-i -o out.png").messages, "");
+    EXPECT_EQ(DecodePng("out.png").width, 7U);
+}
+
+TEST_F(ConvertTest, PipesCarryWhatFilesDo) {
+    ASSERT_EQ(Run(kCommand + "--bayer GRBG -o file.png").status, 0);
+    const std::string options = " --type 131088 --size 22x10 --bayer GRBG --format png -o ";
+    for (const std::string& arguments : {options + "-", " -" + options + "-", options + "/dev/stdout"}) {
+        const ToolResult result = Run("convert" + arguments, mosaic);
+        EXPECT_EQ(result.status, 0) << result.messages;
+        EXPECT_EQ(result.output, ReadText("file.png")) << arguments;
+    }
+}
+
+TEST_F(ConvertTest, FramesAreCountedAndNumbered) {
+    Bytes film(3, 0xAA);  // a header to skip
+    Bytes frames[3];
+    for (std::uint8_t i = 0; i < 3; ++i) {
+        frames[i] = mosaic;
+        frames[i][0] = i;
+        film.insert(film.end(), frames[i].begin(), frames[i].end());
+    }
+    Write("film.raw", film);
+    const std::string command = "convert --type 0x20010 --size 22x10 --to 0x20010 --skip-bytes 3 ";
+    for (const std::string source : {"film.raw ", ""}) {
+        ASSERT_EQ(Run(command + source + "--frames all -o all.v1.raw", film).status, 0);
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(Read("all.v1-000" + std::to_string(i + 1) + ".raw"), frames[i]);
+        ASSERT_EQ(Run(command + source + "--frames 2-2 --format raw -o -", film).output, Text(frames[1]));
+        EXPECT_EQ(Run(command + source + "--frames 2 --format raw -o -", film).output,
+                  Text(frames[0]) + Text(frames[1]));
+        EXPECT_EQ(Run(command + source + "-o none.raw", film).status, 1);
+    }
+    EXPECT_EQ(ListFiles().count("none.raw"), 0U);
+}
+
+TEST_F(ConvertTest, EveryCpuLevelWritesTheSame) {
+    ASSERT_EQ(Run(kCommand + "--bayer RGGB -i -o out.ppm").status, 0);
+    for (std::uint32_t level = 0; level < KyCpuLevel::GetCount(); ++level) {
+        const std::string name = KyCpuLevel::GetName(level);
+        const ToolResult result = Run("--cpu-level " + name + " " + kCommand + "--bayer RGGB -i --format ppm -o -");
+        EXPECT_EQ(result.status, KyCpuLevel::IsAvailable(level) ? 0 : 1) << result.messages;
+        EXPECT_EQ(result.output, KyCpuLevel::IsAvailable(level) ? ReadText("out.ppm") : "") << name;
+    }
+}
+
+}  // namespace

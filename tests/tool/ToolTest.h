@@ -1,0 +1,108 @@
+#ifndef TESTS_TOOL_TOOLTEST_H
+#define TESTS_TOOL_TOOLTEST_H
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <csetjmp>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+using Bytes = std::vector<std::uint8_t>;
+
+struct ToolResult {
+    int status;
+    std::string output;
+    std::string messages;  // standard error
+};
+
+struct DecodedPng {
+    std::uint32_t width = 0, height = 0;
+    int depth = 0, channels = 0;
+    int significantBits = 0;  // of the sBIT chunk
+    Bytes samples;            // the high byte of two first
+};
+
+/// Random bytes, the same in every run.
+inline Bytes MakeBytes(std::size_t count) {
+    std::mt19937 generator(7);
+    Bytes bytes(count);
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(generator() >> 24);
+    return bytes;
+}
+
+/// Runs the program that the environment variable KYIMG names, in an empty folder of the test's own.
+class ToolTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_NE(std::getenv("KYIMG"), nullptr) << "KYIMG must hold the path of the program";
+        folder = std::filesystem::temp_directory_path() / ("kyimg-test-" + std::to_string(std::random_device()()));
+        ASSERT_TRUE(std::filesystem::create_directories(folder / "files"));
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    /// `arguments` are for the shell. Input comes through a pipe, as a file would tell its size.
+    ToolResult Run(const std::string& arguments, const Bytes& input = {}) const {
+        Write("../stdin", input);
+        const std::string command = "cd '" + (folder / "files").string() + "' && cat ../stdin | \"$KYIMG\" " +
+                                    arguments + " >../stdout 2>../stderr";
+        const int status = std::system(command.c_str());
+        return {status < 0 ? status : status >> 8, ReadText("../stdout"), ReadText("../stderr")};
+    }
+
+    void Write(const std::string& name, const Bytes& bytes) const {
+        std::ofstream file(folder / "files" / name, std::ios::binary);
+        for (const std::uint8_t byte : bytes) file.put(static_cast<char>(byte));
+    }
+    std::string ReadText(const std::string& name) const {
+        std::ifstream file(folder / "files" / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    Bytes Read(const std::string& name) const {
+        const std::string text = ReadText(name);
+        return {text.begin(), text.end()};
+    }
+    std::set<std::string> ListFiles() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / "files"))
+            names.insert(entry.path().filename().string());
+        return names;
+    }
+
+    DecodedPng DecodePng(const std::string& name) const {
+        DecodedPng picture;
+        std::FILE* const file = std::fopen((folder / "files" / name).c_str(), "rb");
+        if (file == nullptr) return picture;
+        png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+        png_infop info = png_create_info_struct(png);
+        if (setjmp(png_jmpbuf(png)) == 0) {
+            png_init_io(png, file);
+            png_read_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+            picture.width = png_get_image_width(png, info);
+            picture.height = png_get_image_height(png, info);
+            picture.depth = png_get_bit_depth(png, info);
+            picture.channels = png_get_channels(png, info);
+            png_color_8p significant = nullptr;
+            if (png_get_sBIT(png, info, &significant) != 0) picture.significantBits = significant->gray;
+            for (std::uint32_t y = 0; y < picture.height; ++y) {
+                const std::uint8_t* const row = png_get_rows(png, info)[y];
+                picture.samples.insert(picture.samples.end(), row, row + png_get_rowbytes(png, info));
+            }
+        }
+        png_destroy_read_struct(&png, &info, nullptr);
+        std::fclose(file);
+        return picture;
+    }
+
+    std::filesystem::path folder;
+};
+
+#endif

@@ -1,0 +1,59 @@
+#ifndef KYIMG_CONVERSION_H
+#define KYIMG_CONVERSION_H
+
+#include "ConvertOptions.h"
+#include "Picture.h"
+
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/conversion/KyRGBFilter.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kyimg {
+
+/// A checked request: which converter turns frames of which size into what.
+class Conversion {
+public:
+    /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
+    explicit Conversion(const ConvertOptions& options);
+
+    /// "1920x1080 Bayer RGB 8-bits"
+    std::string DescribeSource() const;
+
+    std::uint64_t GetSourceFrameSize() const;
+
+    /// Whether a PNG or PPM can show the result.
+    bool MakesPicture() const;
+    std::int64_t GetDestinationType() const { return destinationType; }
+
+    /// What the user should know although nothing is wrong; each a sentence.
+    const std::vector<std::string>& GetNotes() const { return notes; }
+
+    /// Converts a frame. `source` must have kSlack bytes more than GetSourceFrameSize(). Throws Failure.
+    ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;
+
+    /// Converters of pixel groups may go a group past the end of a frame.
+    static constexpr std::size_t kSlack = 64;
+
+private:
+    void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
+    void ChooseFilter(const ConvertOptions& options, bool isColour);
+    void ChooseArea(bool isDemosaicing);
+    ConvertedFrame DescribeDestination() const;
+
+    std::int64_t sourceType;
+    std::int64_t destinationType;
+    ImageSize size;
+    ImageSize area;  ///< what of the size the converter fills
+    std::uint32_t flags = 0;
+    const KyPixelConverter* converter = nullptr;
+    std::unique_ptr<KyRGBFilter> filter;  ///< null: none
+    std::vector<std::string> notes;
+};
+
+}  // namespace kyimg
+
+#endif

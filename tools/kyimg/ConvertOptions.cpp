@@ -1,0 +1,114 @@
+#include "ConvertOptions.h"
+
+#include "Errors.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace kyimg {
+
+namespace {
+
+/// No pixel takes more than 8 bytes, so that all sizes of this many pixels fit in 32 bits.
+constexpr std::uint64_t kMostPixels = 0xFFFFFFFFU / 8;
+
+constexpr const char* kExamples = R"(Examples:
+  kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate \
+        --gain 1.9,1.0,1.6 -o frame.png
+  camera-grab | kyimg convert --type "Bayer RGB 8-bits" --size 640x480 --bayer RGGB --to RGB16 \
+        --format raw -o - > frame.565
+  kyimg convert film.raw --type 0x20010 --size 640x480 --bayer BGGR --frames all -o film.ppm
+        writes film-0001.ppm, film-0002.ppm, ...)";
+
+std::optional<std::uint64_t> ParseWhole(std::string_view digits) {
+    std::uint64_t number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [parsed, error] = std::from_chars(digits.data(), end, number);
+    if (error != std::errc() || parsed != end) return std::nullopt;
+    return number;
+}
+
+}  // namespace
+
+CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
+    CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to PNG, PPM or raw pixels");
+    command->footer(kExamples);
+    command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
+        ->type_name("FILE");
+
+    const auto add = [command](const char* group, const char* name, auto& value, const char* type, const char* text) {
+        return command->add_option(name, value, text)->group(group)->type_name(type);
+    };
+    constexpr const char* kInput = "The input";
+    add(kInput, "-t,--type", options.type, "TYPE",
+        "Pixel type: ID (0x20010 or decimal) or display name,\nsee kyimg list")
+        ->required();
+    add(kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
+    add(kInput, "-b,--bayer", options.bayer, "ORDER",
+        "Colours of a mosaic's first two pixels, then of the two\n"
+        "below. When not given: RGGB for the types named so,\notherwise GRBG")
+        ->check(CLI::IsMember({"GRBG", "GBRG", "RGGB", "BGGR"}, CLI::ignore_case));
+    add(kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
+        ->check([](const std::string& text) { return text.starts_with('-') ? "must not be negative" : ""; });
+    add(kInput, "--frames", options.frames, "WHICH",
+        "Frames of an input that holds several: all, N (the first\n"
+        "N) or N-M. Without it the input must be a single frame");
+
+    constexpr const char* kConversion = "The conversion";
+    add(kConversion, "--to", options.destination, "TYPE",
+        "RGB16, RGB24, BGR24, RGB32, BGR32, an ID or a display\n"
+        "name. Default: RGB24, for gray types 8-bit gray");
+    command
+        ->add_flag("-i,--interpolate", options.interpolate,
+                   "Mosaic: bilinear interpolation, instead of one colour for\neach cell of 2x2 pixels")
+        ->group(kConversion);
+    add(kConversion, "-g,--gain", options.gains, "R,G,B", "Factors for red, green and blue, like 1.9,1.0,1.6")
+        ->delimiter(',')
+        ->expected(3);
+    add(kConversion, "--offset", options.offsets, "R,G,B",
+        "Whole numbers to add after the gain, in values of a\nsource sample")
+        ->delimiter(',')
+        ->expected(3);
+
+    constexpr const char* kOutput = "The output";
+    add(kOutput, "-o,--output", options.output, "FILE",
+        "File to write; - is standard output. Several frames get\nnumbers: out-0001.png, out-0002.png, ...")
+        ->required();
+    add(kOutput, "--format", options.format, "FORMAT",
+        "png, ppm or raw, when the extension of FILE does not tell\n"
+        "(.png, .ppm, .pgm, .pnm, .raw). Gray becomes a gray PNG or\n"
+        "a PGM; in a PNG 5-6-5 is widened to 8 bits, 10 to 14 bits\n"
+        "to 16. The fourth byte of 32-bit types is left out. raw\n"
+        "has the bytes of the destination type as they are");
+    command->add_flag("-q,--quiet", options.quiet, "No notes and no progress on standard error")->group(kOutput);
+    return command;
+}
+
+ImageSize ParseSize(const std::string& text) {
+    const std::size_t cross = text.find_first_of("xX");
+    const auto width = ParseWhole(std::string_view(text).substr(0, cross));
+    const auto height =
+        cross == std::string::npos ? std::nullopt : ParseWhole(std::string_view(text).substr(cross + 1));
+    if (!width || !height) throw UsageError(fmt::format("--size: \"{}\" is not like 1920x1080", text));
+    if (*width == 0 || *height == 0) throw UsageError(fmt::format("--size: an image of {} has no pixels", text));
+    if (*width > kMostPixels / *height)
+        throw UsageError(fmt::format("--size: {} is too large; an image has at most {} pixels", text, kMostPixels));
+    return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height)};
+}
+
+FrameRange ParseFrames(const std::string& text) {
+    if (text.empty()) return {1, 1, false};
+    if (text == "all") return {1, FrameRange::kNoEnd, false};
+    const std::size_t dash = text.find('-');
+    const auto first = ParseWhole(std::string_view(text).substr(0, dash));
+    const auto last = dash == std::string::npos ? first : ParseWhole(std::string_view(text).substr(dash + 1));
+    constexpr std::uint64_t kMostFrames = 1'000'000'000;
+    if (!first || !last || *first == 0 || *last < *first || *last > kMostFrames)
+        throw UsageError(fmt::format("--frames: \"{}\" is not all, N or N-M with frames from 1", text));
+    return {dash == std::string::npos ? 1 : *first, *last, true};
+}
+
+}  // namespace kyimg

@@ -1,0 +1,56 @@
+#ifndef KYIMG_CONVERTOPTIONS_H
+#define KYIMG_CONVERTOPTIONS_H
+
+#include <CLI/CLI.hpp>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kyimg {
+
+/// The command line of `kyimg convert`, as typed.
+struct ConvertOptions {
+    std::string input = "-";
+    std::string type;
+    std::string size;
+    std::string bayer;  ///< empty: not given
+    bool interpolate = false;
+    std::string destination;      ///< empty: the usual one for the source
+    std::vector<double> gains;    ///< empty, or for red, green, blue
+    std::vector<double> offsets;  ///< likewise
+    std::string frames;           ///< empty: the input is one frame
+    std::uint64_t skipBytes = 0;
+    std::string output;
+    std::string format;  ///< empty: by the extension of the output
+    bool quiet = false;
+};
+
+/// Adds the command to `app`; parsing fills `options`.
+CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options);
+
+struct ImageSize {
+    std::uint32_t width;
+    std::uint32_t height;
+};
+
+/// "1920x1080". Throws UsageError when it is something else, or too large for the 32-bit sizes of the library.
+ImageSize ParseSize(const std::string& text);
+
+/// Which frames of the input are wanted; the first one is number 1.
+struct FrameRange {
+    static constexpr std::uint64_t kNoEnd = ~std::uint64_t{0};
+
+    std::uint64_t first;
+    std::uint64_t last;
+    bool mayBeMore;  ///< whether the input may go on after the last one
+
+    bool IsSingle() const { return first == last; }
+};
+
+/// "" (the input is a single frame), "all", "N" (the first N) or "N-M". Throws UsageError.
+FrameRange ParseFrames(const std::string& text);
+
+}  // namespace kyimg
+
+#endif

@@ -1,0 +1,17 @@
+#ifndef KYIMG_CPULEVELS_H
+#define KYIMG_CPULEVELS_H
+
+#include <string>
+
+namespace kyimg {
+
+/// Makes the level called `name` the one that conversions use. Throws UsageError when there is no such level, Failure
+/// when this CPU cannot run it.
+void ForceCpuLevel(const std::string& name);
+
+/// A line "active NAME", and for each level of this build "level NAME available" or "level NAME unavailable".
+void PrintCpuLevels();
+
+}  // namespace kyimg
+
+#endif

@@ -1,0 +1,61 @@
+#ifndef KYIMG_PICTURE_H
+#define KYIMG_PICTURE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kyimg {
+
+/// The result of a conversion, of which the first `width` pixels of the first `height` lines count.
+struct ConvertedFrame {
+    std::int64_t type = 0;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    std::size_t rowBytes = 0;    ///< of the `width` pixels of a line
+    std::size_t lineBytes = 0;   ///< from one line to the next
+    std::size_t planeBytes = 0;  ///< from one plane to the next, of which there are three; 0 when there is only one
+    std::vector<std::uint8_t> bytes;
+};
+
+/// How the pixels of a type become the samples of an ordinary picture: gray, or red, green and blue.
+struct PictureLayout {
+    std::uint32_t channels;       ///< 1 or 3
+    std::uint32_t bits;           ///< significant bits of a sample, in the low end of its 1 or 2 bytes
+    bool is565;                   ///< 16-bit words 5-6-5, to be expanded; the rest does not apply
+    std::size_t pixelBytes;       ///< from one pixel to the next
+    std::size_t channelBytes[3];  ///< from the start of a pixel to each channel; for planes, from the start of the line
+
+    std::size_t GetSampleBytes() const { return bits > 8 ? 2 : 1; }
+};
+
+/// The layout of pictures of a registered type. Nothing for types that only a conversion makes visible: YUV, packed
+/// gray, interlaced, those of several taps.
+///
+/// \param pixelBytes  bytes of a pixel in the buffer, which for 24-bit types may be 3 or 4
+/// \param planeBytes  bytes of a plane of a planar type
+std::optional<PictureLayout> FindPictureLayout(std::int64_t type, std::size_t pixelBytes, std::size_t planeBytes);
+
+/// A frame's rows as files keep them: samples of one byte, or of two with the high one first.
+class PictureRows {
+public:
+    /// Throws Failure when the frame's type has no layout. The frame must outlive this object.
+    explicit PictureRows(const ConvertedFrame& frame);
+
+    const PictureLayout& GetLayout() const { return layout; }
+    std::uint32_t GetWidth() const { return frame.width; }
+    std::uint32_t GetHeight() const { return frame.height; }
+    std::size_t GetRowSize() const { return layout.channels * layout.GetSampleBytes() * frame.width; }
+
+    /// Writes line `y`: GetRowSize() bytes.
+    void CopyRow(std::uint32_t y, std::uint8_t* row) const;
+
+private:
+    const ConvertedFrame& frame;
+    PictureLayout layout;
+};
+
+}  // namespace kyimg
+
+#endif

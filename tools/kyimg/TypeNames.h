@@ -1,0 +1,26 @@
+#ifndef KYIMG_TYPENAMES_H
+#define KYIMG_TYPENAMES_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kyimg {
+
+/// "0x00020010"
+std::string FormatTypeID(std::int64_t id);
+
+/// "Bayer RGB 8-bits (0x00020010)"
+std::string DescribeType(std::int64_t id);
+
+/// IDs of all registered types, ascending.
+std::vector<std::int64_t> AllTypes();
+
+/// The registered type that a person means by `text`: its ID in hexadecimal (0x...) or decimal, one of the short names
+/// RGB16, RGB24, BGR24, RGB32, BGR32, or the display name. In names only letters and digits count, in either case,
+/// and "bits" may be left out. Throws UsageError, which suggests names that come near.
+std::int64_t FindType(const std::string& text);
+
+}  // namespace kyimg
+
+#endif

@@ -1,0 +1,101 @@
+#include "ConvertCommand.h"
+#include "ConvertOptions.h"
+#include "CpuLevels.h"
+#include "Errors.h"
+#include "InfoCommand.h"
+#include "ListCommand.h"
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+namespace kyimg {
+
+namespace {
+
+constexpr const char* kDescription =
+    "kyimg turns raw frames of machine-vision cameras into pictures, and tells about their pixel types.";
+
+constexpr const char* kExamples = R"(Examples:
+  kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
+  kyimg list types | grep Packed
+  kyimg info "Bayer RGB 8-bits"
+  kyimg convert --help        options of convert, and more examples
+
+Exit status: 0 done, 1 the request could not be fulfilled, 2 wrong command line.)";
+
+struct GlobalOptions {
+    bool version = false;
+    std::string cpuLevel;
+};
+
+void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {
+    app.require_subcommand(0, 1);
+    app.fallthrough();  // so that they may also follow the command
+    app.footer(kExamples);
+    app.add_flag("--version", options.version, "Version, and the CPU levels: active, available, unavailable");
+    app.add_option("--cpu-level", options.cpuLevel,
+                   "Use this level of CPU instructions (all give the same result); see --version");
+}
+
+void Run(int argc, const char* const* argv) {
+    CLI::App app(kDescription, "kyimg");
+    GlobalOptions global;
+    ConvertOptions convert;
+    ListOptions list;
+    InfoOptions info;
+    AddGlobalOptions(app, global);
+    const CLI::App* const convertCommand = AddConvertCommand(app, convert);
+    const CLI::App* const listCommand = AddListCommand(app, list);
+    const CLI::App* const infoCommand = AddInfoCommand(app, info);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != 0) throw UsageError(error.what());
+        app.exit(error);  // prints the help that was asked for
+        return;
+    }
+
+    if (!global.cpuLevel.empty()) ForceCpuLevel(global.cpuLevel);
+    if (global.version) {
+        fmt::print("kyimg {}\n", KYIMGLIB_VERSION);
+        PrintCpuLevels();
+    } else if (convertCommand->parsed()) {
+        RunConvert(convert);
+    } else if (listCommand->parsed()) {
+        RunList(list);
+    } else if (infoCommand->parsed()) {
+        RunInfo(info);
+    } else {
+        throw UsageError("a command is missing: convert, list or info; see kyimg --help");
+    }
+}
+
+int Report(std::string message, int status) {
+    std::ranges::replace(message, '\n', ' ');
+    fmt::print(stderr, "kyimg: {}\n", message);
+    return status;
+}
+
+}  // namespace
+
+}  // namespace kyimg
+
+int main(int argc, char** argv) {
+    try {
+        kyimg::Run(argc, argv);
+        if (std::fflush(stdout) != 0) throw kyimg::Failure("cannot write standard output");
+        return 0;
+    } catch (const kyimg::UsageError& error) {
+        return kyimg::Report(error.what(), 2);
+    } catch (const std::bad_alloc&) {
+        return kyimg::Report("out of memory", 1);
+    } catch (const std::exception& error) {
+        return kyimg::Report(error.what(), 1);
+    }
+}
