@@ -1,0 +1,75 @@
+#include "Conversions.h"
+
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+namespace kybench {
+
+namespace {
+
+std::shared_ptr<const KyRGBFilter> MakeFilter(const Row& row) {
+    if (row.filter == Filter::kNone) return nullptr;
+    const auto filter = std::make_shared<KyRGBFilter>(KyPixelTypeFactory::FindPixelType(row.source)->GetPixelBitSize());
+    filter->SetMultipliers(1.9, 1.0, 1.6);
+    return filter;
+}
+
+bool IsWanted(const Row& row, Size size, const Options& options) {
+    if (std::regex_search(NameOf(row, size), options.filter)) return true;
+    // A filtered row tells little without its plain one.
+    if (row.filter != Filter::kNone) return false;
+    Row filtered = row;
+    filtered.filter = Filter::kWhiteBalance;
+    return std::regex_search(NameOf(filtered, size), options.filter);
+}
+
+void Convert(const Conversion& conversion, const Frames& frames) {
+    const auto [width, height] = conversion.size;
+    if (conversion.filter)
+        conversion.converter->Convert(*conversion.filter, frames.GetSource(), width, height, frames.GetDestination(),
+                                      width, height, width, height, conversion.row.flags, 0);
+    else
+        conversion.converter->Convert(frames.GetSource(), width, height, frames.GetDestination(), width, height, width,
+                                      height, conversion.row.flags, 0);
+}
+
+}  // namespace
+
+std::size_t Conversion::GetSourceBytes() const {
+    return std::size_t{converter->GetSourceByteSize(size.width)} * size.height;
+}
+
+std::size_t Conversion::GetDestinationBytes() const {
+    return std::size_t{converter->GetDestinationByteSize(size.width)} * size.height;
+}
+
+std::vector<Conversion> SelectConversions(const Options& options) {
+    std::vector<Conversion> conversions;
+    for (const Row& row : AllRows()) {
+        const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(row.source, row.destination);
+        if (converter == nullptr) throw std::runtime_error(std::string("no converter for ") + row.conversion);
+        for (const Size size : kSizes)
+            for (const std::uint32_t level : options.levels)
+                if (IsWanted(row, size, options)) conversions.push_back({row, size, level, converter, MakeFilter(row)});
+    }
+    return conversions;
+}
+
+std::string BenchmarkName(const Row& row, Size size, std::uint32_t level) {
+    return NameOf(row, size) + "/level:" + KyCpuLevel::GetName(level);
+}
+
+void RegisterBenchmark(const Conversion& conversion, const Frames& frames) {
+    const std::string name = BenchmarkName(conversion.row, conversion.size, conversion.level);
+    benchmark::RegisterBenchmark(name.c_str(), [conversion, &frames](benchmark::State& state) {
+        KyCpuLevel::SetActive(conversion.level);
+        for ([[maybe_unused]] auto _ : state) {
+            Convert(conversion, frames);
+            benchmark::ClobberMemory();
+        }
+        state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(conversion.size.GetPixelCount()));
+    });
+}
+
+}  // namespace kybench

@@ -1,0 +1,88 @@
+#include "Reporter.h"
+
+#include "LoadTime.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+namespace kybench {
+
+bool Reporter::ReportContext(const Context& context) {
+    std::printf("%d CPUs", context.cpu_info.num_cpus);
+    for (const benchmark::CPUInfo::CacheInfo& cache : context.cpu_info.caches)
+        if (cache.type != "Instruction") std::printf(", L%d cache %d KiB", cache.level, cache.size / 1024);
+    if (!context.cpu_info.load_avg.empty()) std::printf(", load average %.1f", context.cpu_info.load_avg.front());
+    std::printf("\nMeasuring %zu conversions, all repetitions in random order ...\n", conversions.size());
+    std::fflush(stdout);
+    return true;
+}
+
+void Reporter::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
+        // The time that the thread had the CPU: waiting for it while other programs run is not the conversion's. Times
+        // that another process tells are real time.
+        const bool isManual = !run.run_name.time_type.empty();
+        const double seconds = isManual ? run.real_accumulated_time : run.cpu_accumulated_time;
+        repetitions[run.run_name.function_name].push_back(seconds * 1e9 / static_cast<double>(run.iterations));
+    }
+}
+
+std::optional<Reporter::Times> Reporter::TimesOf(const std::string& benchmarkName) const {
+    const auto found = repetitions.find(benchmarkName);
+    if (found == repetitions.end()) return std::nullopt;
+    std::vector<double> times = found->second;
+    std::sort(times.begin(), times.end());
+    return Times{(times[(times.size() - 1) / 2] + times[times.size() / 2]) / 2, times.front()};
+}
+
+Reporter::LimitTimes Reporter::TimesOf(const Limit& limit) const {
+    constexpr double never = std::numeric_limits<double>::infinity();
+    LimitTimes fastest{{never, never}, "not measured"};
+    for (const LimitKernel& kernel : limit.kernels) {
+        const auto times = TimesOf(BenchmarkName(limit, kernel));
+        if (!times) continue;
+        fastest.times.minimum = std::min(fastest.times.minimum, times->minimum);
+        if (times->median < fastest.times.median) {
+            fastest.times.median = times->median;
+            fastest.kernel = kernel.name;
+        }
+    }
+    return fastest;
+}
+
+void Reporter::PrintConversion(const Conversion& conversion) const {
+    const auto times = TimesOf(BenchmarkName(conversion.row, conversion.size, conversion.level));
+    if (!times) return;
+    const auto pixels = static_cast<double>(conversion.size.GetPixelCount());
+    const auto [limit, kernel] = TimesOf(LimitOf(conversion));
+    std::printf("%-39s %-10s %7.4f %7.4f   %7.4f  %-16s %7.2f %7.2f", NameOf(conversion.row, conversion.size).c_str(),
+                KyCpuLevel::GetName(conversion.level), times->median / pixels, times->minimum / pixels,
+                limit.median / pixels, kernel, times->median / limit.median, times->minimum / limit.minimum);
+    if (conversion.row.filter != Filter::kNone)
+        if (const auto plain = TimesOf(BenchmarkName(PlainOf(conversion.row), conversion.size, conversion.level)))
+            std::printf(" %7.2f", times->median / plain->median);
+    std::printf("\n");
+}
+
+void Reporter::Finalize() {
+    if (!conversions.empty())
+        std::printf(
+            "\n%-39s %-10s %15s   %-25s %15s %7s\n"
+            "%-39s %-10s %7s %7s   %7s  %-16s %7s %7s %7s\n",
+            "", "", "ns per pixel", "limit", "times the limit", "times", "row", "level", "median", "minimum", "median",
+            "kernel", "median", "minimum", "plain");
+    for (const Conversion& conversion : conversions) PrintConversion(conversion);
+
+    bool isFirst = true;
+    for (const LoadRow& row : kLoadRows) {
+        const auto times = TimesOf(row.name);
+        if (!times) continue;
+        if (isFirst) std::printf("\n%-39s %-10s %15s\n", "", "", "milliseconds");
+        std::printf("%-39s %-10s %7.4f %7.4f\n", row.name, "", times->median * 1e-6, times->minimum * 1e-6);
+        isFirst = false;
+    }
+}
+
+}  // namespace kybench

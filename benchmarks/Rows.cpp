@@ -1,0 +1,44 @@
+#include "Rows.h"
+
+#include <KyImgLib/KyImgLib.h>
+
+namespace kybench {
+
+namespace {
+
+constexpr std::int64_t kBayer8 = 0x00020010;
+constexpr std::uint32_t kReplicate = KyPixelConverter::FLAG_BAYER_GRBG;
+constexpr std::uint32_t kBilinear = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_INTERPOLATE;
+using enum Filter;
+
+constexpr Row kRows[] = {
+    {"Bayer8ToRGB16/replicate", kBayer8, KY_TYPE_RGB16, kReplicate, kNone},
+    {"Bayer8ToRGB16/replicate", kBayer8, KY_TYPE_RGB16, kReplicate, kWhiteBalance},
+    {"Bayer8ToRGB16/bilinear", kBayer8, KY_TYPE_RGB16, kBilinear, kNone},
+    {"Bayer8ToRGB16/bilinear", kBayer8, KY_TYPE_RGB16, kBilinear, kWhiteBalance},
+    {"Bayer8ToRGB24/replicate", kBayer8, KY_TYPE_RGB24, kReplicate, kNone},
+    {"Bayer8ToRGB24/replicate", kBayer8, KY_TYPE_RGB24, kReplicate, kWhiteBalance},
+    {"Bayer8ToRGB24/bilinear", kBayer8, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Bayer8ToRGB24/bilinear", kBayer8, KY_TYPE_RGB24, kBilinear, kWhiteBalance},
+    {"Bayer8ToRGB32/replicate", kBayer8, KY_TYPE_RGB32, kReplicate, kNone},
+    {"Bayer8ToRGB32/replicate", kBayer8, KY_TYPE_RGB32, kReplicate, kWhiteBalance},
+    {"Bayer8ToRGB32/bilinear", kBayer8, KY_TYPE_RGB32, kBilinear, kNone},
+    {"Bayer8ToRGB32/bilinear", kBayer8, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
+};
+
+}  // namespace
+
+std::span<const Row> AllRows() { return kRows; }
+
+std::string NameOf(const Row& row, Size size) {
+    const char* const filter = row.filter == kWhiteBalance ? "/wb/" : "/";
+    return row.conversion + std::string(filter) + std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+Row PlainOf(const Row& row) {
+    Row plain = row;
+    plain.filter = kNone;
+    return plain;
+}
+
+}  // namespace kybench
