@@ -1,0 +1,110 @@
+// What the library registers while it is loaded. Nothing here registers anything of its own.
+#include <KyImgLib/KyImgLib.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Factory = KyPixelTypeFactory;
+
+std::vector<std::int64_t> AllTypes() {
+    std::vector<std::int64_t> ids;
+    for (std::int64_t id = 0; Factory::EnumPixelTypes(static_cast<std::uint32_t>(ids.size()), id);) ids.push_back(id);
+    return ids;
+}
+
+std::string Describe(std::int64_t id) {
+    const KyPixelType& type = *Factory::FindPixelType(id);
+    EXPECT_EQ(id, type.GetTypeID());
+    char text[200];
+    std::snprintf(text, sizeof text, "0x%08X  %2u bits  %u bytes  %s  %s", static_cast<unsigned>(id),
+                  unsigned{type.GetPixelBitSize()}, unsigned{type.GetPixelByteSize()},
+                  type.IsBayerPattern() ? "Bayer" : "-----", Factory::GetPixelTypeName(id));
+    return text;
+}
+
+TEST(Catalogue, TypesAreThePublishedOnes) {
+    std::ifstream golden(KYIMGLIB_TESTS_DIR "/catalogue/types.golden.txt");
+    ASSERT_TRUE(golden) << "the list of types is missing";
+    std::vector<std::string> expected, actual;
+    for (std::string line; std::getline(golden, line);) expected.push_back(line);
+    for (const std::int64_t id : AllTypes()) actual.push_back(Describe(id));
+    ASSERT_EQ(162u, actual.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) EXPECT_EQ(expected[i], actual[i]);
+    EXPECT_EQ(expected.size(), actual.size());
+}
+
+TEST(Catalogue, EveryTypeHasItsIdentityConverters) {
+    for (const std::int64_t id : AllTypes()) {
+        for (const std::int64_t destination : {id, KyDeinterlacedTypeID(id)}) {
+            const KyPixelConverter* const converter = Factory::FindConverter(id, destination);
+            ASSERT_NE(nullptr, converter) << Factory::GetPixelTypeName(id);
+            EXPECT_NE(nullptr, dynamic_cast<const KyIdentityConverter*>(converter)) << Factory::GetPixelTypeName(id);
+            EXPECT_EQ(destination, converter->GetDestinationType());
+            EXPECT_EQ(Factory::FindPixelType(id)->GetBufferSizeFor(7, 1), converter->GetSourceByteSize(7));
+        }
+    }
+}
+
+TEST(Catalogue, ConvertersStandUnderTheirOwnTypes) {
+    std::int64_t source = 0, destination = 0;
+    std::pair<std::int64_t, std::int64_t> before = {-1, -1};
+    std::uint32_t count = 0;
+    for (; Factory::EnumConverters(count, source, destination); ++count) {
+        EXPECT_LT(before, std::pair(source, destination)) << "in ascending order";
+        before = {source, destination};
+        const KyPixelConverter* const converter = Factory::FindConverter(source, destination);
+        ASSERT_NE(nullptr, converter);
+        EXPECT_EQ(source, converter->GetSourceType());
+        EXPECT_EQ(destination, converter->GetDestinationType());
+        EXPECT_TRUE(Factory::HasPixelType(source)) << std::hex << source;
+        EXPECT_TRUE(Factory::HasPixelType(destination)) << std::hex << destination;
+    }
+    EXPECT_GE(count, 162u);
+}
+
+TEST(Catalogue, BayerSourcesOfEightSignificantBits) {
+    // Sources, and how many bytes a sample takes: of normalized words the high byte is converted.
+    const std::pair<std::int64_t, std::uint32_t> sources[] = {{0x00020010, 1}, {0x00020013, 1}, {0x00120011, 2},
+                                                              {0x00120012, 2}, {0x00120014, 2}, {0x00120015, 2},
+                                                              {0x00120016, 2}};
+    const auto find = [](std::int64_t source, std::int64_t destination) {
+        const KyPixelConverter* const converter = Factory::FindConverter(source, destination);
+        EXPECT_NE(nullptr, converter) << std::hex << source << " to " << destination;
+        return converter;
+    };
+    for (const auto& [source, bytes] : sources) {
+        SCOPED_TRACE(Factory::GetPixelTypeName(source));
+        EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB16*>(find(source, KY_TYPE_RGB16)));
+        EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB24*>(find(source, KY_TYPE_RGB24)));
+        EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB24*>(find(source, KY_TYPE_BGR24)));
+        EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB32*>(find(source, KY_TYPE_RGB32)));
+        EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB32*>(find(source, KY_TYPE_BGR32)));
+        EXPECT_EQ(10 * bytes, find(source, KY_TYPE_RGB24)->GetSourceByteSize(10));
+    }
+}
+
+TEST(Catalogue, TypesAreFoundByAttributes) {
+    const auto id = [](const KyPixelType* created) {
+        const std::unique_ptr<const KyPixelType> type(created);
+        return type == nullptr ? 0 : type->GetTypeID();
+    };
+    EXPECT_EQ(2u, Factory::CountPixelTypes(10, 0x20000, false, true, false, false, 0, true));
+    EXPECT_EQ(0x00420011, id(Factory::CreatePixelType(10, 0x20000, false, true, false, false, 0, true, 0)));
+    EXPECT_EQ(0x00420014, id(Factory::CreatePixelType(10, 0x20000, false, true, false, false, 0, true, 1)));
+    EXPECT_EQ(0x00010002, id(Factory::CreatePixelType(10, 0x10000, false, false, false, false, 0, false, 0)));
+    EXPECT_EQ(0x00010007, id(Factory::CreatePixelType(10, 0x10000, false, false, false, false, 0, false, 1)));
+    EXPECT_EQ(0, id(Factory::CreatePixelType(10, 0x10000, false, false, false, false, 0, false, 2)));
+    EXPECT_EQ(0u, Factory::CountPixelTypes(10, 2, false, true, false, false, 0, true));
+    for (const std::int64_t unregistered : {0x40003, 0x40005, 0x40006, 0x2000E, 0x40004})
+        EXPECT_FALSE(Factory::HasPixelType(unregistered));
+}
+
+}  // namespace

@@ -1,0 +1,23 @@
+# Install into an empty prefix, then build and run the consumer: by find_package, and by pkg-config alone.
+
+find_program(PKG_CONFIG_PROGRAM NAMES pkg-config pkgconf REQUIRED)
+set(consumer ${CMAKE_CURRENT_LIST_DIR})
+set(work ${CMAKE_CURRENT_BINARY_DIR}/consumer)
+
+add_test(NAME consumer/Install COMMAND ${CMAKE_COMMAND}
+  -D BUILD=${PROJECT_BINARY_DIR} -D WORK=${work} -D CONFIG=$<CONFIG> -P ${consumer}/Install.cmake)
+set_tests_properties(consumer/Install PROPERTIES FIXTURES_SETUP installed)
+
+add_test(NAME consumer/FindPackage COMMAND ${CMAKE_CTEST_COMMAND}
+  --build-and-test ${consumer} ${work}/find-package
+  --build-generator ${CMAKE_GENERATOR} --build-makeprogram ${CMAKE_MAKE_PROGRAM}
+  --build-options -DCMAKE_PREFIX_PATH=${work}/prefix
+    -DCMAKE_C_COMPILER=${CMAKE_C_COMPILER} -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}
+    -DCMAKE_C_FLAGS=${CMAKE_C_FLAGS} -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS}
+  --test-command ${CMAKE_CTEST_COMMAND} --output-on-failure --no-tests=error)
+
+add_test(NAME consumer/PkgConfig COMMAND sh ${consumer}/pkg-config.sh ${work}/pkg-config)
+set_tests_properties(consumer/PkgConfig PROPERTIES ENVIRONMENT
+  "CC=${CMAKE_C_COMPILER};CXX=${CMAKE_CXX_COMPILER};PKG_CONFIG=${PKG_CONFIG_PROGRAM};PKG_CONFIG_PATH=${work}/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+set_tests_properties(consumer/FindPackage consumer/PkgConfig PROPERTIES FIXTURES_REQUIRED installed)

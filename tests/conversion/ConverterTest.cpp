@@ -1,0 +1,122 @@
+// The converter object itself, and the context that its conversions share on a thread.
+#include <tests/conversion/Recorder.h>
+#include <tests/support/Threads.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+TEST(Converter, ReportsWhatItWasMadeOf) {
+    const Recorder recorder(kPlainType, kOtherType, 3, 5, 7, 9);
+    EXPECT_EQ(kPlainType, recorder.GetSourceType());
+    EXPECT_EQ(kOtherType, recorder.GetDestinationType());
+    EXPECT_EQ(3u, recorder.GetSourceByteSize());
+    EXPECT_EQ(5u, recorder.GetDestinationByteSize());
+    EXPECT_EQ(300u, recorder.GetSourceByteSize(100));
+    EXPECT_EQ(0x80000000u * 5u, recorder.GetDestinationByteSize(0x80000000u)) << "wraps";
+    EXPECT_EQ(7u, recorder.GetPipeliningSize());
+    EXPECT_EQ(9u, recorder.GetLinesPerConvert());
+}
+
+TEST(Converter, RegistersItselfWhereThePairIsFree) {
+    constexpr std::int64_t source = 0x0002FE00;
+    ASSERT_FALSE(KyPixelTypeFactory::HasConverter(source, kOtherType));
+    const Recorder first(source, kOtherType);
+    { const Recorder second(source, kOtherType); }
+    EXPECT_EQ(&first, KyPixelTypeFactory::FindConverter(source, kOtherType));
+}
+
+TEST(Converter, HasNoFormsThatItDoesNotOverride) {
+    struct Bare : KyPixelConverter {
+        Bare() : KyPixelConverter(kPlainType, kOtherType, 1, 1, 1, 1) {}
+    };
+    EXPECT_EQ(KY_STATUS_NOT_SUPPORTED, Bare().Convert(nullptr, nullptr));
+    EXPECT_EQ(KY_STATUS_NOT_SUPPORTED, Bare().Convert(nullptr, nullptr, 1));
+}
+
+TEST(Converter, FlagsHaveTheirPublishedValues) {
+    const auto values = [](const auto&... flags) { return std::vector<std::uint32_t>{flags...}; };
+    EXPECT_EQ(values(0x1u, 0x10u, 0x20u, 0x40u, 0x80u, 0x100u),
+              values(KyPixelConverter::FLAG_INVERT_DEINTERLACER, KyPixelConverter::FLAG_BAYER_GRBG,
+                     KyPixelConverter::FLAG_BAYER_GBRG, KyPixelConverter::FLAG_BAYER_RGGB,
+                     KyPixelConverter::FLAG_BAYER_BGGR, KyPixelConverter::FLAG_BAYER_INTERPOLATE));
+}
+
+/// Its line call converts an area with another converter, as a chain does.
+class Nesting : public Recorder {
+public:
+    explicit Nesting(const Recorder& converter) : inner(converter) {}
+
+    std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
+        Recorder::Convert(source, destination, count);
+        return inner.Convert(source, count, 1, destination, count, 1, count, 1, 0x40, 0);
+    }
+    using Recorder::Convert;
+
+private:
+    const Recorder& inner;
+};
+
+TEST(Context, IsSharedByNestedConversions) {
+    const Recorder inner;
+    const Nesting outer(inner);
+    const KyRGBFilter filter(3);
+    std::uint8_t bytes[4] = {};
+    outer.Convert(filter, bytes, 2, 1, bytes, 2, 1, 2, 1, 0x20, 0);
+    ASSERT_EQ(1u, outer.calls.size());
+    ASSERT_EQ(1u, inner.calls.size());
+    EXPECT_EQ(outer.calls[0].record, inner.calls[0].record);
+    EXPECT_EQ(3u, outer.calls[0].context.referenceCount) << "filtered form, area form, line form";
+    EXPECT_EQ(4u, inner.calls[0].context.referenceCount);
+    EXPECT_EQ(&filter, inner.calls[0].context.filter) << "the filter that is set stays";
+    EXPECT_EQ(0x40u, inner.calls[0].context.flags);
+}
+
+TEST(Context, LivesFromTheOutermostGetToItsRelease) {
+    const Recorder recorder, planar(kPlainType, kPlanarType);
+    std::uint8_t bytes[4] = {};
+    KyPixelConverterContext* const context = recorder.GetContext();
+    EXPECT_EQ(1u, context->referenceCount);
+    EXPECT_EQ(nullptr, context->filter);
+    for (const std::uint32_t value :
+         {context->sourceLineSize, context->sourceHeight, context->destinationLineSize, context->destinationHeight,
+          context->planeOffsets[2], context->flags, context->lineIndex})
+        EXPECT_EQ(0u, value);
+
+    planar.Convert(bytes, 1, 1, bytes, 1, 1, 1, 1, 0, 0);
+    recorder.Convert(bytes, 1, 1, bytes, 4, 1, 1, 1, 0x80, 0);
+    EXPECT_EQ(1u, context->referenceCount);
+    EXPECT_EQ(nullptr, context->filter) << "a finished conversion leaves no filter behind";
+    EXPECT_EQ(0x80u, context->flags);
+    EXPECT_EQ(4u, context->destinationLineSize);
+    EXPECT_EQ(2u, context->planeOffsets[2]) << "only planar destinations set them";
+    EXPECT_EQ(context, recorder.GetContext());
+    EXPECT_EQ(2u, context->referenceCount);
+    recorder.ReleaseContext();
+    recorder.ReleaseContext();
+
+    recorder.Convert(bytes, bytes, 1);
+    EXPECT_EQ(1u, recorder.calls.back().context.referenceCount);
+    EXPECT_EQ(0u, recorder.calls.back().context.flags) << "a new context has forgotten the last area";
+}
+
+TEST(ContextThread, EachThreadSeesItsOwnConversion) {
+    constexpr std::uint32_t threads = 8;
+    const Recorder recorders[threads];
+    support::RunOnThreads(threads, [&](int thread) {
+        const auto width = static_cast<std::uint32_t>(100 + thread);
+        std::uint8_t byte = 0;
+        for (int round = 0; round < 200; ++round)
+            recorders[thread].Convert(&byte, width, 3, &byte, 1, 1, 0, 3, 0x20, 0);
+    });
+    for (std::uint32_t thread = 0; thread < threads; ++thread)
+        for (const Recorder::Call& call : recorders[thread].calls) {
+            ASSERT_EQ(100 + thread, call.context.sourceLineSize);
+            ASSERT_EQ(2u, call.context.referenceCount);
+        }
+}
+
+}  // namespace

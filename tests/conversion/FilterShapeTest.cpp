@@ -1,0 +1,104 @@
+// What a filter says about its tables must be what they hold: conversions compute by it instead of looking values up.
+#include <KyImgLib/conversion/KyRGBFilter.h>
+#include <tests/support/Random.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace {
+
+/// Whether a shape tells what the table holds: whether it is the identity, and no line that it is not.
+bool IsTrue(const KyFilterShape& shape, const std::uint8_t* table) {
+    bool isIdentity = true, isLine = shape.shift >= 8 && shape.shift <= 16;
+    for (std::uint32_t i = 0; i < 256; ++i) {
+        const std::uint32_t line = shape.offset + (shape.addsIndex ? i : 0) + (i * shape.multiplier >> shape.shift);
+        isIdentity &= table[i] == i;
+        isLine &= table[i] == std::min(line, 255u);
+    }
+    return shape.isIdentity == isIdentity && (isLine || !shape.isLinear);
+}
+
+/// The shapes of all three channels are what the tables hold, and linear where they have to be.
+void Check(const KyRGBFilter& filter, bool mustBeLinear) {
+    EXPECT_TRUE(IsTrue(filter.GetRedShape(), filter.GetRedTable8()));
+    EXPECT_TRUE(IsTrue(filter.GetGreenShape(), filter.GetGreenTable8()));
+    EXPECT_TRUE(IsTrue(filter.GetBlueShape(), filter.GetBlueTable8()));
+    if (!mustBeLinear) return;
+    EXPECT_TRUE(filter.GetRedShape().isLinear);
+    EXPECT_TRUE(filter.GetGreenShape().isLinear);
+    EXPECT_TRUE(filter.GetBlueShape().isLinear);
+}
+
+TEST(FilterShape, NewFiltersAreTheIdentityFromEightBitsOn) {
+    for (std::uint32_t bits = 0; bits <= 16; ++bits) {
+        SCOPED_TRACE(bits);
+        const KyRGBFilter filter(bits);
+        Check(filter, bits >= 8);
+        EXPECT_EQ(bits >= 8, filter.GetBlueShape().isIdentity);
+    }
+}
+
+TEST(FilterShape, FollowsSingleEntries) {
+    KyRGBFilter filter(10);
+    filter.SetGreenValue(20, 21);
+    Check(filter, false);
+    EXPECT_TRUE(filter.GetRedShape().isIdentity);
+    EXPECT_FALSE(filter.GetGreenShape().isIdentity);
+    EXPECT_FALSE(filter.GetGreenShape().isLinear);
+    filter.SetGreenValue(20, 1000);
+    filter.SetGreenValue(255, 900);
+    filter.SetGreenValue(300, 0);
+    EXPECT_FALSE(filter.GetGreenShape().isIdentity);
+    filter.SetGreenValue(20, 20);
+    Check(filter, true);
+    EXPECT_TRUE(filter.GetGreenShape().isIdentity) << "entries beyond a byte have no part in it";
+
+    support::Random random(1);
+    for (int round = 0; round < 2000; ++round) {
+        const std::uint32_t index = random.Below(300);
+        filter.SetBlueValue(index, static_cast<std::uint16_t>(random.Below(2) == 0 ? index : random.Below(300)));
+        ASSERT_TRUE(IsTrue(filter.GetBlueShape(), filter.GetBlueTable8()));
+    }
+}
+
+TEST(FilterShape, GainsOfAByteFilterAreLinear) {
+    support::Random random(2);
+    const auto gain = [&] { return random.Real(random.Pick(std::vector<double>{1.0, 2.0, 4.0, 300.0})); };
+    const auto offset = [&] { return static_cast<std::uint16_t>(random.Below(2) * random.Below(300)); };
+    KyRGBFilter filter(8);
+    for (int round = 0; round < 5000 && !testing::Test::HasFailure(); ++round) {
+        const double red = gain(), green = gain(), blue = gain();
+        const std::uint16_t redOffset = offset(), greenOffset = offset();
+        SCOPED_TRACE(testing::Message() << red << ", " << green << ", " << blue << ", " << redOffset << ", "
+                                        << greenOffset);
+        filter.SetMultipliers(red, green, blue, redOffset, greenOffset, 0);
+        Check(filter, true);
+    }
+    for (const double extreme :
+         {0.0, 1e-300, 1.0 / 255, 255.0 / 256, 256.0, 1e300, std::numeric_limits<double>::infinity()}) {
+        SCOPED_TRACE(extreme);
+        filter.SetMultipliers(extreme, extreme, extreme, 0, 1, 65535);
+        Check(filter, true);
+    }
+}
+
+// Rounding to double can make a product reach an integer at one index and miss it at a multiple of that index: no line
+// goes through such a table, 2.3 and 13 / 3 among them.
+TEST(FilterShape, OtherFiltersPromiseNothingFalse) {
+    support::Random random(4);
+    const auto fraction = [&] { return static_cast<double>(random.Below(600)) / (1 + random.Below(255)); };
+    for (const std::uint32_t bits : {8u, 8u, 8u, 0u, 4u, 7u, 9u, 16u}) {
+        SCOPED_TRACE(bits);
+        KyRGBFilter filter(bits);
+        for (int round = 0; round < 100; ++round) {
+            filter.SetMultipliers(fraction(), fraction() * (1 - 1e-15), round / 20.0, 0, 3,
+                                  static_cast<std::uint16_t>(random.Below(50)));
+            Check(filter, false);
+        }
+    }
+}
+
+}  // namespace

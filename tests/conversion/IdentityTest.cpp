@@ -1,0 +1,62 @@
+#include <KyImgLib/KyImgLib.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace {
+
+std::vector<std::uint8_t> Counting(std::size_t count) {
+    std::vector<std::uint8_t> bytes(count);
+    std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
+    return bytes;
+}
+
+const KyPixelConverter& Identity(std::int64_t source, std::int64_t destination) {
+    return *KyPixelTypeFactory::FindConverter(source, destination);
+}
+
+TEST(Identity, SizesAreThoseOfTheRegisteredTypes) {
+    EXPECT_EQ(15u, Identity(0x00410002, 0x00410002).GetSourceByteSize(9)) << "packed: two pixels in three bytes";
+    EXPECT_EQ(40u, Identity(0x00020002, 0x00020002).GetDestinationByteSize(10)) << "loose 24-bit pixels take 4 bytes";
+    EXPECT_EQ(30u, Identity(0x00420002, 0x00420002).GetDestinationByteSize(10));
+    EXPECT_EQ(20u, Identity(0x00020011, 0x00020011).GetSourceByteSize(10));
+
+    const KyIdentityConverter unregistered(0x0002FF00, 0x0002FF01, 5, 7);
+    EXPECT_EQ(50u, unregistered.GetSourceByteSize(10));
+    EXPECT_EQ(70u, unregistered.GetDestinationByteSize(10));
+}
+
+TEST(Identity, CopiesTheBytesOfTheSourceAndNoMore) {
+    const std::vector<std::uint8_t> source = Counting(32);
+    const auto copied = [&](const KyPixelConverter& converter, std::uint32_t count) {
+        std::vector<std::uint8_t> destination(32);
+        EXPECT_EQ(KY_STATUS_SUCCESS, count == 0 ? converter.Convert(source.data(), destination.data())
+                                                : converter.Convert(source.data(), destination.data(), count));
+        const auto end = std::find(destination.begin(), destination.end(), std::uint8_t{0});
+        EXPECT_TRUE(std::equal(destination.begin(), end, source.begin()));
+        EXPECT_EQ(destination.end(), std::find_if(end, destination.end(), [](auto byte) { return byte != 0; }));
+        return end - destination.begin();
+    };
+    EXPECT_EQ(6, copied(Identity(0x00410002, 0x00410002), 3));
+    EXPECT_EQ(3, copied(Identity(0x00410002, 0x00410002), 0)) << "one pixel takes a pair's bytes";
+    EXPECT_EQ(20, copied(Identity(0x00020002, 0x00020002), 5));
+    EXPECT_EQ(2, copied(Identity(0x00010005, 0x00010005), 0));
+    EXPECT_EQ(15, copied(KyIdentityConverter(0x0002FF00, 0x0002FF01, 5, 7), 3));
+}
+
+TEST(Identity, WeavesAnInterlacedImage) {
+    const std::vector<std::uint8_t> fields = {1, 2, 3, 4, 5, 6, 7, 8};
+    std::vector<std::uint8_t> frame(12);
+    const KyPixelConverter& converter = Identity(0x00210001, 0x00010001);
+    KyRGBFilter ignored(8);
+    ignored.SetMultipliers(0, 0, 0);
+    EXPECT_EQ(KY_STATUS_SUCCESS, converter.Convert(ignored, fields.data(), 2, 4, frame.data(), 2, 4, 2, 4, 0, 1));
+    EXPECT_EQ((std::vector<std::uint8_t>{1, 2, 0, 5, 6, 0, 3, 4, 0, 7, 8, 0}), frame);
+    converter.Convert(fields.data(), 2, 4, frame.data(), 2, 4, 2, 4, KyPixelConverter::FLAG_INVERT_DEINTERLACER, 1);
+    EXPECT_EQ((std::vector<std::uint8_t>{5, 6, 0, 1, 2, 0, 7, 8, 0, 3, 4, 0}), frame);
+}
+
+}  // namespace

@@ -1,0 +1,144 @@
+// What happens when memory runs out, at each single allocation of an operation.
+#include <KyImgLib/KyImgLib.h>
+#include <KyImgLib/KyImgLibC.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+// The operators below serve the library too, but a DLL keeps those it was linked with. The thread sanitizer's library
+// does not let itself be replaced.
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define __SANITIZE_THREAD__ 1
+#endif
+#endif
+#if !defined(_WIN32) && !defined(__SANITIZE_THREAD__)
+
+namespace {
+
+constexpr int kNeverFail = -1;
+int allocationsLeft = kNeverFail;
+bool hasFailed = false;
+
+void* Allocate(std::size_t size) noexcept {
+    if (allocationsLeft == 0) {
+        hasFailed = true;
+        return nullptr;
+    }
+    if (allocationsLeft > 0) --allocationsLeft;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void* operator new(std::size_t size) {
+    if (void* const memory = Allocate(size)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+using Factory = KyPixelTypeFactory;
+
+/// Runs `operation(n)` with memory for n allocations, for n = 0, 1, ... until that is enough for all of them, and hands
+/// what it returned to `check(n, result)` with memory for everything.
+template <typename Operation, typename Check>
+void ForEachFailure(Operation operation, Check check) {
+    for (int n = 0; !testing::Test::HasFailure(); ++n) {
+        hasFailed = false;
+        allocationsLeft = n;
+        auto result = operation(n);
+        allocationsLeft = kNeverFail;
+        check(n, result);
+        if (!hasFailed) return;
+    }
+}
+
+/// The operation's status, or that of memory that has run out when it throws.
+template <typename Operation>
+std::uint32_t StatusOf(Operation operation) {
+    try {
+        return operation();
+    } catch (const std::bad_alloc&) {
+        return KY_STATUS_OUT_OF_MEMORY;
+    }
+}
+
+std::uint32_t ExpectedStatus() { return hasFailed ? KY_STATUS_OUT_OF_MEMORY : KY_STATUS_SUCCESS; }
+
+TEST(OutOfMemory, NewObjectsAreNull) {
+    const auto isNull = [](int n, const auto& created) {
+        EXPECT_EQ(hasFailed, created == nullptr) << "allocation " << n;
+    };
+    const KyBayerRGB8 type;
+    ForEachFailure([&](int) { return std::unique_ptr<KyPixelType>(type.Clone()); }, isNull);
+    ForEachFailure([](int) { return std::unique_ptr<KyPixelType>(KyPixelTypeFactory_CreatePixelType(0x20010)); },
+                   isNull);
+    ForEachFailure([](int) { return std::unique_ptr<KyRGBFilter>(KyRGBFilter_Init(10)); }, isNull);
+}
+
+TEST(OutOfMemory, TypesAreRegisteredWhollyOrNotAtAll) {
+    const auto id = [](int n) -> std::int64_t { return 0x0021F600 + n; };
+    ForEachFailure(
+        [&](int n) {
+            const KyPixelType type(id(n), 8, 1, false);
+            return Factory::RegisterPixelType(id(n), &type, "a name that is too long for any small buffer");
+        },
+        [&](int n, std::uint32_t status) {
+            EXPECT_EQ(ExpectedStatus(), status) << "allocation " << n;
+            EXPECT_EQ(!hasFailed, Factory::HasPixelType(id(n))) << "allocation " << n;
+            EXPECT_EQ(!hasFailed, Factory::HasConverter(id(n), id(n))) << "allocation " << n;
+            EXPECT_EQ(!hasFailed, Factory::HasConverter(id(n), KyDeinterlacedTypeID(id(n)))) << "allocation " << n;
+        });
+}
+
+TEST(OutOfMemory, ConvertersAreRegisteredOrReported) {
+    static const KyIdentityConverter converter(0x0001F700, 0x0001F701, 1, 1);
+    ForEachFailure([](int) { return Factory::RegisterPixelConverter(0x0001F700, 0x0001F702, &converter); },
+                   [](int n, std::uint32_t status) {
+                       EXPECT_EQ(ExpectedStatus(), status) << "allocation " << n;
+                       EXPECT_EQ(!hasFailed, Factory::HasConverter(0x0001F700, 0x0001F702));
+                   });
+}
+
+TEST(OutOfMemory, ConversionsReportItAndWorkAgainLater) {
+    const std::uint8_t mosaic[4] = {9, 9, 9, 9};
+    std::uint8_t picture[12];
+    KyIdentityConverter copy(0x20010, 0x20010, 1, 1);
+    KyBayerRGB8ToRGB24 toRGB(0x20010, false, 0, 0);
+    const KyRGBFilter filter(8);
+    const auto check = [&](int n, std::uint32_t status) {
+        if (status == KY_STATUS_OUT_OF_MEMORY) {
+            EXPECT_TRUE(hasFailed);
+        } else {
+            EXPECT_EQ(KY_STATUS_SUCCESS, status) << "allocation " << n;
+            EXPECT_EQ(12, std::count(picture, picture + 12, 9)) << "allocation " << n;
+        }
+        std::fill(picture, picture + 12, std::uint8_t{0});
+    };
+    ForEachFailure(
+        [&](int) {
+            return StatusOf([&] {
+                // A new chain each time, without the buffer of an earlier conversion.
+                const KyComplexConverter chain(&copy, &toRGB);
+                return chain.Convert(filter, mosaic, 2, 2, picture, 2, 2, 2, 2, 0, 0);
+            });
+        },
+        check);
+    ForEachFailure(
+        [&](int) {
+            return KyPixelConverter_ConvertAreaFilter(&toRGB, &filter, mosaic, 2, 2, picture, 2, 2, 2, 2, 0, 0);
+        },
+        check);
+}
+
+}  // namespace
+
+#endif
