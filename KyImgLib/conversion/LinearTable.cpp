@@ -30,6 +30,9 @@ bool FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
 // fractions are at least 1 / (n * n) apart. Gains below 1 have 16 binary places here and n of 255, gains g of 2 and more
 // have 15 - log2(g) places and n of 255 / g: in both cases the distance between two multipliers is smaller, so one of
 // them serves. Between 1 and 2 there may be none with 15 places, and then the index is added to a gain below 1.
+//
+// Tables are filled in double precision, though, where a product that should be an integer may come out just below it:
+// gains like 0.35 so miss a line by one entry or two, and are looked up.
 void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
     shape.offset = table[0];
     for (const bool addsIndex : {false, true}) {

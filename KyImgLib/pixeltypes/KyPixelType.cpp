@@ -2,6 +2,7 @@
 
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/platform/NullReferenceInternal.h>
 
 KyPixelType::KyPixelType(const std::int64_t& typeID, std::uint16_t pixelBitSize, std::uint16_t pixelByteSize,
                          bool bayer)
@@ -32,11 +33,11 @@ std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t h
     return GetPixelByteSize() * pixels;
 }
 
-const KyPixelConverter& KyPixelType::GetConverterTo(const KyPixelType& other) const {
+KY_MAY_RETURN_NULL_REFERENCE const KyPixelConverter& KyPixelType::GetConverterTo(const KyPixelType& other) const {
     return KyPixelTypeFactory::GetConverter(id, other.GetTypeID());
 }
 
-const KyPixelConverter& KyPixelType::GetConverterFrom(const KyPixelType& other) const {
+KY_MAY_RETURN_NULL_REFERENCE const KyPixelConverter& KyPixelType::GetConverterFrom(const KyPixelType& other) const {
     return other.GetConverterTo(*this);
 }
 

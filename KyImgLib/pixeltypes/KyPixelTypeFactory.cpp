@@ -5,6 +5,7 @@
 #include <KyImgLib/pixeltypes/RegistryInternal.h>
 #include <KyImgLib/platform/KyGate.h>
 #include <KyImgLib/platform/KyString.h>
+#include <KyImgLib/platform/NullReferenceInternal.h>
 
 #include <list>
 #include <map>
@@ -60,11 +61,54 @@ std::uint32_t Registering(Change change) noexcept {
     }
 }
 
-void CreateIdentityConverter(Registry& open, std::int64_t source, std::int64_t destination, std::uint32_t byteSize) {
-    if (KyPixelTypeFactory::HasConverter(source, destination)) return;
-    open.createdConverters.emplace_back();
-    open.createdConverters.back().reset(ky::CreateIdentityConverter(source, destination, byteSize));
-}
+/// Adds one type with its identity converters, all or nothing.
+class TypeRegistration {
+public:
+    TypeRegistration(Registry& where, std::int64_t typeId)
+        : open(where), id(typeId), convertersBefore(where.createdConverters.size()) {}
+    TypeRegistration(const TypeRegistration&) = delete;
+    TypeRegistration& operator=(const TypeRegistration&) = delete;
+
+    /// Unless everything was added, takes back what was.
+    ~TypeRegistration() {
+        if (isComplete) return;
+        open.types.erase(id);
+        while (open.createdConverters.size() > convertersBefore) {
+            const KyPixelConverter* const created = open.createdConverters.back().get();
+            std::erase_if(open.converters, [created](const auto& entry) { return entry.second == created; });
+            open.createdConverters.pop_back();
+        }
+    }
+
+    /// False, or std::bad_alloc, when there is no memory.
+    bool Run(const KyPixelType& type, const char* name) {
+        std::unique_ptr<KyPixelType> clone(type.Clone());
+        if (clone == nullptr) return false;
+        KyString text(name);
+        if (name == nullptr) BuildPixelTypeName(id, type, type.IsBayerPattern(), text);
+        open.types.emplace(id, NamedType{std::move(clone), std::move(text)});
+
+        const std::uint32_t byteSize = type.GetPixelByteSize();
+        const bool isInterlaced = (id & KY_TYPE_INTERLACED) != 0;
+        isComplete = AddIdentityConverter(id, byteSize) &&
+                     (!isInterlaced || AddIdentityConverter(KyDeinterlacedTypeID(id), byteSize));
+        return isComplete;
+    }
+
+private:
+    bool AddIdentityConverter(std::int64_t destination, std::uint32_t byteSize) {
+        if (KyPixelTypeFactory::HasConverter(id, destination)) return true;
+        open.createdConverters.emplace_back();
+        open.createdConverters.back().reset(ky::CreateIdentityConverter(id, destination, byteSize));
+        // It registers itself, and has no way to tell that it could not.
+        return KyPixelTypeFactory::HasConverter(id, destination);
+    }
+
+    Registry& open;
+    const std::int64_t id;
+    const std::size_t convertersBefore;
+    bool isComplete = false;
+};
 
 /// The `index`-th of the registered pairs that qualify, in key order; null past the end.
 template <typename Qualifies>
@@ -73,18 +117,6 @@ const TypePair* NthPair(std::uint32_t index, Qualifies qualifies) {
     for (const auto& [pair, converter] : registry->converters)
         if (qualifies(pair) && index-- == 0) return &pair;
     return nullptr;
-}
-
-/// Returned for what is not registered. Volatile, so that no compiler can conclude that the reference made from it
-/// is not null.
-template <typename T>
-#if defined(__clang__)
-__attribute__((no_sanitize("null")))
-#endif
-const T&
-ReferenceOrNull(const T* found) {
-    const T* volatile pointer = found;
-    return *pointer;
 }
 
 }  // namespace
@@ -103,16 +135,8 @@ std::uint32_t KyPixelTypeFactory::RegisterPixelType(const std::int64_t& id, cons
     return Registering([&](Registry& open) -> std::uint32_t {
         if (open.types.count(id) != 0) return KY_STATUS_BAD_ARGUMENT;
 
-        std::unique_ptr<KyPixelType> clone(type->Clone());
-        if (clone == nullptr) return KY_STATUS_OUT_OF_MEMORY;
-        KyString text(name);
-        if (name == nullptr) BuildPixelTypeName(id, *type, type->IsBayerPattern(), text);
-        open.types.emplace(id, NamedType{std::move(clone), std::move(text)});
-
-        const std::uint32_t byteSize = type->GetPixelByteSize();
-        CreateIdentityConverter(open, id, id, byteSize);
-        if ((id & KY_TYPE_INTERLACED) != 0) CreateIdentityConverter(open, id, KyDeinterlacedTypeID(id), byteSize);
-        return KY_STATUS_SUCCESS;
+        TypeRegistration registration(open, id);
+        return registration.Run(*type, name) ? KY_STATUS_SUCCESS : KY_STATUS_OUT_OF_MEMORY;
     });
 }
 
@@ -158,8 +182,8 @@ const KyPixelType* KyPixelTypeFactory::FindPixelType(const std::int64_t& id) {
     return found == registry->types.end() ? nullptr : found->second.type.get();
 }
 
-const KyPixelType& KyPixelTypeFactory::GetPixelType(const std::int64_t& id) {
-    return ReferenceOrNull(FindPixelType(id));
+KY_MAY_RETURN_NULL_REFERENCE const KyPixelType& KyPixelTypeFactory::GetPixelType(const std::int64_t& id) {
+    return ky::ReferenceOrNull(FindPixelType(id));
 }
 
 bool KyPixelTypeFactory::HasPixelType(const std::int64_t& id) { return FindPixelType(id) != nullptr; }
@@ -219,9 +243,9 @@ const KyPixelConverter* KyPixelTypeFactory::FindConverter(const std::int64_t& so
     return found == registry->converters.end() ? nullptr : found->second;
 }
 
-const KyPixelConverter& KyPixelTypeFactory::GetConverter(const std::int64_t& sourceId,
-                                                         const std::int64_t& destinationId) {
-    return ReferenceOrNull(FindConverter(sourceId, destinationId));
+KY_MAY_RETURN_NULL_REFERENCE const KyPixelConverter& KyPixelTypeFactory::GetConverter(
+    const std::int64_t& sourceId, const std::int64_t& destinationId) {
+    return ky::ReferenceOrNull(FindConverter(sourceId, destinationId));
 }
 
 bool KyPixelTypeFactory::HasConverter(const std::int64_t& sourceId, const std::int64_t& destinationId) {

@@ -56,10 +56,13 @@ private:
         return of.out[line] + x * Writer::kPixelBytes;
     }
 
-    /// Whether the step at column x reaches only what may be read.
+    /// Whether the step at column x reaches only what may be read. A single neighbouring line may lie on either side of
+    /// the line itself.
     HWY_INLINE bool IsReadable(std::size_t x) const {
         constexpr std::size_t kBefore = kMargin * sizeof(Sample), kAfter = (kPixels + kMargin) * sizeof(Sample);
-        return Row(job, 0, x) - kBefore >= job.readable.begin && Row(job, kRows - 1, x) + kAfter <= job.readable.end;
+        const std::uint8_t* const upper = std::min(Row(job, 0, x), Row(job, 1, x));
+        const std::uint8_t* const lower = std::max(Row(job, 1, x), Row(job, kRows - 1, x));
+        return upper - kBefore >= job.readable.begin && lower + kAfter <= job.readable.end;
     }
 
     /// All columns up to `evenEnd`, at least a step of them. Steps overlap where their number does not divide.

@@ -53,7 +53,7 @@ public:
     }
 
     /// All that a kernel reaches from a row, which the margins hold.
-    ReadableBytes Readable() const { return {rows[0], rows[0] + sizeof rows}; }
+    ReadableBytes Readable() const { return {rows[0], rows[kRows - 1] + sizeof rows[0]}; }
 
 private:
     static constexpr std::size_t kRows = 4;
