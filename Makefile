@@ -1,0 +1,50 @@
+# The few commands a person types; CMakePresets.json holds what they build.
+
+JOBS := $(shell nproc)
+KYIMG := build/release/bin/kyimg
+DEMO := build/demo
+SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
+DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
+
+.PHONY: help demo test bench format check-format deps
+
+help:
+	@echo 'make demo          render a sample camera frame and convert it to PNGs'
+	@echo 'make test          build everything and run all tests'
+	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--benchmark_filter=..." is passed on)'
+	@echo 'make format        format all sources;  make check-format: only say which would change'
+	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
+
+deps:
+	@scripts/install-dependencies
+
+demo: deps
+	cmake --preset release
+	cmake --build --preset release --target kyimg make-sample-frame
+	@mkdir -p $(DEMO)
+	build/release/bin/make-sample-frame $(DEMO)
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --interpolate -o $(DEMO)/interpolated.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/replicated.png
+	$(DEMO_CONVERT) --interpolate -o $(DEMO)/unbalanced.png
+	@echo
+	@echo 'A raw frame, as a colour camera delivers it, became these pictures:'
+	@echo '  $(CURDIR)/$(DEMO)/interpolated.png  interpolated, white balanced'
+	@echo '  $(CURDIR)/$(DEMO)/replicated.png    the same without interpolation'
+	@echo '  $(CURDIR)/$(DEMO)/unbalanced.png    interpolated, colours as the sensor sees them'
+
+test: deps
+	cmake --preset release
+	cmake --build --preset release
+	ctest --preset release -j $(JOBS)
+
+bench:
+	@scripts/install-dependencies --bench
+	cmake --preset release -DKYIMGLIB_BUILD_BENCHMARKS=ON
+	cmake --build --preset release --target kyimglib-benchmarks
+	build/release/bin/kyimglib-benchmarks $(BENCH_ARGS)
+
+format:
+	@scripts/format
+
+check-format:
+	@scripts/format --check

@@ -1,0 +1,40 @@
+# What every target of this project is compiled with.
+
+if(KYIMGLIB_SANITIZE)
+  add_compile_options(-fsanitize=${KYIMGLIB_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KYIMGLIB_SANITIZE})
+endif()
+
+# kyimglib_target(<target>): C++20 (C99) without extensions, the warnings, and errors out of them on request.
+function(kyimglib_target target)
+  target_compile_features(${target} PRIVATE cxx_std_20 c_std_99)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF C_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast>
+    $<$<BOOL:${KYIMGLIB_WERROR}>:-Werror>)
+  if(KYIMGLIB_SANITIZE)
+    # Programs in C too: the library needs the C++ half of the sanitizer's runtime, which only the C++ compiler links.
+    set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  endif()
+endfunction()
+
+# kyimglib_wanted(<result> <option> <what was found>...): whether a part with the value AUTO, ON or OFF is to be built.
+function(kyimglib_wanted result option)
+  set(missing "")
+  foreach(library IN LISTS ARGN)
+    if(NOT ${library}_FOUND)
+      list(APPEND missing ${library})
+    endif()
+  endforeach()
+  if(missing AND ${option} STREQUAL "AUTO")
+    message(STATUS "${option}: not built, not found: ${missing}")
+    set(${result} OFF PARENT_SCOPE)
+  elseif(missing AND ${option})
+    message(FATAL_ERROR "${option} is on, but not found: ${missing}")
+  elseif(${option} STREQUAL "AUTO")
+    set(${result} ON PARENT_SCOPE)
+  else()
+    set(${result} ${${option}} PARENT_SCOPE)
+  endif()
+endfunction()
