@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t kLargestBitSize = 16;
 constexpr std::uint32_t kByteEntries = 256;
-constexpr KyFilterShape kIdentityShape = {true, true, false, 0, 8, 1 << 8};
+constexpr KyFilterShape kIdentityShape = {true, true, false, 0, 8, 1 << 8, 0, {}};
 
 KyFilterShape16 IdentityShape16(std::uint32_t entryCount) {
     return {true, true, 0, 1, 0, static_cast<std::uint16_t>(entryCount - 1)};

@@ -10,12 +10,15 @@
 struct KyFilterShape {
     /// Every entry is its own index.
     bool isIdentity;
-    /// Every entry i, from 0 to 255, is min(offset + (addsIndex ? i : 0) + (i * multiplier >> shift), 255).
+    /// Every entry i, from 0 to 255, is min(offset + (addsIndex ? i : 0) + (i * multiplier >> shift), 255), but for the
+    /// exceptions, which are one less.
     bool isLinear;
     bool addsIndex;
     std::uint8_t offset;
     std::uint8_t shift;  ///< 8 to 16
     std::uint16_t multiplier;
+    std::uint8_t exceptionCount;  ///< at most 8
+    std::uint8_t exceptions[8];
 };
 
 /// What is known of one channel's table.
@@ -103,18 +106,18 @@ public:
     std::uint32_t GetTableMask() const { return tables->indexMask; }
     ///@}
 
-    /// The shapes of the 8-bit views, kept current by every change.
+    /// The shapes of the 8-bit views, kept current by every change; valid until the tables are freed.
     ///@{
-    KyFilterShape GetRedShape() const { return tables->redShape.view; }
-    KyFilterShape GetGreenShape() const { return tables->greenShape.view; }
-    KyFilterShape GetBlueShape() const { return tables->blueShape.view; }
+    const KyFilterShape& GetRedShape() const { return tables->redShape.view; }
+    const KyFilterShape& GetGreenShape() const { return tables->greenShape.view; }
+    const KyFilterShape& GetBlueShape() const { return tables->blueShape.view; }
     ///@}
 
-    /// The shapes of the tables, kept current by every change.
+    /// The shapes of the tables, kept current by every change; valid until the tables are freed.
     ///@{
-    KyFilterShape16 GetRedShape16() const { return tables->redShape.table; }
-    KyFilterShape16 GetGreenShape16() const { return tables->greenShape.table; }
-    KyFilterShape16 GetBlueShape16() const { return tables->blueShape.table; }
+    const KyFilterShape16& GetRedShape16() const { return tables->redShape.table; }
+    const KyFilterShape16& GetGreenShape16() const { return tables->greenShape.table; }
+    const KyFilterShape16& GetBlueShape16() const { return tables->blueShape.table; }
     ///@}
 
 private:

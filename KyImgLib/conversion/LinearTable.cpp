@@ -1,26 +1,36 @@
 #include <KyImgLib/conversion/LinearTableInternal.h>
 
 #include <algorithm>
+#include <initializer_list>
+#include <iterator>
 
 namespace ky {
 
 namespace {
 
-/// Finds the smallest multiplier of 16 bits with which the shape's arithmetic gives every entry of the table.
-///
-/// Entry i needs i * m >> shift to be its value less offset and index, which confines m to an interval; an entry of 255
-/// may also be exceeded. What all intervals leave is the answer.
-bool FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
-    std::int64_t lowest = 0;
-    std::int64_t highest = 0xFFFF;
-    for (std::int64_t i = 1; i < 256 && lowest <= highest; ++i) {
-        const std::int64_t needed = table[i] - shape.offset - (shape.addsIndex ? i : 0);
-        const auto smallestReaching = [&](std::int64_t value) { return ((value << shape.shift) + i - 1) / i; };
-        if (needed > 0) lowest = std::max(lowest, smallestReaching(needed));
-        if (table[i] < 255) highest = needed < 0 ? -1 : std::min(highest, smallestReaching(needed + 1) - 1);
+constexpr std::int32_t kNoLine = 256;
+
+/// Fills in the smallest multiplier with which the shape's arithmetic reaches every entry of the table, and the entries
+/// that it exceeds by one. Returns their number; kNoLine when they are too many, or are exceeded by more.
+std::int32_t FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
+    std::int32_t multiplier = 0;
+    const auto lineAt = [&](std::int32_t i) { return shape.offset + (shape.addsIndex ? i : 0); };
+    for (std::int32_t i = 1; i < 256; ++i) {
+        // What i * multiplier >> shift must be at least.
+        const std::int32_t needed = table[i] - lineAt(i);
+        if (needed > 0) multiplier = std::max(multiplier, ((needed << shape.shift) + i - 1) / i);
     }
-    shape.multiplier = static_cast<std::uint16_t>(lowest);
-    return lowest <= highest;
+    if (multiplier > 0xFFFF) return kNoLine;
+    shape.multiplier = static_cast<std::uint16_t>(multiplier);
+
+    shape.exceptionCount = 0;
+    for (std::int32_t i = 0; i < 256; ++i) {
+        const std::int32_t excess = std::min(lineAt(i) + (i * multiplier >> shape.shift), 255) - table[i];
+        if (excess == 0) continue;
+        if (excess > 1 || shape.exceptionCount == std::size(shape.exceptions)) return kNoLine;
+        shape.exceptions[shape.exceptionCount++] = static_cast<std::uint8_t>(i);
+    }
+    return shape.exceptionCount;
 }
 
 }  // namespace
@@ -31,16 +41,21 @@ bool FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
 // have 15 - log2(g) places and n of 255 / g: in both cases the distance between two multipliers is smaller, so one of
 // them serves. Between 1 and 2 there may be none with 15 places, and then the index is added to a gain below 1.
 //
-// Tables are filled in double precision, though, where a product that should be an integer may come out just below it:
-// gains like 0.35 so miss a line by one entry or two, and are looked up.
+// Tables are filled in double precision, though, where a product that should be an integer may come out just below it.
+// Gains like 2.3 so miss a line by some entries; these are the exceptions.
 void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
-    shape.offset = table[0];
+    std::int32_t fewest = kNoLine;
+    KyFilterShape candidate = shape;
+    candidate.isLinear = true;
+    candidate.offset = table[0];
+    shape.isLinear = false;
     for (const bool addsIndex : {false, true}) {
-        shape.addsIndex = addsIndex;
-        for (std::uint8_t shift = 16; shift >= 8; --shift) {
-            shape.shift = shift;
-            shape.isLinear = FindMultiplier(table, shape);
-            if (shape.isLinear) return;
+        candidate.addsIndex = addsIndex;
+        for (candidate.shift = 16; candidate.shift >= 8 && fewest > 0; --candidate.shift) {
+            const std::int32_t exceptions = FindMultiplier(table, candidate);
+            if (exceptions >= fewest) continue;
+            fewest = exceptions;
+            shape = candidate;
         }
     }
 }

@@ -11,7 +11,8 @@
 namespace ky {
 
 inline FilterChannel8 ChannelOf(const std::uint8_t* table, const KyFilterShape& shape) {
-    return {table, shape.isIdentity, shape.isLinear, shape.addsIndex, shape.offset, shape.shift, shape.multiplier};
+    return {table,       shape.isIdentity, shape.isLinear,       shape.addsIndex, shape.offset,
+            shape.shift, shape.multiplier, shape.exceptionCount, shape.exceptions};
 }
 
 /// A filter's 8-bit view as kernels take it. For destinations that store blue first, red and blue change places, in the

@@ -63,7 +63,12 @@ private:
         const V16 words = Words(v);
         const V16 even = ComputeUpper(channel, hn::ShiftLeft<8>(words));
         const V16 odd = ComputeUpper(channel, hn::And(words, hn::Set(d, 0xFF00)));
-        return Bytes(hn::Or(even, hn::ShiftLeft<8>(odd)));
+        V8 values = Bytes(hn::Or(even, hn::ShiftLeft<8>(odd)));
+        for (int i = 0; i < channel.exceptionCount; ++i) {
+            const auto isException = hn::Eq(v, hn::Set(D8(), channel.exceptions[i]));
+            values = hn::Add(values, hn::VecFromMask(D8(), isException));  // -1 where it is one
+        }
+        return values;
     }
     static HWY_INLINE V16 ComputeUpper(const FilterChannel8& channel, V16 upper) {
         const D16 d;

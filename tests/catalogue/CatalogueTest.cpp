@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <memory>
@@ -89,6 +90,25 @@ TEST(Catalogue, BayerSourcesOfEightSignificantBits) {
         EXPECT_NE(nullptr, dynamic_cast<const KyBayerRGB8ToRGB32*>(find(source, KY_TYPE_BGR32)));
         EXPECT_EQ(10 * bytes, find(source, KY_TYPE_RGB24)->GetSourceByteSize(10));
     }
+}
+
+TEST(Catalogue, BayerSourcesOfWords) {
+    // A full sample of the source's size must come out as a full byte.
+    const std::pair<std::int64_t, std::uint8_t> sources[] = {
+        {0x00020011, 0x03}, {0x00020014, 0x03}, {0x00020012, 0x0F}, {0x00020015, 0x0F}, {0x00020016, 0x3F}};
+    for (const auto& [source, high] : sources)
+        for (const std::int64_t destination :
+             {KY_TYPE_RGB16, KY_TYPE_RGB24, KY_TYPE_BGR24, KY_TYPE_RGB32, KY_TYPE_BGR32}) {
+            SCOPED_TRACE(testing::Message() << std::hex << source << " to " << destination);
+            const KyPixelConverter* const converter = Factory::FindConverter(source, destination);
+            ASSERT_NE(nullptr, converter);
+            const std::uint8_t mosaic[] = {0xFF, high, 0xFF, high, 0xFF, high, 0xFF, high};
+            std::uint8_t picture[16] = {};
+            converter->Convert(mosaic, 2, 2, picture, 2, 2, 2, 2, 0, 0);
+            const std::uint32_t colourBytes = std::min(converter->GetDestinationByteSize(), 3u);
+            EXPECT_TRUE(std::all_of(picture, picture + colourBytes, [](std::uint8_t byte) { return byte == 0xFF; }));
+        }
+    EXPECT_FALSE(Factory::HasConverter(0x00020012, KY_TYPE_RGB48)) << "constructed by those who need it";
 }
 
 TEST(Catalogue, TypesAreFoundByAttributes) {

@@ -15,10 +15,25 @@ bool IsTrue(const KyFilterShape& shape, const std::uint8_t* table) {
     bool isIdentity = true, isLine = shape.shift >= 8 && shape.shift <= 16;
     for (std::uint32_t i = 0; i < 256; ++i) {
         const std::uint32_t line = shape.offset + (shape.addsIndex ? i : 0) + (i * shape.multiplier >> shape.shift);
+        const auto* const end = shape.exceptions + shape.exceptionCount;
         isIdentity &= table[i] == i;
-        isLine &= table[i] == std::min(line, 255u);
+        isLine &= table[i] + (std::find(shape.exceptions, end, i) != end) == std::min(line, 255u);
     }
     return shape.isIdentity == isIdentity && (isLine || !shape.isLinear);
+}
+
+/// The same for a table of words. Says whether the shape is linear.
+bool CheckWords(const KyFilterShape16& shape, const std::uint16_t* table, std::uint32_t entryCount) {
+    bool isIdentity = true, isLine = true;
+    for (std::uint32_t i = 0; i < entryCount; ++i) {
+        const std::uint64_t line =
+            shape.offset + std::uint64_t{i} * shape.wholeGain + (std::uint64_t{i} * shape.fractionGain >> 32);
+        isIdentity &= table[i] == i;
+        isLine &= table[i] == (i > shape.last ? entryCount - 1 : line);
+    }
+    EXPECT_EQ(isIdentity, shape.isIdentity);
+    EXPECT_TRUE(isLine || !shape.isLinear);
+    return shape.isLinear;
 }
 
 /// The shapes of all three channels are what the tables hold, and linear where they have to be.
@@ -77,6 +92,12 @@ TEST(FilterShape, GainsOfAByteFilterAreLinear) {
         filter.SetMultipliers(red, green, blue, redOffset, greenOffset, 0);
         Check(filter, true);
     }
+    // Rounding to double makes a product reach an integer at one index and miss it at a multiple of that index.
+    for (int hundredths = 0; hundredths <= 800 && !testing::Test::HasFailure(); ++hundredths) {
+        SCOPED_TRACE(hundredths);
+        filter.SetMultipliers(hundredths / 100.0, hundredths / 100.0, hundredths / 100.0, 0, 3, 200);
+        Check(filter, true);
+    }
     for (const double extreme :
          {0.0, 1e-300, 1.0 / 255, 255.0 / 256, 256.0, 1e300, std::numeric_limits<double>::infinity()}) {
         SCOPED_TRACE(extreme);
@@ -85,8 +106,29 @@ TEST(FilterShape, GainsOfAByteFilterAreLinear) {
     }
 }
 
-// Rounding to double can make a product reach an integer at one index and miss it at a multiple of that index: no line
-// goes through such a table, 2.3 and 13 / 3 among them.
+TEST(FilterShape, TablesOfWords) {
+    support::Random random(5);
+    for (const std::uint32_t bits : {0u, 1u, 9u, 10u, 12u, 14u, 16u}) {
+        SCOPED_TRACE(bits);
+        KyRGBFilter filter(bits);
+        const std::uint32_t entries = filter.GetEntryCount();
+        EXPECT_TRUE(CheckWords(filter.GetRedShape16(), filter.GetRedTable16(), entries));
+        for (const double gain : {0.37, 1.0, 1.9, 3.999, 50.0}) {
+            const double red = gain * random.Real(1.0) + 1e-3, green = gain;
+            filter.SetMultipliers(red, green, 1.0, 0, 5, 0);
+            SCOPED_TRACE(testing::Message() << red << ", " << green);
+            EXPECT_TRUE(CheckWords(filter.GetRedShape16(), filter.GetRedTable16(), entries) || bits == 0);
+            CheckWords(filter.GetGreenShape16(), filter.GetGreenTable16(), entries);
+        }
+        if (bits < 9) continue;
+        EXPECT_TRUE(filter.GetBlueShape16().isIdentity);
+        filter.SetBlueValue(300, 301);
+        EXPECT_FALSE(CheckWords(filter.GetBlueShape16(), filter.GetBlueTable16(), entries));
+        filter.SetBlueValue(300, 300);
+        EXPECT_TRUE(CheckWords(filter.GetBlueShape16(), filter.GetBlueTable16(), entries));
+    }
+}
+
 TEST(FilterShape, OtherFiltersPromiseNothingFalse) {
     support::Random random(4);
     const auto fraction = [&] { return static_cast<double>(random.Below(600)) / (1 + random.Below(255)); };

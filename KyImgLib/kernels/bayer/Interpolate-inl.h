@@ -17,7 +17,7 @@ struct InterpolationJob {
 
 enum class Lines { kOneWithOneNeighbour, kOne, kTwo };
 
-template <class Writer, class Band, bool kIsIdentity, Lines kLines, bool kGreenFirst>
+template <class Writer, class Band, bool kIsIdentity, bool kFewBits, Lines kLines, bool kGreenFirst>
 class LineInterpolator {
 public:
     HWY_INLINE LineInterpolator(const InterpolationJob& toDo, const typename Band::Filter& filter)
@@ -42,7 +42,8 @@ private:
     using Sample = typename Band::Sample;
     using Stage = FilterStage<typename Band::Filter, kIsIdentity>;
     using Output = SiteOutput<Writer, Stage, Sample>;
-    using Pixels = PixelsAround<Sample>;
+    using Pixels =
+        std::conditional_t<kFewBits && kLines != Lines::kOneWithOneNeighbour, WordsAround, PixelsAround<Sample>>;
 
     static constexpr int kRows = kLines == Lines::kTwo ? 4 : 3;
     static constexpr int kOutputs = kLines == Lines::kTwo ? 2 : 1;
@@ -183,7 +184,8 @@ private:
     const typename Band::Filter& tables;
 };
 
-template <class Writer, class Band, bool kIsIdentity>
+/// `kFewBits`: samples are words of which at most 14 bits count, see WordsAround.
+template <class Writer, class Band, bool kIsIdentity, bool kFewBits>
 class Interpolation {
 public:
     explicit Interpolation(const Band& toDo) : band(toDo) {}
@@ -248,7 +250,8 @@ private:
 
     template <Lines kLines, bool kGreenFirst, bool kStream>
     HWY_NOINLINE void ConvertLines(const InterpolationJob& job) const {
-        LineInterpolator<Writer, Band, kIsIdentity, kLines, kGreenFirst>(job, band.filter).template Run<kStream>();
+        LineInterpolator<Writer, Band, kIsIdentity, kFewBits, kLines, kGreenFirst>(job, band.filter)
+            .template Run<kStream>();
     }
 
     HWY_NOINLINE void LoneLine(const std::uint8_t* here, const InterpolationJob& job) const {
@@ -264,8 +267,16 @@ private:
 
 template <class Writer, class Band>
 void Interpolate(const Band& band) {
+    constexpr bool kIsWords = sizeof(typename Band::Sample) == 2;
+    if constexpr (kIsWords) {
+        // Rare enough not to be compiled apart for an identity filter.
+        if (band.filter.indexMask > WordsAround::kLargestMask) {
+            OnLines(band, Interpolation<Writer, Band, false, false>(band));
+            return;
+        }
+    }
     if (band.filter.IsIdentity())
-        OnLines(band, Interpolation<Writer, Band, true>(band));
+        OnLines(band, Interpolation<Writer, Band, true, kIsWords>(band));
     else
-        OnLines(band, Interpolation<Writer, Band, false>(band));
+        OnLines(band, Interpolation<Writer, Band, false, kIsWords>(band));
 }

@@ -107,6 +107,37 @@ HWY_INLINE SitePlanes<Sample> InterpolateSites(const PixelsAround<Sample>& above
     }
 }
 
+/// Words of which at most 14 bits count once they are averaged. Sums may then lose what does not fit into a word: a quarter
+/// of a sum of four keeps its lower 14 bits. So there is no need of pairs, and the sums over lines are shared.
+struct WordsAround {
+    /// Even like all columns that vectors start at, although it reaches one pixel only.
+    static constexpr std::size_t kMargin = 2;
+    static constexpr std::uint16_t kLargestMask = 0x3FFF;
+
+    V16 here, horizontal;
+
+    explicit HWY_INLINE WordsAround(const std::uint8_t* at)
+        : here(LoadWords(at)), horizontal(hn::Add(LoadWords(at - 2), LoadWords(at + 2))) {}
+
+private:
+    static HWY_INLINE V16 LoadWords(const std::uint8_t* at) { return Words(Load(at)); }
+};
+
+template <bool kGreenFirst, bool kOneNeighbour>
+HWY_INLINE SitePlanes<std::uint16_t> InterpolateSites(const WordsAround& above, const WordsAround& line,
+                                                      const WordsAround& below) {
+    static_assert(!kOneNeighbour, "a third of a sum needs all of it");
+    const V16 verticalSum = hn::Add(above.here, below.here);
+    const V16 horizontal = hn::ShiftRight<1>(line.horizontal), vertical = hn::ShiftRight<1>(verticalSum);
+    const V16 cross = hn::ShiftRight<2>(hn::Add(line.horizontal, verticalSum));
+    const V16 diagonal = hn::ShiftRight<2>(hn::Add(above.horizontal, below.horizontal));
+    if constexpr (kGreenFirst) {
+        return {hn::OddEven(line.here, horizontal), hn::OddEven(cross, line.here), hn::OddEven(diagonal, vertical)};
+    } else {
+        return {hn::OddEven(horizontal, line.here), hn::OddEven(line.here, cross), hn::OddEven(vertical, diagonal)};
+    }
+}
+
 /// Each 2 x 2 cell of two lines to the four pixels over it: its two colours to all, the upper line's green to the left
 /// ones, the lower line's to the right ones. `own` is the upper line's colour.
 template <bool kGreenFirst, typename Sample>

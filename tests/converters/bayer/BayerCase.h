@@ -79,6 +79,7 @@ inline std::vector<FilterCase> AllFilters(const Samples& samples) {
                                        linear("identity", bits, {1, 1, 1}, {0, 0, 0}),
                                        linear("white balance", bits, {1.9, 1.0, 1.6}, {0, 0, 0}),
                                        linear("offset", bits, {0.37, 1.25, 1}, {10, 3, 200}),
+                                       linear("rounded", bits, {2.3, 0.35, 5.6}, {0, 0, 7}),
                                        linear("extreme", bits, {255.7, 0, 300}, {254, largest, 0}),
                                        linear("10 bits", 10, {2.2, 0.7, 1}, {0, 900, 0}),
                                        linear("16 bits", 16, {1.0001, 3.1415, 0.9999}, {0, 1, 65535}),
