@@ -45,6 +45,9 @@ std::size_t Conversion::GetDestinationBytes() const {
 }
 
 std::vector<Conversion> SelectConversions(const Options& options) {
+    // Not built in; it registers itself as it is constructed.
+    static const KyBayerRGB16ToRGB48 bayer12ToRGB48(0x00020012, false, 0);
+
     std::vector<Conversion> conversions;
     for (const Row& row : AllRows()) {
         const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(row.source, row.destination);

@@ -7,6 +7,8 @@ namespace kybench {
 namespace {
 
 constexpr std::int64_t kBayer8 = 0x00020010;
+constexpr std::int64_t kBayer10 = 0x00020011;
+constexpr std::int64_t kBayer12 = 0x00020012;
 constexpr std::uint32_t kReplicate = KyPixelConverter::FLAG_BAYER_GRBG;
 constexpr std::uint32_t kBilinear = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_INTERPOLATE;
 using enum Filter;
@@ -24,6 +26,16 @@ constexpr Row kRows[] = {
     {"Bayer8ToRGB32/replicate", kBayer8, KY_TYPE_RGB32, kReplicate, kWhiteBalance},
     {"Bayer8ToRGB32/bilinear", kBayer8, KY_TYPE_RGB32, kBilinear, kNone},
     {"Bayer8ToRGB32/bilinear", kBayer8, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
+    {"Bayer10ToRGB24/bilinear", kBayer10, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Bayer10ToRGB24/bilinear", kBayer10, KY_TYPE_RGB24, kBilinear, kWhiteBalance},
+    {"Bayer10ToRGB32/bilinear", kBayer10, KY_TYPE_RGB32, kBilinear, kNone},
+    {"Bayer10ToRGB32/bilinear", kBayer10, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
+    {"Bayer12ToRGB24/bilinear", kBayer12, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Bayer12ToRGB24/bilinear", kBayer12, KY_TYPE_RGB24, kBilinear, kWhiteBalance},
+    {"Bayer12ToRGB32/bilinear", kBayer12, KY_TYPE_RGB32, kBilinear, kNone},
+    {"Bayer12ToRGB32/bilinear", kBayer12, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
+    {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kNone},
+    {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kWhiteBalance},
 };
 
 }  // namespace
