@@ -10,8 +10,8 @@
  *
  * Objects are opaque pointers. Functions that return a status use the codes of KyStatus.h; every function takes a
  * null object, and then returns what its comment says. Beyond that arguments are not checked. No exception leaves
- * these functions: where memory runs out, a status function returns KY_STATUS_OUT_OF_MEMORY and any other function
- * what it returns for a null object.
+ * these functions: where one is thrown, mostly because memory ran out, a status function returns KY_STATUS_OUT_OF_MEMORY
+ * and any other function what it returns for a null object.
  *
  * All functions may be called from any thread. Do not change a filter while another thread uses it.
  */
@@ -119,7 +119,9 @@ KYIMGLIB_API uint32_t KyPixelConverter_ConvertLine(const KyPixelConverter* conve
    apart, destination lines GetDestinationByteSize(destinationWidth) + destinationPadding. Heights are the buffers'
    lines; destinationHeight must not be larger than the number of source lines. A planar destination has its planes
    destinationWidth x destinationHeight bytes apart and lines of sourceWidth bytes. The buffers must not overlap.
-   KY_STATUS_SUCCESS, or KY_STATUS_BAD_ARGUMENT for null. */
+   The height is rounded down to a multiple of 2 for interlaced sources and for Bayer sources
+   without interpolation, where an odd last pixel is left out too; without a pattern flag a Bayer source is taken as GRBG.
+   Line sizes are 32-bit. KY_STATUS_SUCCESS, KY_STATUS_BAD_ARGUMENT for null, what a chain's failing stage returned. */
 KYIMGLIB_API uint32_t KyPixelConverter_ConvertArea(const KyPixelConverter* converter, const uint8_t* source,
                                                    uint32_t sourceWidth, uint32_t sourceHeight, uint8_t* destination,
                                                    uint32_t destinationWidth, uint32_t destinationHeight,

@@ -37,10 +37,11 @@ ThreadContext* AcquireContext() {
     std::unique_ptr<ThreadContext> created(new ThreadContext());
     if (created == nullptr) throw std::bad_alloc();
     created->referenceCount = 1;
+    created->threadID = KyThread::GetCurrentThreadID();
 
     ContextMap& map = Contexts();
     const KyGateGuard inside(map.gate);
-    current = (map.contexts[KyThread::GetCurrentThreadID()] = std::move(created)).get();
+    current = (map.contexts[created->threadID] = std::move(created)).get();
     return current;
 }
 
@@ -48,7 +49,7 @@ void ReleaseContext() {
     if (--current->referenceCount > 0) return;
     ContextMap& map = Contexts();
     const KyGateGuard inside(map.gate);
-    map.contexts.erase(KyThread::GetCurrentThreadID());
+    map.contexts.erase(current->threadID);
     current = nullptr;
 }
 

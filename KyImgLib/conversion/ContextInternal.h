@@ -8,6 +8,7 @@ namespace ky {
 
 /// A thread's context as the library keeps it: the public record, and what only the library reads.
 struct ThreadContext : KyObject, KyPixelConverterContext {
+    std::uint32_t threadID;         ///< its key in the map of contexts
     std::uint32_t areaSourceWidth;  ///< source width of the area conversion that the thread is in
 };
 

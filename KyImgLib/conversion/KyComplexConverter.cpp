@@ -21,9 +21,9 @@ std::uint32_t Combine(std::uint32_t a, std::uint32_t b) {
 
 struct Buffer {
     std::unique_ptr<std::uint8_t[]> bytes;
-    std::uint32_t size = 0;
+    std::size_t size = 0;
 
-    void Grow(std::uint32_t needed) {
+    void Grow(std::size_t needed) {
         if (size >= needed) return;
         bytes.reset();
         size = 0;
@@ -60,7 +60,7 @@ private:
 /// A buffer of at least the given size, lent for one conversion.
 class LentBuffer {
 public:
-    LentBuffer(BufferPool& owner, std::uint32_t size) : pool(owner), buffer(owner.Take()) { buffer.Grow(size); }
+    LentBuffer(BufferPool& owner, std::size_t size) : pool(owner), buffer(owner.Take()) { buffer.Grow(size); }
     ~LentBuffer() { pool.Give(std::move(buffer)); }
     LentBuffer(const LentBuffer&) = delete;
     LentBuffer& operator=(const LentBuffer&) = delete;
@@ -71,6 +71,13 @@ private:
     BufferPool& pool;
     Buffer buffer;
 };
+
+/// Bytes that a converter's destination of some lines takes. Lines one after the other may need more than all pixels in
+/// one run, where pixels share bytes and each line is rounded up. The 32-bit size of a large image wraps; this does not.
+std::size_t DestinationSize(const KyPixelConverter& converter, std::uint32_t width, std::uint32_t lines) {
+    const std::size_t oneRun = converter.GetDestinationByteSize(width * lines);
+    return std::max(oneRun, std::size_t{converter.GetDestinationByteSize(width)} * lines);
+}
 
 }  // namespace
 
@@ -83,13 +90,22 @@ struct KyComplexConverter::Stages : KyObject {
         : first(firstStage), second(secondStage) {}
 };
 
-KyComplexConverter::KyComplexConverter(KyPixelConverter* first, KyPixelConverter* second)
-    : KyPixelConverter(first->GetSourceType(), second->GetDestinationType(), first->GetSourceByteSize(),
-                       second->GetDestinationByteSize(),
-                       Combine(first->GetPipeliningSize(), second->GetPipeliningSize()),
-                       Combine(first->GetLinesPerConvert(), second->GetLinesPerConvert())),
-      stages(new Stages(*first, *second)) {
-    if (stages == nullptr) throw std::bad_alloc();
+// The stages come before the base, which registers the converter: what is registered must not fail any more.
+KyComplexConverter::KyComplexConverter(const KyPixelConverter* first, const KyPixelConverter* second)
+    : KyComplexConverter(MakeStages(*first, *second)) {}
+
+KyComplexConverter::KyComplexConverter(std::unique_ptr<Stages> made)
+    : KyPixelConverter(made->first.GetSourceType(), made->second.GetDestinationType(), made->first.GetSourceByteSize(),
+                       made->second.GetDestinationByteSize(),
+                       Combine(made->first.GetPipeliningSize(), made->second.GetPipeliningSize()),
+                       Combine(made->first.GetLinesPerConvert(), made->second.GetLinesPerConvert())),
+      stages(made.release()) {}
+
+std::unique_ptr<KyComplexConverter::Stages> KyComplexConverter::MakeStages(const KyPixelConverter& first,
+                                                                           const KyPixelConverter& second) {
+    std::unique_ptr<Stages> made(new Stages(first, second));
+    if (made == nullptr) throw std::bad_alloc();
+    return made;
 }
 
 KyComplexConverter::~KyComplexConverter() { delete stages; }
@@ -109,7 +125,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
                                           std::uint32_t destinationPadding) const {
     const ky::ContextHolder context;
     const KyRGBFilter* const filter = context->filter;
-    const LentBuffer image(stages->intermediate, stages->first.GetDestinationByteSize(sourceWidth * sourceHeight));
+    const LentBuffer image(stages->intermediate, DestinationSize(stages->first, sourceWidth, sourceHeight));
     const std::uint32_t status = stages->first.Convert(source, sourceWidth, sourceHeight, image.Get(), sourceWidth,
                                                        sourceHeight, sourceWidth, sourceHeight, flags, 0);
     if (status != KY_STATUS_SUCCESS) return status;
@@ -123,7 +139,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8
                                           std::uint32_t count) const {
     // Held for the chain and for each stage; on one thread the three are the same record.
     const ky::ContextHolder context, firstContext, secondContext;
-    const LentBuffer lines(stages->intermediate, stages->first.GetDestinationByteSize(GetLinesPerConvert() * count));
+    const LentBuffer lines(stages->intermediate, DestinationSize(stages->first, count, GetLinesPerConvert()));
     context->destinationLineSize = stages->first.GetDestinationByteSize(count);
     context->sourceLineSize = stages->second.GetSourceByteSize(count);
 

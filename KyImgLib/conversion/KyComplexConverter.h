@@ -3,6 +3,8 @@
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
 
+#include <memory>
+
 /// Chains two converters: the first from type A to type B, the second from B to C, through an intermediate image.
 ///
 /// Both converters are borrowed and must outlive the chain. A filter is applied by both stages; without one, each stage
@@ -14,7 +16,7 @@
 /// std::bad_alloc.
 class KYIMGLIB_API KyComplexConverter : public KyPixelConverter {
 public:
-    KyComplexConverter(KyPixelConverter* first, KyPixelConverter* second);
+    KyComplexConverter(const KyPixelConverter* first, const KyPixelConverter* second);
     ~KyComplexConverter() override;
 
     using KyPixelConverter::Convert;
@@ -42,6 +44,9 @@ public:
 
 private:
     struct Stages;
+    explicit KyComplexConverter(std::unique_ptr<Stages> made);
+    static std::unique_ptr<Stages> MakeStages(const KyPixelConverter& first, const KyPixelConverter& second);
+
     Stages* stages;
 };
 

@@ -17,9 +17,17 @@ const std::uint32_t KyPixelConverter::FLAG_BAYER_BGGR;
 const std::uint32_t KyPixelConverter::FLAG_BAYER_INTERPOLATE;
 
 namespace {
+
 constexpr std::uint32_t kBayerPatternFlags = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_GBRG |
                                              KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_BGGR;
-}
+
+/// An area conversion leaves no filter behind, whichever way it ends.
+struct FilterClearer {
+    KyPixelConverterContext& context;
+    ~FilterClearer() { context.filter = nullptr; }
+};
+
+}  // namespace
 
 struct KyPixelConverter::Record : KyObject {
     std::int64_t sourceType;
@@ -87,6 +95,7 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
                                         std::uint32_t width, std::uint32_t height, std::uint32_t flags,
                                         std::uint32_t destinationPadding) const {
     const ky::ContextHolder context;
+    const FilterClearer clearer{*context};
     const std::int64_t sourceType = GetSourceType();
 
     if (context->filter == nullptr) {
@@ -138,7 +147,6 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
         pass.destination = destination;
         ConvertPass(*context, pass);
     }
-    context->filter = nullptr;
     return KY_STATUS_SUCCESS;
 }
 

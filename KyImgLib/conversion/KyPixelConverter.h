@@ -23,7 +23,9 @@ struct KyLinePass;
 /// at once.
 ///
 /// Applications derive converters of their own: override the line form (and the one-pixel form where it makes sense).
-/// The constructor registers the object, so keep it alive as long as the registry can hand it out.
+/// The base constructor registers the object where its pair is free: keep it alive as long as the registry can hand it
+/// out, and where other threads look converters up meanwhile, have nothing in the derived constructor that they must not
+/// miss.
 class KYIMGLIB_API KyPixelConverter : public KyObject {
 public:
     /// \name Flags of an area conversion, combined by OR
@@ -94,7 +96,8 @@ public:
     /// destination the width of the source.
     ///
     /// No argument is checked. Sources in pixel groups (4:2:2 pairs, 4:1:1 quadruples) write whole groups.
-    /// Returns KY_STATUS_SUCCESS; the status of single line calls is not reported.
+    /// Returns KY_STATUS_SUCCESS; the status of single line calls is not reported. (A KyComplexConverter reports a stage
+    /// that fails.)
     virtual std::uint32_t Convert(const std::uint8_t* source, std::uint32_t sourceWidth, std::uint32_t sourceHeight,
                                   std::uint8_t* destination, std::uint32_t destinationWidth,
                                   std::uint32_t destinationHeight, std::uint32_t width, std::uint32_t height,

@@ -15,7 +15,17 @@ Result Guarded(Object* object, Result otherwise, Result whenThrown, Call call) n
     }
 }
 
-/// The same for queries, which answer alike in both cases.
+/// The same for calls that have no object.
+template <typename Result, typename Call>
+Result Guarded(Result whenThrown, Call call) noexcept {
+    try {
+        return call();
+    } catch (...) {
+        return whenThrown;
+    }
+}
+
+/// The first for queries, which answer alike in both cases.
 template <typename Object, typename Result, typename Call>
 Result Guarded(Object* object, Result otherwise, Call call) noexcept {
     return Guarded(object, otherwise, otherwise, call);

@@ -5,17 +5,25 @@
 
 using ky::Guarded;
 
+namespace {
+constexpr KyPixelType* kNoType = nullptr;
+}
+
 bool KyPixelTypeFactory_HasPixelType(int64_t id) { return KyPixelTypeFactory::HasPixelType(id); }
 
 const char* KyPixelTypeFactory_GetPixelTypeName(int64_t id) { return KyPixelTypeFactory::GetPixelTypeName(id); }
 
-KyPixelType* KyPixelTypeFactory_CreatePixelType(int64_t id) { return KyPixelTypeFactory::CreatePixelType(id); }
+KyPixelType* KyPixelTypeFactory_CreatePixelType(int64_t id) {
+    return Guarded(kNoType, [=] { return KyPixelTypeFactory::CreatePixelType(id); });
+}
 
 KyPixelType* KyPixelTypeFactory_CreatePixelType2(uint32_t bitSize, int64_t colourSpace, int normalized, int packed,
                                                  int interlaced, int planar, int64_t tapLayout, int isBayer,
                                                  uint32_t index) {
-    return KyPixelTypeFactory::CreatePixelType(bitSize, colourSpace, normalized != 0, packed != 0, interlaced != 0,
-                                               planar != 0, tapLayout, isBayer != 0, index);
+    return Guarded(kNoType, [=] {
+        return KyPixelTypeFactory::CreatePixelType(bitSize, colourSpace, normalized != 0, packed != 0, interlaced != 0,
+                                                   planar != 0, tapLayout, isBayer != 0, index);
+    });
 }
 
 bool KyPixelTypeFactory_HasConverter(int64_t sourceId, int64_t destinationId) {

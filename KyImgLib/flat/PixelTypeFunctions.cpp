@@ -1,7 +1,6 @@
 #include <KyImgLib/KyImgLibC.h>
 #include <KyImgLib/flat/GuardInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
-#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 
 using ky::Guarded;
 
@@ -9,10 +8,6 @@ namespace {
 
 /// What a null type answers for its ID: the upper half is zero, so it is not -1.
 constexpr int64_t kNoTypeID = 0xFFFFFFFF;
-
-const KyPixelConverter* ConverterBetween(const KyPixelType& source, const KyPixelType& destination) {
-    return KyPixelTypeFactory::FindConverter(source.GetTypeID(), destination.GetTypeID());
-}
 
 }  // namespace
 
@@ -52,10 +47,10 @@ bool KyPixelType_HasConverterFrom(const KyPixelType* type, const KyPixelType* ot
 
 const KyPixelConverter* KyPixelType_GetConverterTo(const KyPixelType* type, const KyPixelType* other) {
     return Guarded(type, static_cast<const KyPixelConverter*>(nullptr),
-                   [=](auto& t) { return ConverterBetween(t, *other); });
+                   [=](auto& t) { return t.FindConverterTo(*other); });
 }
 
 const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelType* type, const KyPixelType* other) {
     return Guarded(type, static_cast<const KyPixelConverter*>(nullptr),
-                   [=](auto& t) { return ConverterBetween(*other, t); });
+                   [=](auto& t) { return other->FindConverterTo(t); });
 }

@@ -23,7 +23,7 @@ struct FilterChannel16 {
 struct Filter16 {
     FilterChannel16 channel[3];
     std::uint16_t indexMask;  ///< entries of each table - 1; a sample is taken modulo their number
-    std::uint8_t shift;       ///< entries are shifted right by this, up to 15
+    std::uint8_t shift;       ///< entries are shifted right by this; 16 leaves nothing
 
     std::uint16_t Value(int place, std::uint16_t sample) const {
         return static_cast<std::uint16_t>(channel[place].table[sample & indexMask] >> shift);

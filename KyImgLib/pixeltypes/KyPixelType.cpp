@@ -33,8 +33,12 @@ std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t h
     return GetPixelByteSize() * pixels;
 }
 
+const KyPixelConverter* KyPixelType::FindConverterTo(const KyPixelType& other) const {
+    return KyPixelTypeFactory::FindConverter(id, other.GetTypeID());
+}
+
 KY_MAY_RETURN_NULL_REFERENCE const KyPixelConverter& KyPixelType::GetConverterTo(const KyPixelType& other) const {
-    return KyPixelTypeFactory::GetConverter(id, other.GetTypeID());
+    return ky::ReferenceOrNull(FindConverterTo(other));
 }
 
 KY_MAY_RETURN_NULL_REFERENCE const KyPixelConverter& KyPixelType::GetConverterFrom(const KyPixelType& other) const {

@@ -40,8 +40,9 @@ public:
     /// are laid out with 4 bytes for each pixel. Everything else: byte size x width x height.
     virtual std::uint32_t GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const;
 
-    /// The registered converter from this type to `other`. The reference is null when there is none: ask
-    /// HasConverterTo() first, or use KyPixelTypeFactory::FindConverter().
+    /// The registered converter from this type to `other`; null when there is none.
+    const KyPixelConverter* FindConverterTo(const KyPixelType& other) const;
+    /// The same as a reference, which is null when there is none: ask HasConverterTo() first, or use FindConverterTo().
     const KyPixelConverter& GetConverterTo(const KyPixelType& other) const;
     /// The registered converter from `other` to this type; null reference as above.
     const KyPixelConverter& GetConverterFrom(const KyPixelType& other) const;

@@ -10,7 +10,6 @@
 #include <list>
 #include <map>
 #include <memory>
-#include <new>
 #include <utility>
 
 namespace {
@@ -56,7 +55,7 @@ std::uint32_t Registering(Change change) noexcept {
         Registry* const open = OpenRegistry();
         if (open == nullptr) return KY_STATUS_OUT_OF_MEMORY;
         return change(*open);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {  // no memory, or an application's type that throws
         return KY_STATUS_OUT_OF_MEMORY;
     }
 }
@@ -75,7 +74,8 @@ public:
         open.types.erase(id);
         while (open.createdConverters.size() > convertersBefore) {
             const KyPixelConverter* const created = open.createdConverters.back().get();
-            std::erase_if(open.converters, [created](const auto& entry) { return entry.second == created; });
+            std::erase_if(open.converters,
+                          [created](const auto& entry) { return created != nullptr && entry.second == created; });
             open.createdConverters.pop_back();
         }
     }

@@ -15,7 +15,8 @@
 /// once at load, holds the name of the highest level that may be used; it only lowers, and an unknown name
 /// changes nothing.
 ///
-/// Every function may be called from any thread. A conversion uses the level that was active when it started.
+/// Every function may be called from any thread. A conversion asks for the active level once for each pass over an image
+/// or line call of its own; change it between conversions.
 class KYIMGLIB_API KyCpuLevel {
 public:
     /// Number of levels that this build of the library carries.

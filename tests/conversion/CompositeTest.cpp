@@ -71,6 +71,18 @@ TEST(Composite, FirstStageConvertsTheWholeImageSecondTheArea) {
     EXPECT_EQ(0x41u, read.context.flags);
 }
 
+// Lines of packed pixels take whole bytes each, so an image of odd lines takes more than its pixels in one run.
+TEST(Composite, IntermediateImageHasRoomForLinesThatAreRoundedUp) {
+    const KyIdentityConverter weave(0x00610002, 0x00410002, 2, 2);
+    Recorder second(0x00410002, kEndType, 2, 3, 1, 1);
+    const Chain chain(&weave, &second);
+    const std::array<std::uint8_t, 24> fields = {};
+    std::array<std::uint8_t, 64> destination = {};
+    EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), 3, 4, destination.data(), 3, 4, 3, 4, 0, 0));
+    ASSERT_EQ(4u, second.calls.size());
+    EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), destination.data(), 3));
+}
+
 TEST(Composite, BothStagesSeeTheFilterOrTheirOwnDefault) {
     const std::int64_t byteType = 0x00010001, wordType = 0x00010002;
     Recorder first(byteType, wordType), second(wordType, kEndType);

@@ -17,7 +17,7 @@ bool IsTrue(const KyFilterShape& shape, const std::uint8_t* table) {
         const std::uint32_t line = shape.offset + (shape.addsIndex ? i : 0) + (i * shape.multiplier >> shape.shift);
         const auto* const end = shape.exceptions + shape.exceptionCount;
         isIdentity &= table[i] == i;
-        isLine &= table[i] + (std::find(shape.exceptions, end, i) != end) == std::min(line, 255u);
+        isLine &= table[i] + (std::find(shape.exceptions, end, i) != end ? 1u : 0u) == std::min(line, 255u);
     }
     return shape.isIdentity == isIdentity && (isLine || !shape.isLinear);
 }

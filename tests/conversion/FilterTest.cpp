@@ -65,6 +65,13 @@ TEST(Filter, EntriesAreCutToIntegersAndLimited) {
     EXPECT_EQ(255, word.GetBlueValue8(0));
 }
 
+// Multiplied and added in one rounding, as some CPUs can, this would be 201.
+TEST(Filter, ProductAndSumAreRoundedApart) {
+    KyRGBFilter filter(8);
+    filter.SetMultipliers(1.0199999999999998, 1.0, 1.0, 100, 0, 0);
+    EXPECT_EQ(202, filter.GetRedValue16(100));
+}
+
 TEST(Filter, GainsBelowZeroChangeNothing) {
     KyRGBFilter filter(9);
     filter.SetMultipliers(1.5, 0.3, 2.0, 4, 5, 6);

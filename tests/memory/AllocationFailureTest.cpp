@@ -108,6 +108,22 @@ TEST(OutOfMemory, ConvertersAreRegisteredOrReported) {
                    });
 }
 
+TEST(OutOfMemory, ChainsThatFailAreNotRegistered) {
+    static KyIdentityConverter first(0x0001F710, 0x0001F711, 1, 1), second(0x0001F711, 0x0001F712, 1, 1);
+    static std::unique_ptr<KyComplexConverter> chain;
+    ForEachFailure(
+        [](int) {
+            return StatusOf([] {
+                chain.reset(new KyComplexConverter(&first, &second));
+                return std::uint32_t{KY_STATUS_SUCCESS};
+            });
+        },
+        [](int n, std::uint32_t status) {
+            const bool isRegistered = Factory::HasConverter(0x0001F710, 0x0001F712);
+            EXPECT_TRUE(status == KY_STATUS_SUCCESS || !isRegistered) << "allocation " << n;
+        });
+}
+
 TEST(OutOfMemory, ConversionsReportItAndWorkAgainLater) {
     const std::uint8_t mosaic[4] = {9, 9, 9, 9};
     std::uint8_t picture[12];

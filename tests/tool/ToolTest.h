@@ -91,7 +91,7 @@ protected:
             picture.depth = png_get_bit_depth(png, info);
             picture.channels = png_get_channels(png, info);
             png_color_8p significant = nullptr;
-            if (png_get_sBIT(png, info, &significant) != 0) picture.significantBits = significant->gray;
+            if (png_get_sBIT(png, info, &significant) != 0) picture.significantBits = significant->red;  // of gray, too
             for (std::uint32_t y = 0; y < picture.height; ++y) {
                 const std::uint8_t* const row = png_get_rows(png, info)[y];
                 picture.samples.insert(picture.samples.end(), row, row + png_get_rowbytes(png, info));

@@ -8,6 +8,8 @@
 #include <KyImgLib/kernels/bayer/BayerBand.h>
 #include <KyImgLib/platform/CpuCacheInternal.h>
 
+#include <algorithm>
+
 namespace ky {
 
 /// Calls the kernels of one Bayer converter: turns its settings and a thread's context into bands of lines.
@@ -46,12 +48,17 @@ public:
         const bool interpolate = (context.flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) != 0;
         const std::size_t sourceLine = context.sourceLineSize;
         const bool isOneImage = pass.sourceStep == pass.lineStep * sourceLine;
+        // One band for all lines, up to the one that the destination's height calls the last: that line and any after it
+        // have no neighbour below.
+        std::uint32_t line = 0;
         if (isOneImage) {
-            Convert(context, interpolate, pass.source, sourceLine, pass.destination, pass.width, pass.height, 0);
-            return;
+            const bool hasLast = interpolate && context.destinationHeight != 0;
+            line = hasLast ? std::min(pass.height, context.destinationHeight) : pass.height;
+            Convert(context, interpolate, pass.source, sourceLine, pass.destination, pass.width, line, 0);
         }
-        // The fields of an interlaced source: line calls come with every second index, lines from each following one.
-        for (std::uint32_t line = 0; line < pass.height; line += pass.lineStep) {
+        // What is left goes line call by line call, and so do the fields of an interlaced source, where calls come with
+        // every second index, and lines from each following one.
+        for (; line < pass.height; line += pass.lineStep) {
             const std::size_t call = line / pass.lineStep;
             Convert(context, interpolate, pass.source + call * pass.sourceStep, sourceLine,
                     pass.destination + call * pass.destinationStep, pass.width, interpolate ? 1 : 2, line);

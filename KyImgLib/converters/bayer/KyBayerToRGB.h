@@ -20,6 +20,9 @@ struct KyBayerGeometry {
 /// are left out); without, each 2 x 2 cell of samples gives its red and blue to all four pixels and its upper green to
 /// the left, its lower green to the right ones, and a last odd line or pixel is left out. Values then pass the filter.
 ///
+/// Weave an interlaced source first (by the identity converter to its non-interlaced type): the lines of a field are no
+/// neighbours, and without interpolation each line call of a field writes two lines of the picture.
+///
 /// Any number of threads may convert with one object at once, with different widths, patterns and filters.
 class KYIMGLIB_API KyBayerToRGB : public KyPixelConverter {
 public:

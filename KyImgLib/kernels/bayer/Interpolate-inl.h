@@ -33,7 +33,6 @@ public:
             Stream(evenEnd);
         else
             Cover(evenEnd);
-        if (pixels >= kPixels && evenEnd != job.end && job.end != job.width) BorderPixel(job.end - 1);
         if (job.begin == 0) BorderPixel(0);
         if (job.end == job.width) BorderPixel(job.width - 1);
     }
@@ -167,8 +166,7 @@ private:
             std::memcpy(Out(job, line, x), result[line], pixels * Writer::kPixelBytes);
     }
 
-    /// The pixel at column x by the general rule: the first or the last of the image, or one that no vector at an even
-    /// column ends with.
+    /// The first or the last pixel of the image, by the general rule. (No vector ends with the last one of an odd number.)
     HWY_INLINE void BorderPixel(std::size_t x) const {
         MosaicLine line = job.line;
         for (int i = 0; i < kOutputs; ++i, line = line.Next()) {

@@ -129,6 +129,19 @@ TEST(BayerClass, ServesAnApplicationsConverterLineByLine) {
             }
 }
 
+TEST(BayerClass, LinesFromTheLastOneOfTheDestinationOnHaveNoneBelow) {
+    support::Random random(8);
+    const KyBayerRGB8ToRGB24 converter(kSource, false, 0, 0);
+    const LineByLine outer(converter, 3, 1);
+    const std::vector<std::uint8_t> mosaic = random.Bytes(40 * 9);
+    for (const std::uint32_t destinationHeight : {0u, 1u, 4u, 8u, 9u}) {
+        std::vector<std::uint8_t> picture(120 * 8), expected = picture;
+        converter.Convert(mosaic.data(), 40, 9, picture.data(), 40, destinationHeight, 40, 8, kInterpolate, 0);
+        outer.Convert(mosaic.data(), 40, 9, expected.data(), 40, destinationHeight, 40, 8, kInterpolate, 0);
+        EXPECT_EQ(expected, picture) << destinationHeight;
+    }
+}
+
 TEST(BayerClass, AreaFormCallsAnOverriddenKernel) {
     support::Random random(6);
     const ApplicationBayer converter;
