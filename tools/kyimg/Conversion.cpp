@@ -4,6 +4,7 @@
 #include "TypeNames.h"
 
 #include <KyImgLib/conversion/KyIdentityConverter.h>
+#include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace kyimg {
 
@@ -21,6 +23,13 @@ namespace {
 std::int64_t ColourSpace(std::int64_t id) { return id & KY_COLOUR_SPACE_MASK; }
 
 bool IsMosaic(std::int64_t id) { return KyPixelTypeFactory::FindPixelType(id)->IsBayerPattern(); }
+
+/// A mosaic of right-aligned samples, each in a 16-bit word of its own, line by line.
+bool IsMosaicOfWords(std::int64_t id) {
+    constexpr std::int64_t kOther =
+        KY_TYPE_NORMALIZED | KY_TYPE_INTERLACED | KY_TYPE_PACKED | KY_TYPE_PLANAR | KY_TAP_LAYOUT_MASK;
+    return IsMosaic(id) && (id & kOther) == 0 && KyPixelTypeFactory::FindPixelType(id)->GetPixelByteSize() == 2;
+}
 
 /// Types that stand for RGGB by their name alone: indexes 0x13 to 0x15.
 bool IsNamedRGGB(std::int64_t id) {
@@ -53,13 +62,24 @@ std::uint32_t FilterBits(std::int64_t id) {
     return bits == 8 || bits == 10 || bits == 12 || bits == 14 ? bits : 16;
 }
 
+/// The library has these converters but does not register them: who needs one makes it.
+const KyPixelConverter& MakeConverterToRGB48(std::int64_t source) {
+    // Being made registers it, so the registry finds it the next time, and it must stay.
+    static std::vector<std::unique_ptr<KyPixelConverter>> made;
+    made.push_back(std::make_unique<KyBayerRGB16ToRGB48>(source, false, 0U));
+    return *made.back();
+}
+
 const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination) {
     const KyPixelConverter* const found = KyPixelTypeFactory::FindConverter(source, destination);
     if (found != nullptr) return *found;
+    const bool isToRGB48Possible = IsMosaicOfWords(source);
+    if (isToRGB48Possible && destination == KY_TYPE_RGB48) return MakeConverterToRGB48(source);
     std::vector<std::string> others;
     std::int64_t other = 0;
     for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, other); ++index)
         others.push_back(DescribeType(other));
+    if (isToRGB48Possible) others.push_back(DescribeType(KY_TYPE_RGB48));
     throw Failure(fmt::format("no converter from {} to {}; there are ones to {}", DescribeType(source),
                               DescribeType(destination), fmt::join(others, ", ")));
 }
@@ -144,6 +164,10 @@ std::string Conversion::DescribeSource() const {
     return fmt::format("{}x{} {}", size.width, size.height, KyPixelTypeFactory::GetPixelTypeName(sourceType));
 }
 
+void Conversion::PrintNotes() const {
+    for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
+}
+
 std::uint64_t Conversion::GetSourceFrameSize() const {
     return std::uint64_t{converter->GetSourceByteSize(size.width)} * size.height;
 }
@@ -161,13 +185,12 @@ ConvertedFrame Conversion::DescribeDestination() const {
         frame.rowBytes = converter->GetDestinationByteSize(area.width);
         frame.lineBytes = converter->GetDestinationByteSize(size.width);
     }
+    // Averages of a mosaic's words stay in the words' range.
+    if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(sourceType);
     return frame;
 }
 
-bool Conversion::MakesPicture() const {
-    const ConvertedFrame frame = DescribeDestination();
-    return FindPictureLayout(destinationType, frame.rowBytes / frame.width, frame.planeBytes).has_value();
-}
+bool Conversion::MakesPicture() const { return FindPictureLayout(DescribeDestination()).has_value(); }
 
 ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& source) const {
     ConvertedFrame frame = DescribeDestination();

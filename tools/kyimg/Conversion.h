@@ -29,8 +29,8 @@ public:
     bool MakesPicture() const;
     std::int64_t GetDestinationType() const { return destinationType; }
 
-    /// What the user should know although nothing is wrong; each a sentence.
-    const std::vector<std::string>& GetNotes() const { return notes; }
+    /// Tells on standard error what the user should know although nothing is wrong.
+    void PrintNotes() const;
 
     /// Converts a frame. `source` must have kSlack bytes more than GetSourceFrameSize(). Throws Failure.
     ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;

@@ -31,59 +31,104 @@ std::optional<std::uint64_t> ParseWhole(std::string_view digits) {
     return number;
 }
 
+constexpr const char* kInput = "The input";
+constexpr const char* kConversion = "The conversion";
+constexpr const char* kOutput = "The output";
+
+template <typename Value>
+CLI::Option* Add(CLI::App* command, const char* group, const char* name, Value& value, const char* type,
+                 const char* text) {
+    return command->add_option(name, value, text)->group(group)->type_name(type);
+}
+
+void AddInput(CLI::App* command, ConvertOptions& options) {
+    command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
+        ->type_name("FILE");
+    Add(command, kInput, "-t,--type", options.type, "TYPE",
+        "Pixel type: ID (0x20010 or decimal) or display name,\nsee kyimg list")
+        ->required();
+    Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
+    Add(command, kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
+        ->check([](const std::string& text) { return text.starts_with('-') ? "must not be negative" : ""; });
+}
+
+void AddGains(CLI::App* command, ConvertOptions& options) {
+    Add(command, kConversion, "-g,--gain", options.gains, "R,G,B", "Factors for red, green and blue, like 1.9,1.0,1.6")
+        ->delimiter(',')
+        ->expected(3);
+    Add(command, kConversion, "--offset", options.offsets, "R,G,B",
+        "Whole numbers to add after the gain, in values of a\nsource sample")
+        ->delimiter(',')
+        ->expected(3);
+}
+
+void AddQuiet(CLI::App* command, ConvertOptions& options) {
+    command->add_flag("-q,--quiet", options.quiet, "No notes and no progress on standard error")->group(kOutput);
+}
+
 }  // namespace
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to PNG, PPM or raw pixels");
     command->footer(kExamples);
-    command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
-        ->type_name("FILE");
-
-    const auto add = [command](const char* group, const char* name, auto& value, const char* type, const char* text) {
-        return command->add_option(name, value, text)->group(group)->type_name(type);
-    };
-    constexpr const char* kInput = "The input";
-    add(kInput, "-t,--type", options.type, "TYPE",
-        "Pixel type: ID (0x20010 or decimal) or display name,\nsee kyimg list")
-        ->required();
-    add(kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
-    add(kInput, "-b,--bayer", options.bayer, "ORDER",
+    AddInput(command, options);
+    Add(command, kInput, "-b,--bayer", options.bayer, "ORDER",
         "Colours of a mosaic's first two pixels, then of the two\n"
-        "below. When not given: RGGB for the types named so,\notherwise GRBG")
+        "below. When not given: RGGB for the types named so,\notherwise GRBG. kyimg orders shows all four")
         ->check(CLI::IsMember({"GRBG", "GBRG", "RGGB", "BGGR"}, CLI::ignore_case));
-    add(kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
-        ->check([](const std::string& text) { return text.starts_with('-') ? "must not be negative" : ""; });
-    add(kInput, "--frames", options.frames, "WHICH",
+    Add(command, kInput, "--frames", options.frames, "WHICH",
         "Frames of an input that holds several: all, N (the first\n"
         "N) or N-M. Without it the input must be a single frame");
 
-    constexpr const char* kConversion = "The conversion";
-    add(kConversion, "--to", options.destination, "TYPE",
+    Add(command, kConversion, "--to", options.destination, "TYPE",
         "RGB16, RGB24, BGR24, RGB32, BGR32, an ID or a display\n"
-        "name. Default: RGB24, for gray types 8-bit gray");
+        "name. RGB48 keeps the 10 to 14 bits of a mosaic in words.\n"
+        "Default: RGB24, for gray types 8-bit gray");
     command
         ->add_flag("-i,--interpolate", options.interpolate,
                    "Mosaic: bilinear interpolation, instead of one colour for\neach cell of 2x2 pixels")
         ->group(kConversion);
-    add(kConversion, "-g,--gain", options.gains, "R,G,B", "Factors for red, green and blue, like 1.9,1.0,1.6")
-        ->delimiter(',')
-        ->expected(3);
-    add(kConversion, "--offset", options.offsets, "R,G,B",
-        "Whole numbers to add after the gain, in values of a\nsource sample")
-        ->delimiter(',')
-        ->expected(3);
+    AddGains(command, options);
 
-    constexpr const char* kOutput = "The output";
-    add(kOutput, "-o,--output", options.output, "FILE",
+    Add(command, kOutput, "-o,--output", options.output, "FILE",
         "File to write; - is standard output. Several frames get\nnumbers: out-0001.png, out-0002.png, ...")
         ->required();
-    add(kOutput, "--format", options.format, "FORMAT",
+    Add(command, kOutput, "--format", options.format, "FORMAT",
         "png, ppm or raw, when the extension of FILE does not tell\n"
         "(.png, .ppm, .pgm, .pnm, .raw). Gray becomes a gray PNG or\n"
         "a PGM; in a PNG 5-6-5 is widened to 8 bits, 10 to 14 bits\n"
         "to 16. The fourth byte of 32-bit types is left out. raw\n"
         "has the bytes of the destination type as they are");
-    command->add_flag("-q,--quiet", options.quiet, "No notes and no progress on standard error")->group(kOutput);
+    AddQuiet(command, options);
+    return command;
+}
+
+CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options) {
+    CLI::App* const command =
+        app.add_subcommand("orders", "Show a Bayer mosaic in all four colour orders, to see which one is right");
+    command->footer(
+        "The sheet has GRBG and GBRG above, RGGB and BGGR below. Frames wider than about 800\n"
+        "pixels are made smaller by a whole factor. Dark frames of more than 8 bits need a --gain.");
+    AddInput(command, options);
+    command
+        ->add_option_function<std::uint64_t>(
+            "--frame", [&options](std::uint64_t number) { options.frames = fmt::format("{0}-{0}", number); },
+            "Which one of an input that holds several frames, from 1")
+        ->group(kInput)
+        ->type_name("N");
+
+    options.interpolate = true;
+    command
+        ->add_flag("-i,--interpolate,!--no-interpolate", options.interpolate,
+                   "Bilinear interpolation (the default), or one colour for\neach cell of 2x2 pixels")
+        ->group(kConversion);
+    AddGains(command, options);
+
+    options.output = "orders.png";
+    Add(command, kOutput, "-o,--output", options.output, "FILE",
+        "File to write; - is standard output. Default: orders.png");
+    Add(command, kOutput, "--format", options.format, "FORMAT", "png or ppm, when the extension of FILE does not tell");
+    AddQuiet(command, options);
     return command;
 }
 

@@ -9,7 +9,7 @@
 
 namespace kyimg {
 
-/// The command line of `kyimg convert`, as typed.
+/// The command line of `kyimg convert` or `kyimg orders`, as typed.
 struct ConvertOptions {
     std::string input = "-";
     std::string type;
@@ -26,8 +26,11 @@ struct ConvertOptions {
     bool quiet = false;
 };
 
-/// Adds the command to `app`; parsing fills `options`.
+/// Add the command to `app`; parsing fills `options`.
+///@{
 CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options);
+CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options);
+///@}
 
 struct ImageSize {
     std::uint32_t width;

@@ -88,6 +88,11 @@ void CheckMayOverwrite(const std::string& path) {
 
 }  // namespace
 
+void CheckOutput(const std::string& path) {
+    if (path == "-" && IsTerminal(stdout))
+        throw UsageError("pictures are not for a terminal: redirect standard output or name a file");
+}
+
 void WriteOutput(const std::string& path, std::span<const std::uint8_t> bytes) {
     if (path == "-") {
         SetBinary(stdout);

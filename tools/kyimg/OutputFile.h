@@ -7,6 +7,9 @@
 
 namespace kyimg {
 
+/// Throws UsageError when a picture would go to a terminal.
+void CheckOutput(const std::string& path);
+
 /// Writes a whole file, or to standard output when `path` is "-".
 ///
 /// A file appears complete or not at all: the bytes go to a temporary file in the same folder, which then takes the

@@ -60,19 +60,23 @@ void Expand565(const std::uint8_t* line, std::uint32_t width, std::uint8_t* row)
 
 }  // namespace
 
-std::optional<PictureLayout> FindPictureLayout(std::int64_t id, std::size_t pixelBytes, std::size_t planeBytes) {
+std::optional<PictureLayout> FindPictureLayout(const ConvertedFrame& frame) {
+    const std::int64_t id = frame.type;
+    const std::size_t pixelBytes = frame.rowBytes / frame.width;  // for 24-bit types 3 or 4
     const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(id);
     if (type == nullptr || (id & kNoOrdinaryLines) != 0) return std::nullopt;
     // Normalized samples fill their words.
     const std::uint32_t bits = (id & KY_TYPE_NORMALIZED) != 0 ? 16 : type->GetPixelBitSize();
     if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE || type->IsBayerPattern())
         return GrayLayout(id, bits, pixelBytes);
-    if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_RGB) return ColourLayout(id, bits, pixelBytes, planeBytes);
-    return std::nullopt;
+    if ((id & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_RGB) return std::nullopt;
+    auto layout = ColourLayout(id, bits, pixelBytes, frame.planeBytes);
+    if (layout && frame.sampleBits != 0) layout->bits = frame.sampleBits;
+    return layout;
 }
 
 PictureRows::PictureRows(const ConvertedFrame& convertedFrame) : frame(convertedFrame), layout() {
-    const auto found = FindPictureLayout(frame.type, frame.rowBytes / frame.width, frame.planeBytes);
+    const auto found = FindPictureLayout(frame);
     if (!found) throw Failure(fmt::format("{} is no picture", DescribeType(frame.type)));
     layout = *found;
 }

@@ -4,6 +4,7 @@
 #include "Errors.h"
 #include "InfoCommand.h"
 #include "ListCommand.h"
+#include "OrdersCommand.h"
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
@@ -23,6 +24,7 @@ constexpr const char* kDescription =
 
 constexpr const char* kExamples = R"(Examples:
   kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
+  kyimg orders frame.raw --type 0x20010 --size 2592x1536 -o orders.png
   kyimg list types | grep Packed
   kyimg info "Bayer RGB 8-bits"
   kyimg convert --help        options of convert, and more examples
@@ -47,10 +49,12 @@ void Run(int argc, const char* const* argv) {
     CLI::App app(kDescription, "kyimg");
     GlobalOptions global;
     ConvertOptions convert;
+    ConvertOptions orders;
     ListOptions list;
     InfoOptions info;
     AddGlobalOptions(app, global);
     const CLI::App* const convertCommand = AddConvertCommand(app, convert);
+    const CLI::App* const ordersCommand = AddOrdersCommand(app, orders);
     const CLI::App* const listCommand = AddListCommand(app, list);
     const CLI::App* const infoCommand = AddInfoCommand(app, info);
     try {
@@ -67,12 +71,14 @@ void Run(int argc, const char* const* argv) {
         PrintCpuLevels();
     } else if (convertCommand->parsed()) {
         RunConvert(convert);
+    } else if (ordersCommand->parsed()) {
+        RunOrders(orders);
     } else if (listCommand->parsed()) {
         RunList(list);
     } else if (infoCommand->parsed()) {
         RunInfo(info);
     } else {
-        throw UsageError("a command is missing: convert, list or info; see kyimg --help");
+        throw UsageError("a command is missing: convert, orders, list or info; see kyimg --help");
     }
 }
 
