@@ -108,12 +108,25 @@ private:
         // Local, so that no write to the destination can be taken for a change of them.
         const InterpolationJob localJob = of;
         const Output localOutput = to;
+        // From the last line to the next one that the following two will add to what is in the cache.
+        const std::ptrdiff_t pitch = kLines == Lines::kTwo ? localJob.rows[3] - localJob.rows[2] : 0;
         for (;;) {
+            if constexpr (kLines == Lines::kTwo) FetchAhead(Row(localJob, 3, x), pitch);
             Step<kStream>(localJob, localOutput, x);
             if (x >= last) break;
             x = std::min(x + kPixels, last);
         }
         LeaveVectors();
+    }
+
+    /// Asks for a step's bytes of the two lines that come next. Processors follow lines that they see read, and come late to
+    /// those that each two lines add. An address outside the image does no harm.
+    static HWY_INLINE void FetchAhead(const std::uint8_t* line, std::ptrdiff_t pitch) {
+        constexpr std::size_t kCacheLine = 64;
+        for (std::size_t offset = 0; offset < kPixels * sizeof(Sample); offset += kCacheLine) {
+            hwy::Prefetch(line + pitch + offset);
+            hwy::Prefetch(line + 2 * pitch + offset);
+        }
     }
 
     /// The vectors at column x: as many as make one of the writer's.
