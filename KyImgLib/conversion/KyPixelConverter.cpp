@@ -165,8 +165,17 @@ void KyPixelConverter::ConvertPass(KyPixelConverterContext& context, const KyLin
     }
 }
 
-std::uint32_t KyPixelConverter::Convert(const std::uint8_t*, std::uint8_t*, std::uint32_t) const {
-    return KY_STATUS_NOT_SUPPORTED;
+std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint8_t* destination,
+                                        std::uint32_t count) const {
+    if (record->passFunction == nullptr) return KY_STATUS_NOT_SUPPORTED;
+    const ky::ContextHolder context;
+    KyLinePass pass = {};
+    pass.source = source;
+    pass.destination = destination;
+    pass.width = count;
+    pass.height = pass.lineStep = std::max(GetLinesPerConvert(), std::uint32_t{1});
+    record->passFunction(*this, *context, pass);
+    return KY_STATUS_SUCCESS;
 }
 
 std::uint32_t KyPixelConverter::Convert(const std::uint8_t*, std::uint8_t*) const { return KY_STATUS_NOT_SUPPORTED; }

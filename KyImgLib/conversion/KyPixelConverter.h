@@ -104,7 +104,8 @@ public:
                                   std::uint32_t flags, std::uint32_t destinationPadding) const;
 
     /// Converts `count` pixels on each of the lines per convert, with line sizes, filter and flags from the thread's
-    /// context. The base class returns KY_STATUS_NOT_SUPPORTED.
+    /// context. The base class calls the pass function for one such step, and returns KY_STATUS_NOT_SUPPORTED when it has
+    /// none.
     virtual std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const;
 
     /// Converts one pixel. The base class returns KY_STATUS_NOT_SUPPORTED.
@@ -133,9 +134,10 @@ protected:
     using PassFunction = void (*)(const KyPixelConverter& converter, const KyPixelConverterContext& context,
                                   const KyLinePass& pass);
 
-    /// Lets area conversions call `function` once per pass instead of the line form once per step, which saves the
-    /// work per line. Called in the constructor of the class that owns both. The function is used only for objects of
-    /// exactly `owner`: a class derived from it may have overridden the line form.
+    /// Makes `function` do the work: in the line form unless that is overridden, and in area conversions, which call it
+    /// once per pass instead of the line form once per step. Called in the constructor of the class `owner`. Area
+    /// conversions use the function only for objects of exactly this class: one derived from it may have overridden the
+    /// line form.
     void SetPassFunction(const std::type_info& owner, PassFunction function);
 
 private:

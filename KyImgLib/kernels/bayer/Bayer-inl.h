@@ -5,6 +5,7 @@
 #include <KyImgLib/kernels/Lanes-inl.h>
 #include <KyImgLib/kernels/Filter8-inl.h>
 #include <KyImgLib/kernels/Filter16-inl.h>
+#include <KyImgLib/kernels/Streaming-inl.h>
 #include <KyImgLib/kernels/Writers-inl.h>
 // clang-format on
 

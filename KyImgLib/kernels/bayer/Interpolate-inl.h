@@ -84,7 +84,7 @@ private:
     /// The same with streaming writes. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
     HWY_INLINE void Stream(std::size_t evenEnd) const {
         std::size_t x = job.begin;
-        const std::size_t head = AlignedPixels<Writer>(Out(job, 0, x), kPixels);
+        const std::size_t head = AlignedBayerPixels<Writer>(Out(job, 0, x), kPixels);
         WholeOrPart(x, head);
         x += head;
         if (x + kPixels + kMargin <= evenEnd) {

@@ -41,7 +41,8 @@ private:
             Staged<kGreenFirst>(pair, output, begin, end);
         } else if constexpr (kStream) {
             // Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
-            std::size_t x = begin + AlignedPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
+            std::size_t x =
+                begin + AlignedBayerPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
             Staged<kGreenFirst>(pair, output, begin, x);
             if (const std::size_t steps = (end - x) / kPixels; steps != 0) {
                 Steps<kGreenFirst, true>(pair, output, x, x + (steps - 1) * kPixels);

@@ -79,17 +79,10 @@ private:
     std::uint8_t rows[kRows][kMargin + kStretch + 2 + kMargin];
 };
 
-HWY_INLINE bool IsAligned(const std::uint8_t* address) {
-    return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
-}
-
-/// Pixels from `out` to the last one, among `most`, whose output is aligned for streaming; 0 when there is none. Even, so
-/// that a vector that starts there starts with an even pixel.
+/// Pixels from `out` to the last one, among `most`, from which lines can be streamed; an even number, as cells are.
 template <class Writer>
-HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) {
-    std::size_t pixels = most;
-    while (pixels != 0 && !IsAligned(out + pixels * Writer::kPixelBytes)) pixels -= 2;
-    return pixels;
+HWY_INLINE std::size_t AlignedBayerPixels(const std::uint8_t* out, std::size_t most) {
+    return AlignedPixels<Writer::kPixelBytes, 2>(out, most);
 }
 
 /// Whether streaming writes of `pixels` at a time suit a band: it is large, and all its lines reach an aligned address
@@ -97,7 +90,7 @@ HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) 
 template <class Writer, class Band>
 bool MayStream(const Band& band, std::size_t pixels) {
     return band.isLarge && band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) == 0 &&
-           AlignedPixels<Writer>(band.destination, pixels) != 0;
+           AlignedBayerPixels<Writer>(band.destination, pixels) != 0;
 }
 
 /// Calls `work` (an object with a member template Run) on all columns of a band in the right form.

@@ -1,0 +1,109 @@
+// The walk over lines of pixels that need no neighbours. Needs Streaming-inl.h before it.
+
+#if !KY_PLAIN
+
+/// Takes a step of vectors over all pixels of a band. A step is an object with
+///     kPixels, kGroup            pixels of a step; pixels that share samples, which no step tears apart
+///     kGroupBytes, kPixelBytes   bytes of a group in the source, of a pixel in each plane of the destination
+///     kPlanes                    planes of the destination; the others follow the first at step.planes[]
+///     Run<kStream>(from, to)     converts kPixels pixels, and reads and writes not a byte more
+template <class Step>
+class PixelLines {
+public:
+    PixelLines(const PixelBand& toDo, const Step& toTake) : band(toDo), step(toTake) {}
+
+    void Run() const {
+        PixelBand left = band;
+        // Lines that follow one another without a gap are one line.
+        if (left.sourceLine == static_cast<std::ptrdiff_t>(SourceBytes(left.width)) &&
+            left.destinationLine == static_cast<std::ptrdiff_t>(DestinationBytes(left.width)) &&
+            left.width % Step::kGroup == 0) {
+            left.width *= left.lines;
+            left.lines = 1;
+        }
+        if (left.width == 0) return;
+        const bool stream = MayStream(left);
+        for (std::uint32_t line = 0; line < left.lines; ++line) {
+            if (stream)
+                Stream(left.source, left.destination, left.width);
+            else
+                Cover(left.source, left.destination, left.width);
+            left.source += left.sourceLine;
+            left.destination += left.destinationLine;
+        }
+        if (stream) hwy::FlushStream();
+    }
+
+private:
+    static constexpr std::size_t kPixels = Step::kPixels;
+
+    static constexpr std::size_t SourceBytes(std::size_t pixels) { return pixels / Step::kGroup * Step::kGroupBytes; }
+    static constexpr std::size_t DestinationBytes(std::size_t pixels) { return pixels * Step::kPixelBytes; }
+
+    /// Lines must not overlap, and reach an aligned address in all planes after the same number of pixels.
+    bool MayStream(const PixelBand& lines) const {
+        constexpr auto kAlignment = static_cast<std::ptrdiff_t>(kLanes);
+        if (!lines.isLarge || lines.width < kPixels) return false;
+        if (lines.lines > 1 && (lines.destinationLine % kAlignment != 0 ||
+                                lines.destinationLine < static_cast<std::ptrdiff_t>(DestinationBytes(lines.width))))
+            return false;
+        if constexpr (Step::kPlanes > 1)
+            for (const std::ptrdiff_t plane : step.planes)
+                if (plane % kAlignment != 0) return false;
+        return AlignedPixels<Step::kPixelBytes, Step::kGroup>(lines.destination, kPixels) != 0;
+    }
+
+    /// Steps overlap where their number does not divide.
+    void Cover(const std::uint8_t* from, std::uint8_t* to, std::size_t width) const {
+        if (width < kPixels)
+            Staged(from, to, width);
+        else
+            Steps<false>(step, from, to, width);
+    }
+
+    /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
+    void Stream(const std::uint8_t* from, std::uint8_t* to, std::size_t width) const {
+        const std::size_t head = AlignedPixels<Step::kPixelBytes, Step::kGroup>(to, kPixels) % kPixels;
+        Staged(from, to, head);
+        const std::size_t whole = (width - head) / kPixels * kPixels;
+        if (whole != 0) Steps<true>(step, from + SourceBytes(head), to + DestinationBytes(head), whole);
+        const std::size_t done = head + whole;
+        Staged(from + SourceBytes(done), to + DestinationBytes(done), width - done);
+    }
+
+    /// The one place where the work is compiled.
+    template <bool kStream>
+    static HWY_NOINLINE void Steps(const Step& toTake, const std::uint8_t* from, std::uint8_t* to, std::size_t width) {
+        // Local, so that no write to the destination can be taken for a change of it.
+        const Step localStep = toTake;
+        for (std::size_t steps = width / kPixels; steps != 0; --steps) {
+            localStep.template Run<kStream>(from, to);
+            from += SourceBytes(kPixels);
+            to += DestinationBytes(kPixels);
+        }
+        if (const std::size_t rest = width % kPixels; rest != 0)
+            localStep.template Run<false>(from - SourceBytes(kPixels - rest), to - DestinationBytes(kPixels - rest));
+        LeaveVectors();
+    }
+
+    /// Less than a step of pixels.
+    HWY_NOINLINE void Staged(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const {
+        if (pixels == 0) return;
+        std::uint8_t input[SourceBytes(kPixels)] = {};
+        std::uint8_t result[Step::kPlanes][DestinationBytes(kPixels)];
+        std::memcpy(input, from, SourceBytes(pixels));
+        Step staged = step;
+        if constexpr (Step::kPlanes > 1)
+            for (std::size_t i = 0; i + 1 < Step::kPlanes; ++i) staged.planes[i] = result[i + 1] - result[0];
+        Steps<false>(staged, input, result[0], kPixels);
+        std::memcpy(to, result[0], DestinationBytes(pixels));
+        if constexpr (Step::kPlanes > 1)
+            for (std::size_t i = 0; i + 1 < Step::kPlanes; ++i)
+                std::memcpy(to + step.planes[i], result[i + 1], DestinationBytes(pixels));
+    }
+
+    const PixelBand& band;
+    const Step& step;
+};
+
+#endif
