@@ -250,22 +250,21 @@ HWY_INLINE V8 LowBytes(V16 first, V16 second) {
 #endif
 }
 
-/// Words, limited to 0 to 255 as signed numbers, to bytes: one of `even`, one of `odd`, and so on.
-HWY_INLINE V8 LimitPairs(V16 even, V16 odd) {
-#if HWY_TARGET == HWY_NEON
-    const uint8x8_t evenBytes = vqmovun_s16(vreinterpretq_s16_u16(even.raw)),
-                    oddBytes = vqmovun_s16(vreinterpretq_s16_u16(odd.raw));
-    return V8{vcombine_u8(vzip1_u8(evenBytes, oddBytes), vzip2_u8(evenBytes, oddBytes))};
-#else
-#if HWY_TARGET == HWY_AVX3
-    const V8 halves{_mm512_packus_epi16(even.raw, odd.raw)};
-#elif HWY_TARGET == HWY_AVX2
-    const V8 halves{_mm256_packus_epi16(even.raw, odd.raw)};
-#else
-    const V8 halves{_mm_packus_epi16(even.raw, odd.raw)};
+#if KY_VBMI
+constexpr VectorBytes UpperBytesInTurn() {
+    VectorBytes bytes = {};
+    for (unsigned i = 0; i < 64; ++i) bytes.bytes[i] = static_cast<std::uint8_t>(i / 2 * 2 + 1 + i % 2 * 64);
+    return bytes;
+}
 #endif
-    static constexpr BlockBytes kInTurn = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
-    return hn::TableLookupBytes(halves, LoadBlock(kInTurn));
+
+/// The upper bytes of words: one of `even`, one of `odd`, and so on.
+HWY_INLINE V8 UpperBytes(V16 even, V16 odd) {
+#if KY_VBMI
+    static constexpr VectorBytes kInTurn = UpperBytesInTurn();
+    return V8{_mm512_permutex2var_epi8(even.raw, _mm512_load_si512(kInTurn.bytes), odd.raw)};
+#else
+    return Bytes(hn::OrAnd(hn::ShiftRight<8>(even), odd, hn::Set(D16(), 0xFF00)));
 #endif
 }
 

@@ -110,10 +110,11 @@ struct ReadYUV422 : ReadByteGroups<2, 4> {
         return FromVectors(Load(from), Load(from + kLanes));
     }
     static HWY_INLINE Planes8 FromVectors(V8 lower, V8 upper) {
-        const V8 evenAndU = Bytes(hn::ConcatEven(D16(), Words(upper), Words(lower)));
-        const V8 oddAndV = Bytes(hn::ConcatOdd(D16(), Words(upper), Words(lower)));
-        const Chroma chroma = ChromaOf(OddBytesOf(evenAndU), OddBytesOf(oddAndV));
-        return LimitPairs(RGBOf(Luma(EvenBytesOf(evenAndU)), chroma), RGBOf(Luma(EvenBytesOf(oddAndV)), chroma));
+        const V16 evenAndU = hn::ConcatEven(D16(), Words(upper), Words(lower));
+        const V16 oddAndV = hn::ConcatOdd(D16(), Words(upper), Words(lower));
+        const Chroma chroma = ChromaOf(UpperBytesAlone(evenAndU), UpperBytesAlone(oddAndV));
+        return InTurn(RGBOf(LumaOfLower(LowerBytesAlone(evenAndU)), chroma),
+                      RGBOf(LumaOfLower(LowerBytesAlone(oddAndV)), chroma));
     }
 #endif
 };
@@ -147,15 +148,15 @@ struct ReadYUV411 : ReadByteGroups<4, 6> {
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         const Groups groups(from);
         const Chroma chroma = ChromaOf(groups.Samples<0, 0>(), groups.Samples<3, 3>());
-        RGBWords even = RGBOf(Luma(groups.Samples<1, 4>()), chroma);
-        RGBWords odd = RGBOf(Luma(groups.Samples<2, 5>()), chroma);
-        even.red = RGBOf(Luma(groups.Samples<1, 2>()), chroma).red;
-        odd.red = RGBOf(Luma(groups.Samples<2, 2>()), chroma).red;
-        return LimitPairs(even, odd);
+        RGBWords even = RGBOf(LumaOf(groups.Samples<1, 4>()), chroma);
+        RGBWords odd = RGBOf(LumaOf(groups.Samples<2, 5>()), chroma);
+        even.first = RedOf(LumaOf(groups.Samples<1, 2>()), chroma);
+        odd.first = RedOf(LumaOf(groups.Samples<2, 2>()), chroma);
+        return InTurn(even, odd);
     }
 
 private:
-    /// Samples of whole groups as words, one for each pair of pixels.
+    /// Samples of whole groups in the upper bytes of words, one for each pair of pixels.
     class Groups {
     public:
 #if KY_VBMI
@@ -166,7 +167,7 @@ private:
         HWY_INLINE V16 Samples() const {
             static constexpr VectorBytes kPlaces = Places(kFirst, kSecond);
             const __m512i places = _mm512_load_si512(kPlaces.bytes);
-            return V16{_mm512_maskz_permutex2var_epi8(0x5555555555555555, lower.raw, places, upper.raw)};
+            return V16{_mm512_maskz_permutex2var_epi8(0xAAAAAAAAAAAAAAAA, lower.raw, places, upper.raw)};
         }
 
     private:
@@ -174,7 +175,7 @@ private:
             VectorBytes places = {};
             for (unsigned pair = 0; pair < 32; ++pair) {
                 const unsigned at = pair / 2 * 6 + (pair % 2 == 0 ? first : second);
-                places.bytes[2 * pair] = static_cast<std::uint8_t>(at < 64 ? at : at - 32 + 64);
+                places.bytes[2 * pair + 1] = static_cast<std::uint8_t>(at < 64 ? at : at - 32 + 64);
             }
             return places;
         }
@@ -192,14 +193,14 @@ private:
     private:
         static constexpr unsigned kBlockBytes = 24;
 
-        /// For words of zero-extended bytes: 0x80 makes a 0. The bytes that both loads have are taken from the lower.
+        /// 0x80 makes a 0. The bytes that both loads have are taken from the lower.
         static constexpr BlockBytes Places(unsigned first, unsigned second, unsigned base) {
             BlockBytes places = {};
             for (unsigned pair = 0; pair < 8; ++pair) {
                 const unsigned at = pair / 2 * 6 + (pair % 2 == 0 ? first : second);
                 const bool isHere = base == 0 ? at < 16 : at >= 16;
-                places.bytes[2 * pair] = static_cast<std::uint8_t>(isHere ? at - base : 0x80);
-                places.bytes[2 * pair + 1] = 0x80;
+                places.bytes[2 * pair] = 0x80;
+                places.bytes[2 * pair + 1] = static_cast<std::uint8_t>(isHere ? at - base : 0x80);
             }
             return places;
         }
@@ -248,11 +249,13 @@ struct ReadYUV444 : ReadByteGroups<1, 3> {
         const Planes8 planes = Deinterleave<3>(from);
         const V8 y = At(planes, settings.places[0]), u = At(planes, settings.places[1]),
                  v = At(planes, settings.places[2]);
-        return LimitPairs(RGBOf(Luma(EvenBytesOf(y)), ChromaOf(EvenBytesOf(u), EvenBytesOf(v))),
-                          RGBOf(Luma(OddBytesOf(y)), ChromaOf(OddBytesOf(u), OddBytesOf(v))));
+        return InTurn(
+            RGBOf(LumaOf(Even(y)), ChromaOf(Even(u), Even(v))),
+            RGBOf(LumaOf(UpperBytesAlone(Words(y))), ChromaOf(UpperBytesAlone(Words(u)), UpperBytesAlone(Words(v)))));
     }
 
 private:
+    static HWY_INLINE V16 Even(V8 v) { return hn::ShiftLeft<8>(Words(v)); }
     static HWY_INLINE V8 At(const Planes8& planes, std::uint32_t place) {
         return place == 0 ? planes.first : place == 1 ? planes.second : planes.third;
     }
