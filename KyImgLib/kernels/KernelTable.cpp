@@ -5,11 +5,13 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                               \
-    namespace level {                                 \
-    extern const Bayer8Table kBayer8;                 \
-    extern const Bayer16Table kBayer16;               \
-    constexpr KernelTable kAll = {kBayer8, kBayer16}; \
+#define KY_LEVEL(level)                                           \
+    namespace level {                                             \
+    extern const Bayer8Table kBayer8;                             \
+    extern const Bayer16Table kBayer16;                           \
+    extern const RGBKernels kRGB;                                 \
+    extern const YUVKernels kYUV;                                 \
+    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV}; \
     }
 
 KY_LEVEL(N_PLAIN)

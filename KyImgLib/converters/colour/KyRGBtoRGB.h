@@ -55,6 +55,11 @@ protected:
 
     /// Calls the library's kernels for its own converters.
     struct Kernels;
+
+private:
+    /// Of a pixel, as given to the constructor.
+    std::uint32_t SourceBytes() const;
+    std::uint32_t DestinationBytes() const;
 };
 
 /// Three bytes to RGB16.

@@ -1,13 +1,11 @@
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
-#include <KyImgLib/pixeltypes/catalogue/Catalogue.h>
+#include <KyImgLib/pixeltypes/catalogue/Constructor.h>
 
 namespace ky {
 
 namespace {
 
-constexpr bool kRGB = false;
-constexpr bool kBGR = true;
 constexpr std::uint32_t kReserved = 0;
 
 /// A Bayer source of which one byte is read, and how many bytes come before it in each pixel.
@@ -34,20 +32,7 @@ constexpr BayerWordSource kBayerWordSources[] = {
     {0x00020015, 4}, {0x00020016, 6},  // 14 bits
 };
 
-class Constructor {
-public:
-    template <typename Converter, typename... Arguments>
-    void Add(Arguments... arguments) {
-        converters.emplace_back(new Converter(arguments...));
-    }
-
-    BuiltInConverters converters;
-};
-
-}  // namespace
-
-BuiltInConverters ConstructBuiltInConverters() {
-    Constructor construct;
+void ConstructBayerConverters(Constructor& construct) {
     for (const auto& [source, bytesBefore] : kBayerByteSources) {
         construct.Add<KyBayerRGB8ToRGB16>(source, bytesBefore, kReserved);
         for (const bool order : {kRGB, kBGR}) {
@@ -62,7 +47,15 @@ BuiltInConverters ConstructBuiltInConverters() {
             construct.Add<KyBayerRGB16ToRGB32>(source, order, shift, kReserved);
         }
     }
-    return std::move(construct.converters);
+}
+
+}  // namespace
+
+BuiltInConverters ConstructBuiltInConverters() {
+    Constructor construct;
+    ConstructGrayscaleConverters(construct);
+    ConstructBayerConverters(construct);
+    return construct.Take();
 }
 
 }  // namespace ky

@@ -1,0 +1,35 @@
+#ifndef KYIMGLIB_PIXELTYPES_CATALOGUE_CONSTRUCTOR_H
+#define KYIMGLIB_PIXELTYPES_CATALOGUE_CONSTRUCTOR_H
+
+#include <KyImgLib/pixeltypes/catalogue/Catalogue.h>
+
+#include <utility>
+
+namespace ky {
+
+/// The order of a destination's channels, as the converter classes take it.
+inline constexpr bool kRGB = false;
+inline constexpr bool kBGR = true;
+
+/// Constructs the built-in converters and keeps them.
+class Constructor {
+public:
+    template <typename Converter, typename... Arguments>
+    void Add(Arguments... arguments) {
+        converters.emplace_back(new Converter(arguments...));
+    }
+
+    BuiltInConverters Take() { return std::move(converters); }
+
+private:
+    BuiltInConverters converters;
+};
+
+/// \name The families
+///@{
+void ConstructGrayscaleConverters(Constructor& construct);
+///@}
+
+}  // namespace ky
+
+#endif
