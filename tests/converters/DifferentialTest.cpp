@@ -67,28 +67,63 @@ TEST_P(LineKernel, EveryWord) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, LineKernel,
-                         testing::Combine(testing::ValuesIn(support::AvailableLevels()),
-                                          testing::ValuesIn(AllGroups())),
-                         [](const auto& test) {
-                             return std::string(KyCpuLevel::GetName(std::get<0>(test.param))) + "_" +
-                                    std::get<1>(test.param).name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Levels, LineKernel, testing::Combine(testing::ValuesIn(support::AvailableLevels()), testing::ValuesIn(AllGroups())),
+    [](const auto& test) {
+        return std::string(KyCpuLevel::GetName(std::get<0>(test.param))) + "_" + std::get<1>(test.param).name;
+    });
 
 /// Destinations of which a cache holds only a part may be written past it.
 class LineFrame : public testing::TestWithParam<Group> {};
 
 TEST_P(LineFrame, LargerThanTheCaches) {
+    constexpr std::uint32_t width = 4093;
     support::Random random(3);
-    const std::vector<Kind> kinds = GetParam().kinds();
-    std::vector<reference::Format> seen;
-    std::vector<std::uint8_t> source, frames[2];
+    std::vector<Kind> kinds = GetParam().kinds();
+    kinds.resize(GetParam().framesOf);
+    std::vector<std::uint8_t> memory, otherMemory;
     for (const Kind& kind : kinds) {
-        // All writers after one reader, and every reader once.
-        if (std::find(seen.begin(), seen.end(), kind.format) != seen.end()) continue;
-        if (!seen.empty() && std::string(GetParam().name) != GroupsOfEveryWriter(kind.format)) continue;
-        seen.push_back(kind.format);
+        const bool planar = kind.format == reference::Format::kPlanar;
+        const std::uint32_t pixelBytes = reference::BytesOf(kind.format),
+                            height = 56000000 / width / (planar ? 3 : pixelBytes);
+        const std::size_t sourceLine = kind.layout.LineBytes(width);
+        const std::vector<std::uint8_t> source = random.Bytes(sourceLine * height + 64);
+        const FilterCase& filter = FiltersOf(kind.samples)[1 + random.Below(2)];
+        // Lines that are all aligned to 64 bytes, all a pixel after that, and each in a way of its own.
+        const std::uint32_t toNext = 64 - width * pixelBytes % 64;
+        const struct { std::uint32_t padding, start; } places[] = {{toNext, 0}, {toNext, pixelBytes}, {0, 5}};
+        for (const auto& place : places) {
+            const std::size_t lineSize = width * pixelBytes + (planar ? 0 : place.padding);
+            const auto convert = [&](std::uint32_t level, std::vector<std::uint8_t>& bytes) {
+                const support::ScopedCpuLevel active(level);
+                bytes.assign(lineSize * height * (planar ? 3 : 1) + 192, 0xA5);
+                std::uint8_t* const aligned = bytes.data() + 64 - reinterpret_cast<std::uintptr_t>(bytes.data()) % 64;
+                kind.converter->Convert(*filter.filter, source.data(), width, height, aligned + place.start, width,
+                                        height, width, height, 0, place.padding);
+                return aligned + place.start;
+            };
+            const std::uint8_t* const plain = convert(0, memory);
+            for (int sample = 0; sample < 10000 && !planar; ++sample) {
+                const std::uint32_t x = random.Below(width / kind.layout.groupPixels * kind.layout.groupPixels),
+                                    y = random.Below(height);
+                std::uint8_t expected[6];
+                const reference::Line line = {source.data() + y * sourceLine, width, filter.tables};
+                reference::Store(kind.format, kind.read(line, x), expected);
+                ASSERT_TRUE(std::equal(expected, expected + pixelBytes, plain + y * lineSize + x * pixelBytes))
+                    << kind.name << ": " << x << ", " << y;
+            }
+            for (const std::uint32_t level : support::AvailableLevels()) {
+                if (level == 0) continue;
+                const std::uint8_t* const other = convert(level, otherMemory);
+                ASSERT_EQ(0, std::memcmp(other, plain, lineSize * height * (planar ? 3 : 1) + 64))
+                    << kind.name << " at " << KyCpuLevel::GetName(level) << ", start " << place.start << ", padding "
+                    << place.padding;
+            }
+        }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Kinds, LineFrame, testing::ValuesIn(AllGroups()),
+                         [](const auto& test) { return test.param.name; });
 
 }  // namespace

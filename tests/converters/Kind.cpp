@@ -13,9 +13,7 @@ public:
     Caller(const KyPixelConverter& converter, bool pixelByPixel, std::uint32_t pixelStep)
         : KyPixelConverter(converter.GetSourceType(), converter.GetDestinationType(), converter.GetSourceByteSize(),
                            converter.GetDestinationByteSize(), 1, 1),
-          inner(converter),
-          pixels(pixelByPixel),
-          step(pixelStep) {}
+          inner(converter), pixels(pixelByPixel), step(pixelStep) {}
 
     using KyPixelConverter::GetSourceByteSize;
     std::uint32_t GetSourceByteSize(std::uint32_t count) const override { return inner.GetSourceByteSize(count); }
@@ -52,7 +50,8 @@ const std::vector<FilterCase>& FiltersOf(const Samples& samples) {
 std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
                        const std::function<void(std::span<std::uint8_t>)>& fill) {
     const bool planar = kind.format == Format::kPlanar, interlaced = kind.woven != nullptr && random.Below(4) == 0;
-    const std::uint32_t pixelBytes = reference::BytesOf(kind.format), sourceLine = kind.layout.LineBytes(area.sourceWidth);
+    const std::uint32_t pixelBytes = reference::BytesOf(kind.format),
+                        sourceLine = kind.layout.LineBytes(area.sourceWidth);
     const std::size_t planeBytes = std::size_t{area.destinationWidth} * area.lines;
     const std::size_t destinationLine =
         planar ? area.sourceWidth : std::size_t{area.destinationWidth} * pixelBytes + area.padding;
@@ -71,16 +70,15 @@ std::string Difference(const Kind& kind, Form form, const AreaCase& area, suppor
 
     const KyPixelConverter& converter = interlaced ? *kind.woven : *kind.converter;
     const Caller caller(converter, form == Form::kPixel, planar ? 1 : converter.GetDestinationByteSize());
-    const std::string difference =
-        Difference(area, sourceSize, destinationSize, random,
-                   Converting(form == Form::kArea ? converter : caller, area),
-                   [&](const std::uint8_t* source, std::uint8_t* destination) {
-                       for (const reference::LinePlace& line : lines)
-                           ConvertLine(kind, form == Form::kPixel ? kind.readOne : kind.read,
-                                       {source + line.source, area.width, area.filter->tables}, pixels,
-                                       destination + line.destination, planeBytes);
-                   },
-                   fill);
+    const std::string difference = Difference(
+        area, sourceSize, destinationSize, random, Converting(form == Form::kArea ? converter : caller, area),
+        [&](const std::uint8_t* source, std::uint8_t* destination) {
+            for (const reference::LinePlace& line : lines)
+                ConvertLine(kind, form == Form::kPixel ? kind.readOne : kind.read,
+                            {source + line.source, area.width, area.filter->tables}, pixels,
+                            destination + line.destination, planeBytes);
+        },
+        fill);
     if (difference.empty()) return "";
     static const char* const names[] = {"", " by lines", " by pixels"};
     return kind.name + names[static_cast<int>(form)] + (interlaced ? " interlaced" : "") + difference;

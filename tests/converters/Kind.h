@@ -17,8 +17,8 @@ struct Kind {
     reference::Format format;
     reference::Layout layout;
     reference::Reader read;
-    Samples samples = kByteSamples;                  ///< as its filter sees them
-    reference::Reader readOne = nullptr;             ///< the same of the one-pixel form, where there is one
+    Samples samples = kByteSamples;                   ///< as its filter sees them
+    reference::Reader readOne = nullptr;              ///< the same of the one-pixel form, where there is one
     std::shared_ptr<const KyPixelConverter> woven{};  ///< the same from an interlaced source
 };
 
@@ -26,6 +26,7 @@ struct Kind {
 struct Group {
     const char* name;
     std::vector<Kind> (*kinds)();
+    std::size_t framesOf = 1;  ///< the first so many are run for large frames too
 };
 
 std::vector<Group> ColourGroups();

@@ -56,8 +56,7 @@ template <typename Load>
 Reader Yuv422(std::uint32_t unit, Load load) {
     return [=](const Line& line, std::uint32_t x) {
         const std::uint8_t* const pair = line.source + x / 2 * 4 * unit;
-        return line.filter.Apply(
-            FromYUV(load(pair + x % 2 * 2 * unit), load(pair + unit), load(pair + 3 * unit)));
+        return line.filter.Apply(FromYUV(load(pair + x % 2 * 2 * unit), load(pair + unit), load(pair + 3 * unit)));
     };
 }
 

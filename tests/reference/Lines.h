@@ -23,8 +23,8 @@ using Reader = std::function<Rgb(const Line& line, std::uint32_t x)>;
 /// How the pixels of a source share its bytes.
 struct Layout {
     std::uint32_t groupPixels, groupBytes;
-    bool onlyWholeGroups = false;  ///< a group that is cut is left out, otherwise converted whole
-    std::uint32_t overhang = 0;    ///< bytes after the last group that its pixels use
+    bool onlyWholeGroups = false;      ///< a group that is cut is left out, otherwise converted whole
+    std::uint32_t overhang = 0;        ///< bytes after the last group that its pixels use
     std::uint32_t linePixelBytes = 0;  ///< bytes of a pixel by which lines are sized; 0 for those of a group
 
     std::uint32_t Groups(std::uint32_t width) const {

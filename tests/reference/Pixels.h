@@ -18,7 +18,8 @@ struct Rgb {
 enum class Format { kRGB16, kRGB24, kBGR24, kRGB32, kBGR32, kRGB48, kPlanar, kGray8, kGray16 };
 
 inline const char* NameOf(Format format) {
-    static const char* const names[] = {"RGB16", "RGB24", "BGR24", "RGB32", "BGR32", "RGB48", "Planar", "Gray8", "Gray16"};
+    static const char* const names[] = {"RGB16", "RGB24",  "BGR24", "RGB32", "BGR32",
+                                        "RGB48", "Planar", "Gray8", "Gray16"};
     return names[static_cast<int>(format)];
 }
 

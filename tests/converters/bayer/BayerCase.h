@@ -79,15 +79,13 @@ inline std::string Difference(const KyPixelConverter& converter, const BayerCase
     const std::size_t lineSize = std::size_t{test.destinationWidth} * pixelSize + test.padding;
 
     AreaCase area = test;
-    area.flags =
-        test.order.flag | (test.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
+    area.flags = test.order.flag | (test.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
     const std::string difference = Difference(
         area, sourceSize, (test.height - 1) * lineSize + test.width * pixelSize, random, Converting(converter, area),
         [&](const std::uint8_t* source, std::uint8_t* destination) {
-            reference::ConvertBayer({source, test.sourceWidth, test.step, test.kind.samples.bytes, test.order.name,
-                                     test.width, test.lines},
-                                    test.interpolate, test.filter->tables, test.kind.format, destination, lineSize,
-                                    test.height);
+            reference::ConvertBayer(
+                {source, test.sourceWidth, test.step, test.kind.samples.bytes, test.order.name, test.width, test.lines},
+                test.interpolate, test.filter->tables, test.kind.format, destination, lineSize, test.height);
         });
     return difference.empty() ? "" : test.kind.Name() + " step " + std::to_string(test.step) + difference;
 }

@@ -15,8 +15,7 @@ constexpr std::array<Format, 5> kPacked = {Format::kRGB24, Format::kBGR24, Forma
 template <typename To16, typename To24, typename To32, typename... Arguments>
 Converter Make(std::int64_t source, Format format, Arguments... arguments) {
     if (format == Format::kRGB16) return std::make_shared<To16>(source, arguments...);
-    if (reference::BytesOf(format) == 3)
-        return std::make_shared<To24>(source, reference::IsBGR(format), arguments...);
+    if (reference::BytesOf(format) == 3) return std::make_shared<To24>(source, reference::IsBGR(format), arguments...);
     return std::make_shared<To32>(source, reference::IsBGR(format), arguments...);
 }
 
@@ -31,9 +30,13 @@ std::vector<Kind> FromBytes() {
                 const std::int64_t type = (channels == 3 ? 0x00020002 : 0x00020003) + (swapped ? 4 : 0);
                 kinds.push_back({(swapped ? "BGR" : "RGB") + std::to_string(channels) + "x" + std::to_string(unit) +
                                      " bytes to " + reference::NameOf(format),
-                                 make(type), format, {1, channels * unit},
-                                 reference::RgbBytes(channels, unit, extra, places), kByteSamples,
-                                 reference::RgbBytes(channels, unit, 0, places), make(type + kInterlaced)});
+                                 make(type),
+                                 format,
+                                 {1, channels * unit},
+                                 reference::RgbBytes(channels, unit, extra, places),
+                                 kByteSamples,
+                                 reference::RgbBytes(channels, unit, 0, places),
+                                 make(type + kInterlaced)});
             };
             for (const Format format : kPacked)
                 add(format, [&](std::int64_t type) {
@@ -42,9 +45,8 @@ std::vector<Kind> FromBytes() {
                                : Make<KyRGB32ToRGB16, KyRGB32ToRGB24, KyRGB32ToRGB32>(type, format, extra, swapped);
                 });
             if (channels == 3)
-                add(Format::kPlanar, [&](std::int64_t type) {
-                    return std::make_shared<KyRGB24ToRGB24Planar>(type, extra, swapped);
-                });
+                add(Format::kPlanar,
+                    [&](std::int64_t type) { return std::make_shared<KyRGB24ToRGB24Planar>(type, extra, swapped); });
         }
     return kinds;
 }
@@ -54,8 +56,8 @@ std::vector<Kind> FromWords() {
     const struct {
         std::int64_t type;
         std::uint32_t bits, shift;
-    } sources[] = {{0x00020004, 16, 8}, {0x00020008, 10, 2}, {0x0002000C, 12, 4}, {0x0002000C, 12, 0},
-                   {0x00020004, 16, 0}, {0x00020004, 16, 20}};
+    } sources[] = {{0x00020004, 16, 8}, {0x00020008, 10, 2}, {0x0002000C, 12, 4},
+                   {0x0002000C, 12, 0}, {0x00020004, 16, 0}, {0x00020004, 16, 20}};
     std::vector<Kind> kinds;
     for (const auto& source : sources)
         for (const Format format : kPacked) {
@@ -71,7 +73,12 @@ std::vector<Kind> FromWords() {
             const reference::Reader reader = reference::RgbWords(channels);
             kinds.push_back({std::to_string(channels) + " words of " + std::to_string(source.bits) + " bits, shift " +
                                  std::to_string(source.shift) + ", to " + reference::NameOf(format),
-                             converter, format, {1, 2 * channels}, reader, {2, source.bits, source.shift}, reader});
+                             converter,
+                             format,
+                             {1, 2 * channels},
+                             reader,
+                             {2, source.bits, source.shift},
+                             reader});
         }
     return kinds;
 }
@@ -84,9 +91,14 @@ std::vector<Kind> From565() {
             if (to24) return std::make_shared<KyRGB16ToRGB24>(type, swap);
             return std::make_shared<KyRGB16ToRGB32>(type, swap);
         };
-        kinds.push_back({std::string("5-6-5 to ") + reference::NameOf(format), make(0x00020001), format, {1, 2},
-                         to24 ? reference::Rgb565ExpandedFirst() : reference::Rgb565FilteredFirst(), kByteSamples,
-                         reference::Rgb565FilteredFirst(), make(0x00020001 + kInterlaced)});
+        kinds.push_back({std::string("5-6-5 to ") + reference::NameOf(format),
+                         make(0x00020001),
+                         format,
+                         {1, 2},
+                         to24 ? reference::Rgb565ExpandedFirst() : reference::Rgb565FilteredFirst(),
+                         kByteSamples,
+                         reference::Rgb565FilteredFirst(),
+                         make(0x00020001 + kInterlaced)});
     }
     return kinds;
 }
@@ -115,7 +127,8 @@ std::vector<Kind> FromYuv422Words() {
     std::vector<Kind> kinds;
     for (const std::uint32_t shift : {2u, 8u, 0u, 1u, 13u, 16u})
         AddYuv(kinds, "4:2:2 words, shift " + std::to_string(shift), 0x00040002, {2, 8},
-               reference::Yuv422(2, [=](const std::uint8_t* sample) { return reference::LoadWord(sample) >> shift & 0xFF; }),
+               reference::Yuv422(
+                   2, [=](const std::uint8_t* sample) { return reference::LoadWord(sample) >> shift & 0xFF; }),
                [&](std::int64_t type, Format format) {
                    return Make<KyYUV10ToRGB16, KyYUV10ToRGB24, KyYUV10ToRGB32>(type, format, shift);
                });
@@ -134,8 +147,8 @@ std::vector<Kind> FromYuv444() {
     const struct {
         std::uint32_t extra;
         Places yuv;
-    } sources[] = {{0, {1, 0, 2}}, {0, {0, 2, 1}}, {0, {2, 2, 0}}, {0, {7, 0, 4}}, {1, {0, 2, 4}},
-                   {1, {2, 0, 1}}, {2, {6, 3, 0}}, {1, {4, 1, 5}}};
+    } sources[] = {{0, {1, 0, 2}}, {0, {0, 2, 1}}, {0, {2, 2, 0}}, {0, {7, 0, 4}},
+                   {1, {0, 2, 4}}, {1, {2, 0, 1}}, {2, {6, 3, 0}}, {1, {4, 1, 5}}};
     std::vector<Kind> kinds;
     for (const auto& source : sources) {
         const std::uint32_t extra = source.extra;
@@ -147,7 +160,7 @@ std::vector<Kind> FromYuv444() {
                0x00440003, {1, pixel, false, std::max(end, pixel) - pixel, 3}, reference::Yuv444(extra, yuv),
                [&](std::int64_t type, Format format) {
                    return Make<KyYUV8444ToRGB16, KyYUV8444ToRGB24, KyYUV8444ToRGB32>(type, format, extra, yuv[0],
-                                                                                    yuv[1], yuv[2]);
+                                                                                     yuv[1], yuv[2]);
                });
     }
     return kinds;
@@ -156,7 +169,7 @@ std::vector<Kind> FromYuv444() {
 }  // namespace
 
 std::vector<Group> ColourGroups() {
-    return {{"RGB24", FromBytes<3>},
+    return {{"RGB24", FromBytes<3>, 6},
             {"RGB32", FromBytes<4>},
             {"RGB48", FromWords<3, KyRGB48ToRGB16, KyRGB48ToRGB24, KyRGB48ToRGB32>},
             {"RGB64", FromWords<4, KyRGB64ToRGB16, KyRGB64ToRGB24, KyRGB64ToRGB32>},
