@@ -14,6 +14,13 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16PackedToGrayscale.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16PackedToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16Segmented.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToGrayscale.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale8ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyTapsToGrayscale.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
