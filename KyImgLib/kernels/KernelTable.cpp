@@ -5,11 +5,12 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                               \
-    namespace level {                                 \
-    extern const Bayer8Table kBayer8;                 \
-    extern const Bayer16Table kBayer16;               \
-    constexpr KernelTable kAll = {kBayer8, kBayer16}; \
+#define KY_LEVEL(level)                                      \
+    namespace level {                                        \
+    extern const Bayer8Table kBayer8;                        \
+    extern const Bayer16Table kBayer16;                      \
+    extern const GrayTable kGray;                            \
+    constexpr KernelTable kAll = {kBayer8, kBayer16, kGray}; \
     }
 
 KY_LEVEL(N_PLAIN)

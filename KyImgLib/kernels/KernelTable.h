@@ -2,6 +2,7 @@
 #define KYIMGLIB_KERNELS_KERNELTABLE_H
 
 #include <KyImgLib/kernels/bayer/BayerBand.h>
+#include <KyImgLib/kernels/gray/GrayBand.h>
 
 namespace ky {
 
@@ -9,6 +10,7 @@ namespace ky {
 struct KernelTable {
     const Bayer8Table& bayer8;
     const Bayer16Table& bayer16;
+    const GrayTable& gray;
 };
 
 /// The kernels of the active level.

@@ -1,0 +1,9 @@
+#include <KyImgLib/kernels/KernelTable.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include <hwy/cache_control.h>
+
+#define KY_KERNEL_FILE "KyImgLib/kernels/gray/Gray-inl.h"
+#include <KyImgLib/kernels/EveryLevel.h>
