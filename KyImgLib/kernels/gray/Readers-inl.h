@@ -127,34 +127,44 @@ constexpr BlockBytes PackedWordBytes(unsigned start) {
     return bytes;
 }
 
-/// Each 12 bytes to a block of its own, which goes on with the 4 bytes after them.
-HWY_INLINE V8 SpreadPacked(const std::uint8_t* from) {
+/// Blocks that begin `distance` bytes after one another.
+HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, std::size_t distance) {
+    const hn::CappedTag<std::uint8_t, 16> block;
 #if HWY_TARGET == HWY_AVX3
-    // The mask keeps the load from reading more than the last block needs.
-    const __m512i packed = _mm512_maskz_loadu_epi32(0x1FFF, from);
-    const __m512i index = _mm512_setr_epi32(0, 1, 2, 3, 3, 4, 5, 6, 6, 7, 8, 9, 9, 10, 11, 12);
-    return V8{_mm512_permutexvar_epi32(index, packed)};
-#elif HWY_TARGET == HWY_AVX2
     const hn::Half<D8> half;
-    return hn::Combine(D8(), hn::LoadU(half, from + 12), hn::LoadU(half, from));
+    const auto lower = hn::Combine(half, hn::LoadU(block, from + distance), hn::LoadU(block, from));
+    from += 2 * distance;
+    return hn::Combine(D8(), hn::Combine(half, hn::LoadU(block, from + distance), hn::LoadU(block, from)), lower);
+#elif HWY_TARGET == HWY_AVX2
+    return hn::Combine(D8(), hn::LoadU(block, from + distance), hn::LoadU(block, from));
 #else
-    return Load(from);
+    return hn::LoadU(block, from);
 #endif
 }
+
+// A block's worth of bytes holds 8 packed samples in 12 bytes, and 4 bytes more. What is read last begins 4 bytes early, so
+// that it ends with the last sample.
 
 /// The words of kLanes packed samples.
 HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&words)[2]) {
     static constexpr BlockBytes kBytes[2] = {PackedWordBytes(0), PackedWordBytes(4)};
-    // The second vector begins 4 bytes early, so that it ends with the last byte.
-    words[0] = Words(hn::TableLookupBytes(SpreadPacked(from), LoadBlock(kBytes[0])));
-    words[1] = Words(hn::TableLookupBytes(SpreadPacked(from + kPackedBytes - 4), LoadBlock(kBytes[1])));
+    words[0] = Words(hn::TableLookupBytes(LoadBlocks(from, 12), LoadBlock(kBytes[0])));
+    words[1] = Words(hn::TableLookupBytes(LoadBlocks(from + kPackedBytes - 4, 12), LoadBlock(kBytes[1])));
+}
+
+/// The high bytes of 8 samples from byte `start` on, in the half of a block that begins with byte `half`; 0 in the other.
+constexpr BlockBytes PackedHighBytes(unsigned start, unsigned half) {
+    BlockBytes bytes = {};
+    for (unsigned i = 0; i < 16; ++i) bytes.bytes[i] = 0x80;
+    for (unsigned i = 0; i < 8; ++i) bytes.bytes[half + i] = static_cast<std::uint8_t>(start + i / 2 * 3 + i % 2 * 2);
+    return bytes;
 }
 
 /// Their high bytes.
 HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
-    V16 words[2];
-    PackedWords(from, words);
-    return LowBytes(hn::ShiftRight<8>(words[0]), hn::ShiftRight<8>(words[1]));
+    static constexpr BlockBytes kFirst = PackedHighBytes(0, 0), kSecond = PackedHighBytes(4, 8);
+    return hn::Or(hn::TableLookupBytesOr0(LoadBlocks(from, 24), LoadBlock(kFirst)),
+                  hn::TableLookupBytesOr0(LoadBlocks(from + 8, 24), LoadBlock(kSecond)));
 }
 
 #endif
