@@ -19,16 +19,22 @@ struct KyGrayscale16PackedConverter::Kernels {
     }
 
 private:
+    static unsigned Clamped(int number, int least, int most) {
+        return static_cast<unsigned>(std::clamp(number, least, most));
+    }
+
     static ky::PackedLayout Layout(const KyGrayscale16PackedConverter& converter) {
-        const auto leftShift = static_cast<unsigned>(std::clamp<int>(converter.leftShift, 0, 8));
-        const auto lowShift = static_cast<unsigned>(std::clamp<int>(converter.lowPosition, 0, 8));
+        const unsigned leftShift = Clamped(converter.leftShift, 1, 8);
+        const unsigned position = Clamped(converter.lowPosition, 0, 8);
+        const bool leftAligned = (converter.GetDestinationType() & KY_TYPE_NORMALIZED) != 0;
+        const unsigned align = leftAligned ? 8 - leftShift : 0;
         ky::PackedLayout layout;
-        layout.highShift = 8 - leftShift;
-        layout.highMask = static_cast<std::uint16_t>(0xFFu << leftShift);
-        layout.lowShift = lowShift;
-        layout.lowMask[0] = converter.lowMask & 0xFFu;
-        layout.lowMask[1] = static_cast<std::uint16_t>(converter.lowMask & 0xFFu >> lowShift);
-        layout.align = (converter.GetDestinationType() & KY_TYPE_NORMALIZED) != 0 ? 8 - leftShift : 0;
+        layout.highFactor = static_cast<std::uint16_t>(1u << (leftShift + align));
+        for (const unsigned sample : {0u, 1u}) {
+            const unsigned shift = sample == 0 ? 0 : position;
+            layout.lowMask[sample] = static_cast<std::uint16_t>(std::uint32_t{converter.lowMask} << shift & 0xFF);
+            layout.lowFactor[sample] = static_cast<std::uint16_t>(1u << (8 + align - shift));
+        }
         return layout;
     }
 };

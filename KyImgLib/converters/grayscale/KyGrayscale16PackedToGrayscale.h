@@ -27,7 +27,7 @@ protected:
     /// A sample is high << leftShift | (middle & lowMask), where `middle` is byte 1, for s1 shifted right by lowPosition.
     /// A normalized destination gets it left-aligned: shifted left by another 8 - leftShift.
     ///
-    /// \param leftShift    of the high byte, 0 to 8: the sample's bits less 8. What is outside counts as the nearest
+    /// \param leftShift    of the high byte, 1 to 8: the sample's bits less 8. What is outside counts as the nearest
     /// \param lowMask      of the low bits
     /// \param lowPosition  of the low bits of s1 in byte 1, 0 to 8. What is outside counts as the nearest
     KyGrayscale16PackedConverter(const std::int64_t& sourceType, const std::int64_t& destinationType,

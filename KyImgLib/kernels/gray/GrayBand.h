@@ -9,14 +9,12 @@
 
 namespace ky {
 
-/// How two samples lie in three bytes. The word of a sample is its own byte, the first or the third, above the one in the
-/// middle; the sample is ((word >> highShift & highMask) | (word >> lowShift & lowMask)) << align.
+/// How two samples lie in three bytes: high bits in the first and the third, low bits in the middle. A sample is
+/// high * highFactor | (middle & lowMask) * 256 * lowFactor / 65536, with a mask and a factor for either sample.
 struct PackedLayout {
-    std::uint32_t highShift;   ///< 0 to 8
-    std::uint16_t highMask;    ///< of the sample's own byte
-    std::uint32_t lowShift;    ///< for the second sample, 0 to 8; for the first it is 0
-    std::uint16_t lowMask[2];  ///< of the byte in the middle, for the first and the second sample
-    std::uint32_t align;       ///< 0 to 8
+    std::uint16_t highFactor;
+    std::uint16_t lowMask[2];
+    std::uint16_t lowFactor[2];
 };
 
 /// Where the samples of one of several outputs go, which alternate in the source.

@@ -76,30 +76,32 @@ struct ReadShiftedWords {
     int shift;
 };
 
-/// Bytes of three to the word of a sample: its own byte above the one in the middle.
-constexpr std::uint8_t kPackedWordByte[4] = {1, 0, 1, 2};
-
 #if !KY_PLAIN
 
 // A vector of words from packed samples takes 3 / 4 of a vector of bytes.
 constexpr std::size_t kPackedBytes = kLanes / 4 * 3;
 
+/// Byte i of the words of packed samples: the sample's own byte in each lower half, the middle one in each upper half.
+constexpr unsigned PackedByte(unsigned i) { return i / 4 * 3 + (i % 2 != 0 ? 1 : i % 4); }
+
 #if KY_VBMI
 
-constexpr VectorBytes PackedWordBytes(unsigned start) {
+constexpr VectorBytes PackedBytes(unsigned start) {
     VectorBytes bytes = {};
-    for (unsigned i = 0; i < 64; ++i)
-        bytes.bytes[i] = static_cast<std::uint8_t>(start + i / 4 * 3 + kPackedWordByte[i % 4]);
+    for (unsigned i = 0; i < 64; ++i) bytes.bytes[i] = static_cast<std::uint8_t>(start + PackedByte(i));
     return bytes;
 }
 
-/// The words of kLanes packed samples.
-HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&words)[2]) {
+/// Of kLanes packed samples, their own bytes in the lower and the middle bytes in the upper halves of words.
+HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&high)[2], V16 (&middle)[2]) {
     // The second load ends with the last byte, so its samples do not start with its first one.
     constexpr unsigned kSecond = 2 * kPackedBytes - kLanes;
-    static constexpr VectorBytes kBytes[2] = {PackedWordBytes(0), PackedWordBytes(kPackedBytes - kSecond)};
-    words[0] = V16{_mm512_permutexvar_epi8(_mm512_load_si512(kBytes[0].bytes), Load(from).raw)};
-    words[1] = V16{_mm512_permutexvar_epi8(_mm512_load_si512(kBytes[1].bytes), Load(from + kSecond).raw)};
+    static constexpr VectorBytes kBytes[2] = {PackedBytes(0), PackedBytes(kPackedBytes - kSecond)};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const __m512i packed = Load(from + i * kSecond).raw, bytes = _mm512_load_si512(kBytes[i].bytes);
+        high[i] = V16{_mm512_maskz_permutexvar_epi8(0x5555555555555555, bytes, packed)};
+        middle[i] = V16{_mm512_maskz_permutexvar_epi8(0xAAAAAAAAAAAAAAAA, bytes, packed)};
+    }
 }
 
 constexpr VectorBytes PackedHighBytes() {
@@ -120,10 +122,11 @@ HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
 
 #else
 
-constexpr BlockBytes PackedWordBytes(unsigned start) {
+/// One of each two bytes; the other is 0.
+constexpr BlockBytes PackedBytes(unsigned start, unsigned place) {
     BlockBytes bytes = {};
     for (unsigned i = 0; i < 16; ++i)
-        bytes.bytes[i] = static_cast<std::uint8_t>(start + i / 4 * 3 + kPackedWordByte[i % 4]);
+        bytes.bytes[i] = static_cast<std::uint8_t>(i % 2 == place ? start + PackedByte(i) : 0x80);
     return bytes;
 }
 
@@ -145,11 +148,15 @@ HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, std::size_t distance) {
 // A block's worth of bytes holds 8 packed samples in 12 bytes, and 4 bytes more. What is read last begins 4 bytes early, so
 // that it ends with the last sample.
 
-/// The words of kLanes packed samples.
-HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&words)[2]) {
-    static constexpr BlockBytes kBytes[2] = {PackedWordBytes(0), PackedWordBytes(4)};
-    words[0] = Words(hn::TableLookupBytes(LoadBlocks(from, 12), LoadBlock(kBytes[0])));
-    words[1] = Words(hn::TableLookupBytes(LoadBlocks(from + kPackedBytes - 4, 12), LoadBlock(kBytes[1])));
+/// Of kLanes packed samples, their own bytes in the lower and the middle bytes in the upper halves of words.
+HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&high)[2], V16 (&middle)[2]) {
+    static constexpr BlockBytes kHigh[2] = {PackedBytes(0, 0), PackedBytes(4, 0)};
+    static constexpr BlockBytes kMiddle[2] = {PackedBytes(0, 1), PackedBytes(4, 1)};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const V8 packed = LoadBlocks(from + i * (kPackedBytes - 4), 12);
+        high[i] = Words(hn::TableLookupBytesOr0(packed, LoadBlock(kHigh[i])));
+        middle[i] = Words(hn::TableLookupBytesOr0(packed, LoadBlock(kMiddle[i])));
+    }
 }
 
 /// The high bytes of 8 samples from byte `start` on, in the half of a block that begins with byte `half`; 0 in the other.
@@ -169,6 +176,10 @@ HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
 
 #endif
 
+HWY_INLINE V16 Alternate(const std::uint16_t (&values)[2]) {
+    return hn::OddEven(hn::Set(D16(), values[1]), hn::Set(D16(), values[0]));
+}
+
 #endif
 
 struct ReadPacked {
@@ -178,24 +189,21 @@ struct ReadPacked {
 
     std::uint16_t Sample(const std::uint8_t* line, std::size_t i) const {
         const std::uint8_t* const at = line + i / 2 * 3;
-        const bool isSecond = i % 2 != 0;
-        const std::uint32_t word = std::uint32_t{at[isSecond ? 2 : 0]} << 8 | at[1];
-        const std::uint32_t high = word >> layout.highShift & layout.highMask;
-        const std::uint32_t low = word >> (isSecond ? layout.lowShift : 0) & layout.lowMask[isSecond ? 1 : 0];
-        return static_cast<std::uint16_t>((high | low) << layout.align);
+        const std::size_t n = i % 2;
+        const std::uint32_t high = std::uint32_t{at[2 * n]} * layout.highFactor;
+        const std::uint32_t low = (std::uint32_t{at[1]} & layout.lowMask[n]) << 8;
+        return static_cast<std::uint16_t>(high | low * layout.lowFactor[n] >> 16);
     }
 #if !KY_PLAIN
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[2]) const {
-        const D16 d;
-        const V16 highMask = hn::Set(d, layout.highMask);
-        const V16 lowMask = hn::OddEven(hn::Set(d, layout.lowMask[1]), hn::Set(d, layout.lowMask[0]));
-        V16 words[2];
-        PackedWords(from, words);
+        const V16 highFactor = hn::Set(D16(), layout.highFactor);
+        // The middle bytes are in upper halves.
+        const V16 lowMask = hn::ShiftLeft<8>(Alternate(layout.lowMask)), lowFactor = Alternate(layout.lowFactor);
+        V16 high[2], middle[2];
+        PackedWords(from, high, middle);
         for (std::size_t i = 0; i < 2; ++i) {
-            const V16 high = hn::And(hn::ShiftRightSame(words[i], static_cast<int>(layout.highShift)), highMask);
-            const V16 low = hn::OddEven(hn::ShiftRightSame(words[i], static_cast<int>(layout.lowShift)), words[i]);
-            const V16 sample = hn::OrAnd(high, low, lowMask);
-            samples[i] = Bytes(hn::ShiftLeftSame(sample, static_cast<int>(layout.align)));
+            const V16 low = hn::MulHigh(hn::And(middle[i], lowMask), lowFactor);
+            samples[i] = Bytes(hn::Or(hn::Mul(high[i], highFactor), low));
         }
     }
 #endif
