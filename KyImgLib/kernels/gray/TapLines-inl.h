@@ -48,7 +48,7 @@ struct InOrderStep {
     Reader reader;
 };
 
-// Samples of two vectors, the even and the odd ones; N vectors of bytes or words to N / 2 each.
+// The even and the odd samples of two vectors; of N vectors, to N / 2 each.
 
 #if KY_VBMI
 constexpr VectorBytes EverySecondByte(unsigned first) {
@@ -58,21 +58,41 @@ constexpr VectorBytes EverySecondByte(unsigned first) {
 }
 #endif
 
+#if HWY_TARGET == HWY_AVX2
+/// In a block, the samples with an even number, then the others.
+template <std::size_t kSampleBytes>
+constexpr BlockBytes EvenThenOdd() {
+    constexpr unsigned kSize = kSampleBytes;
+    BlockBytes bytes = {};
+    for (unsigned i = 0; i < 16; ++i)
+        bytes.bytes[i] = static_cast<std::uint8_t>((i % 8 / kSize * 2 + i / 8) * kSize + i % kSize);
+    return bytes;
+}
+#endif
+
 template <std::size_t kSampleBytes>
 HWY_INLINE void SplitTwo(V8 first, V8 second, V8& even, V8& odd) {
-    if constexpr (kSampleBytes == 2) {
-        even = Bytes(hn::ConcatEven(D16(), Words(second), Words(first)));
-        odd = Bytes(hn::ConcatOdd(D16(), Words(second), Words(first)));
-    } else {
+#if HWY_TARGET == HWY_AVX2
+    // Highway's two operations below would be eight.
+    static constexpr BlockBytes kEvenThenOdd = EvenThenOdd<kSampleBytes>();
+    first = hn::TableLookupBytes(first, LoadBlock(kEvenThenOdd));
+    second = hn::TableLookupBytes(second, LoadBlock(kEvenThenOdd));
+    even = V8{_mm256_permute4x64_epi64(_mm256_unpacklo_epi64(first.raw, second.raw), 0xD8)};
+    odd = V8{_mm256_permute4x64_epi64(_mm256_unpackhi_epi64(first.raw, second.raw), 0xD8)};
+#else
 #if KY_VBMI
+    if constexpr (kSampleBytes == 1) {
         static constexpr VectorBytes kEven = EverySecondByte(0), kOdd = EverySecondByte(1);
         even = V8{_mm512_permutex2var_epi8(first.raw, _mm512_load_si512(kEven.bytes), second.raw)};
         odd = V8{_mm512_permutex2var_epi8(first.raw, _mm512_load_si512(kOdd.bytes), second.raw)};
-#else
-        even = hn::ConcatEven(D8(), second, first);
-        odd = hn::ConcatOdd(D8(), second, first);
-#endif
+        return;
     }
+#endif
+    using D = std::conditional_t<kSampleBytes == 2, D16, D8>;
+    const auto a = hn::BitCast(D(), first), b = hn::BitCast(D(), second);
+    even = hn::BitCast(D8(), hn::ConcatEven(D(), b, a));
+    odd = hn::BitCast(D8(), hn::ConcatOdd(D(), b, a));
+#endif
 }
 
 template <std::size_t kSampleBytes, std::size_t N>
