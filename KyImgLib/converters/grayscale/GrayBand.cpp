@@ -1,6 +1,5 @@
 #include <KyImgLib/converters/grayscale/GrayBandInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
-#include <KyImgLib/platform/CpuCacheInternal.h>
 
 namespace ky {
 
@@ -28,10 +27,7 @@ GrayBand BandOf(const KyPixelConverter& converter, const KyPixelConverterContext
     band.destinationLine = static_cast<std::ptrdiff_t>(pass.destinationStep);
     band.lines = width == 0 ? 0 : pass.height / pass.lineStep;
     band.width = width;
-
-    const std::size_t sourceBytes = converter.GetSourceByteSize(width);
-    const std::size_t destinationBytes = converter.GetDestinationByteSize(width);
-    band.isLarge = ExceedsCache((sourceBytes + destinationBytes) * pass.height);
+    band.isLarge = pass.isLarge;
 
     const auto pixel = static_cast<std::ptrdiff_t>(converter.GetDestinationByteSize());
     const std::ptrdiff_t pixels = static_cast<std::ptrdiff_t>(width);
@@ -47,7 +43,8 @@ GrayBand BandOf(const KyPixelConverter& converter, const KyPixelConverterContext
         }
         case TapLayout::kLinePairs: {
             // A line call outside of an area has no line size to go by.
-            const std::size_t line = context.destinationLineSize != 0 ? context.destinationLineSize : destinationBytes;
+            const std::size_t line = context.destinationLineSize != 0 ? context.destinationLineSize
+                                                                      : converter.GetDestinationByteSize(width);
             band.taps = 2;
             band.runs[1].first = static_cast<std::ptrdiff_t>(line);
             band.width *= 2;
