@@ -84,7 +84,9 @@ std::vector<Kind> Packed() {
     const reference::Layout pairs = {2, 3, true};
     const struct { std::uint32_t leftShift, mask, position; } numbers[] = {{2, 0x03, 4}, {4, 0x0F, 4}, {3, 0x1F, 2}};
     for (const auto& [layout, taps] : kLayouts) {
-        const auto reader = [&](const reference::Sample& sample) { return reference::GrayOfTaps(sample, taps, true); };
+        const auto reader = [&taps = taps](const reference::Sample& sample) {
+            return reference::GrayOfTaps(sample, taps, true);
+        };
         const std::string name = Numbered("packed, layout", layout >> 24);
         for (const auto& [leftShift, mask, position] : numbers) {
             const auto shortShift = static_cast<short>(leftShift), shortPosition = static_cast<short>(position);
