@@ -14,6 +14,11 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB8ToRGB.h>
+#include <KyImgLib/converters/colour/KyRGBtoRGB.h>
+#include <KyImgLib/converters/colour/KyYUV10ToRGB.h>
+#include <KyImgLib/converters/colour/KyYUV8411ToRGB.h>
+#include <KyImgLib/converters/colour/KyYUV8444ToRGB.h>
+#include <KyImgLib/converters/colour/KyYUV8ToRGB.h>
 #include <KyImgLib/converters/grayscale/KyGrayscale16PackedToGrayscale.h>
 #include <KyImgLib/converters/grayscale/KyGrayscale16PackedToRGB.h>
 #include <KyImgLib/converters/grayscale/KyGrayscale16Segmented.h>

@@ -10,7 +10,9 @@ namespace {
 
 std::shared_ptr<const KyRGBFilter> MakeFilter(const Row& row) {
     if (row.filter == Filter::kNone) return nullptr;
-    const auto filter = std::make_shared<KyRGBFilter>(KyPixelTypeFactory::FindPixelType(row.source)->GetPixelBitSize());
+    // Types of more than 16 bits are those of several bytes a pixel.
+    const std::uint32_t bits = KyPixelTypeFactory::FindPixelType(row.source)->GetPixelBitSize();
+    const auto filter = std::make_shared<KyRGBFilter>(bits > 16 ? 8 : bits);
     filter->SetMultipliers(1.9, 1.0, 1.6);
     return filter;
 }

@@ -17,6 +17,12 @@ constexpr std::int64_t kQuad8 = 0x00010006;
 constexpr std::int64_t kQuad10 = 0x00010007;
 constexpr std::uint32_t kReplicate = KyPixelConverter::FLAG_BAYER_GRBG;
 constexpr std::uint32_t kBilinear = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_INTERPOLATE;
+constexpr std::int64_t kRGB48 = 0x0002000C;  // 3 x 12 bits
+constexpr std::int64_t kYUV422 = 0x00040001;
+constexpr std::int64_t kYUV422Words = 0x00040002;
+constexpr std::int64_t kYUV444 = 0x00440003;
+constexpr std::int64_t kYUV411 = 0x00440006;
+constexpr std::int64_t kRGB24Packed = 0x00420002;
 using enum Filter;
 
 constexpr Row kRows[] = {
@@ -42,6 +48,25 @@ constexpr Row kRows[] = {
     {"Bayer12ToRGB32/bilinear", kBayer12, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
     {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kNone},
     {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kWhiteBalance},
+
+    {"YUV422ToRGB16", kYUV422, KY_TYPE_RGB16, 0, kNone},
+    {"YUV422ToRGB24", kYUV422, KY_TYPE_RGB24, 0, kNone},
+    {"YUV422ToRGB24", kYUV422, KY_TYPE_RGB24, 0, kWhiteBalance},
+    {"YUV422ToRGB32", kYUV422, KY_TYPE_RGB32, 0, kNone},
+    {"YUV422WordsToRGB24", kYUV422Words, KY_TYPE_RGB24, 0, kNone},
+    {"YUV444ToRGB24", kYUV444, KY_TYPE_RGB24, 0, kNone},
+    {"YUV411ToRGB24", kYUV411, KY_TYPE_RGB24, 0, kNone},
+    {"RGB16ToRGB24", KY_TYPE_RGB16, KY_TYPE_RGB24, 0, kNone},
+    {"RGB24ToRGB16", KY_TYPE_RGB24, KY_TYPE_RGB16, 0, kNone},
+    {"RGB24ToRGB24", kRGB24Packed, KY_TYPE_RGB24, 0, kNone},
+    {"RGB24ToRGB24", kRGB24Packed, KY_TYPE_RGB24, 0, kWhiteBalance},
+    {"RGB24ToBGR24", KY_TYPE_RGB24, KY_TYPE_BGR24, 0, kNone},
+    {"RGB24ToRGB32", KY_TYPE_RGB24, KY_TYPE_RGB32, 0, kNone},
+    {"RGB24ToRGB32", KY_TYPE_RGB24, KY_TYPE_RGB32, 0, kWhiteBalance},
+    {"RGB24ToPlanar", KY_TYPE_RGB24, KY_TYPE_RGB24_PLANAR, 0, kNone},
+    {"BGR32ToRGB24", KY_TYPE_BGR32, KY_TYPE_RGB24, 0, kNone},
+    {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kNone},
+    {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kWhiteBalance},
 
     {"Gray8ToRGB16", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB16, 0, kNone},
     {"Gray8ToRGB24", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB24, 0, kNone},

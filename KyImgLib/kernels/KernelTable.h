@@ -2,6 +2,7 @@
 #define KYIMGLIB_KERNELS_KERNELTABLE_H
 
 #include <KyImgLib/kernels/bayer/BayerBand.h>
+#include <KyImgLib/kernels/colour/ColourBand.h>
 #include <KyImgLib/kernels/gray/GrayBand.h>
 
 namespace ky {
@@ -10,6 +11,8 @@ namespace ky {
 struct KernelTable {
     const Bayer8Table& bayer8;
     const Bayer16Table& bayer16;
+    const RGBKernels& rgb;
+    const YUVKernels& yuv;
     const GrayTable& gray;
 };
 

@@ -250,4 +250,107 @@ HWY_INLINE V8 LowBytes(V16 first, V16 second) {
 #endif
 }
 
+#if KY_VBMI
+constexpr VectorBytes UpperBytesInTurn() {
+    VectorBytes bytes = {};
+    for (unsigned i = 0; i < 64; ++i) bytes.bytes[i] = static_cast<std::uint8_t>(i / 2 * 2 + 1 + i % 2 * 64);
+    return bytes;
+}
+#endif
+
+/// The upper bytes of words: one of `even`, one of `odd`, and so on.
+HWY_INLINE V8 UpperBytes(V16 even, V16 odd) {
+#if KY_VBMI
+    static constexpr VectorBytes kInTurn = UpperBytesInTurn();
+    return V8{_mm512_permutex2var_epi8(even.raw, _mm512_load_si512(kInTurn.bytes), odd.raw)};
+#else
+    return Bytes(hn::OrAnd(hn::ShiftRight<8>(even), odd, hn::Set(D16(), 0xFF00)));
+#endif
+}
+
+/// Three channels of the same pixels.
+template <class V>
+struct Planes {
+    V first, second, third;
+};
+using Planes8 = Planes<V8>;
+using Planes16 = Planes<V16>;
+
+HWY_INLINE const std::uint16_t* AsWords(const std::uint8_t* bytes) {
+    return reinterpret_cast<const std::uint16_t*>(bytes);  // for loads that need no alignment
+}
+
+// The first three of `kChannels` interleaved channels: a vector of each.
+#if KY_VBMI
+
+/// For byte i of a plane, where it is among the values of `kChannels` channels of `kSize` bytes.
+template <unsigned kChannels, unsigned kSize>
+constexpr VectorBytes PlaceOf(unsigned channel) {
+    VectorBytes places = {};
+    for (unsigned i = 0; i < 64; ++i)
+        places.bytes[i] = static_cast<std::uint8_t>((i / kSize * kChannels + channel) * kSize + i % kSize);
+    return places;
+}
+/// Whether it is behind the first two vectors.
+template <unsigned kChannels, unsigned kSize>
+constexpr std::uint64_t IsBehindTwo(unsigned channel) {
+    std::uint64_t mask = 0;
+    for (unsigned i = 0; i < 64; ++i)
+        if ((i / kSize * kChannels + channel) * kSize + i % kSize >= 128) mask |= std::uint64_t{1} << i;
+    return mask;
+}
+
+template <unsigned kChannels, unsigned kSize, unsigned kChannel>
+HWY_INLINE V8 DeinterleavedVector(const std::uint8_t* from) {
+    static constexpr VectorBytes kPlaces = PlaceOf<kChannels, kSize>(kChannel);
+    constexpr std::uint64_t kBehind = IsBehindTwo<kChannels, kSize>(kChannel);
+    const __m512i places = _mm512_load_si512(kPlaces.bytes);
+    const __m512i lower = _mm512_permutex2var_epi8(Load(from).raw, places, Load(from + 64).raw);
+    if constexpr (kChannels == 3)
+        return V8{_mm512_mask_permutexvar_epi8(lower, kBehind, places, Load(from + 128).raw)};
+    else
+        return V8{_mm512_mask_blend_epi8(kBehind, lower,
+                                         _mm512_permutex2var_epi8(Load(from + 128).raw, places, Load(from + 192).raw))};
+}
+
+template <unsigned kChannels, unsigned kSize>
+HWY_INLINE Planes8 DeinterleavedVectors(const std::uint8_t* from) {
+    return {DeinterleavedVector<kChannels, kSize, 0>(from), DeinterleavedVector<kChannels, kSize, 1>(from),
+            DeinterleavedVector<kChannels, kSize, 2>(from)};
+}
+
+template <unsigned kChannels>
+HWY_INLINE Planes8 Deinterleave(const std::uint8_t* from) {
+    return DeinterleavedVectors<kChannels, 1>(from);
+}
+template <unsigned kChannels>
+HWY_INLINE Planes16 DeinterleaveWords(const std::uint8_t* from) {
+    const Planes8 planes = DeinterleavedVectors<kChannels, 2>(from);
+    return {Words(planes.first), Words(planes.second), Words(planes.third)};
+}
+
+#else
+
+template <class D, unsigned kChannels>
+HWY_INLINE Planes<hn::Vec<D>> DeinterleaveValues(D d, const hn::TFromD<D>* from) {
+    hn::Vec<D> first, second, third;
+    if constexpr (kChannels == 3) {
+        hn::LoadInterleaved3(d, from, first, second, third);
+    } else {
+        hn::Vec<D> fourth;
+        hn::LoadInterleaved4(d, from, first, second, third, fourth);
+    }
+    return {first, second, third};
+}
+template <unsigned kChannels>
+HWY_INLINE Planes8 Deinterleave(const std::uint8_t* from) {
+    return DeinterleaveValues<D8, kChannels>(D8(), from);
+}
+template <unsigned kChannels>
+HWY_INLINE Planes16 DeinterleaveWords(const std::uint8_t* from) {
+    return DeinterleaveValues<D16, kChannels>(D16(), AsWords(from));
+}
+
+#endif
+
 #endif

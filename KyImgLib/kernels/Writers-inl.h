@@ -75,6 +75,27 @@ struct Write32 {
 #endif
 };
 
+/// Three planes of bytes; the second and the third at their offsets from the first.
+struct WritePlanes {
+    using Value = std::uint8_t;
+    static constexpr std::size_t kPixelBytes = 1;  // in each plane
+
+    static void StorePixel(std::uint8_t first, std::uint8_t second, std::uint8_t third, std::uint8_t* to,
+                           const std::ptrdiff_t (&planes)[2]) {
+        to[0] = first;
+        to[planes[0]] = second;
+        to[planes[1]] = third;
+    }
+#if !KY_PLAIN
+    template <bool kStream>
+    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* to, const std::ptrdiff_t (&planes)[2]) {
+        Put<kStream>(first, to);
+        Put<kStream>(second, to + planes[0]);
+        Put<kStream>(third, to + planes[1]);
+    }
+#endif
+};
+
 /// Three 16-bit words.
 struct Write48 {
     using Value = std::uint16_t;

@@ -15,37 +15,52 @@ struct Rgb {
     unsigned red, green, blue;
 };
 
-enum class Format { kRGB16, kRGB24, kBGR24, kRGB32, kBGR32, kRGB48 };
+enum class Format { kRGB16, kRGB24, kBGR24, kRGB32, kBGR32, kRGB48, kPlanar, kGray8, kGray16 };
 
 inline const char* NameOf(Format format) {
-    static const char* const names[] = {"RGB16", "RGB24", "BGR24", "RGB32", "BGR32", "RGB48"};
+    static const char* const names[] = {"RGB16", "RGB24",  "BGR24", "RGB32", "BGR32",
+                                        "RGB48", "Planar", "Gray8", "Gray16"};
     return names[static_cast<int>(format)];
 }
 
 inline void PrintTo(Format format, std::ostream* out) { *out << NameOf(format); }
 
+/// Bytes from one pixel to the next.
 inline std::uint32_t BytesOf(Format format) {
-    static const std::uint32_t bytes[] = {2, 3, 3, 4, 4, 6};
+    static const std::uint32_t bytes[] = {2, 3, 3, 4, 4, 6, 1, 1, 2};
     return bytes[static_cast<int>(format)];
 }
 
-inline void Store(Format format, Rgb pixel, std::uint8_t* bytes) {
+inline bool IsBGR(Format format) { return format == Format::kBGR24 || format == Format::kBGR32; }
+
+/// The low byte comes first.
+inline unsigned LoadWord(const std::uint8_t* bytes) { return bytes[0] + 256u * bytes[1]; }
+
+inline void StoreWord(unsigned value, std::uint8_t* bytes) {
+    bytes[0] = static_cast<std::uint8_t>(value % 256);
+    bytes[1] = static_cast<std::uint8_t>(value / 256 % 256);
+}
+
+/// Planes lie `planeBytes` apart. Gray is whatever red holds.
+inline void Store(Format format, Rgb pixel, std::uint8_t* bytes, std::size_t planeBytes = 0) {
     if (format == Format::kRGB48) {
-        for (const unsigned value : {pixel.red, pixel.green, pixel.blue}) {
-            *bytes++ = static_cast<std::uint8_t>(value % 256);
-            *bytes++ = static_cast<std::uint8_t>(value / 256);
-        }
+        StoreWord(pixel.red, bytes);
+        StoreWord(pixel.green, bytes + 2);
+        StoreWord(pixel.blue, bytes + 4);
         return;
     }
+    if (format == Format::kGray16) return StoreWord(pixel.red, bytes);
     pixel = {pixel.red % 256, pixel.green % 256, pixel.blue % 256};
-    if (format == Format::kRGB16) {
-        // rrrrrggg gggbbbbb, the low byte first
-        const unsigned word = pixel.red / 8 * 2048 + pixel.green / 4 * 32 + pixel.blue / 8;
-        bytes[0] = static_cast<std::uint8_t>(word % 256);
-        bytes[1] = static_cast<std::uint8_t>(word / 256);
+    if (format == Format::kRGB16)  // rrrrrggg gggbbbbb
+        return StoreWord(pixel.red / 8 * 2048 + pixel.green / 4 * 32 + pixel.blue / 8, bytes);
+    if (format == Format::kGray8 || format == Format::kPlanar) {
+        bytes[0] = static_cast<std::uint8_t>(pixel.red);
+        if (format == Format::kGray8) return;
+        bytes[planeBytes] = static_cast<std::uint8_t>(pixel.green);
+        bytes[2 * planeBytes] = static_cast<std::uint8_t>(pixel.blue);
         return;
     }
-    const bool redFirst = format == Format::kRGB24 || format == Format::kRGB32;
+    const bool redFirst = !IsBGR(format);
     bytes[0] = static_cast<std::uint8_t>(redFirst ? pixel.red : pixel.blue);
     bytes[1] = static_cast<std::uint8_t>(pixel.green);
     bytes[2] = static_cast<std::uint8_t>(redFirst ? pixel.blue : pixel.red);

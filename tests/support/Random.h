@@ -22,7 +22,12 @@ public:
 
     template <typename Bytes>
     void Fill(Bytes& bytes) {
-        for (auto& byte : bytes) byte = static_cast<std::uint8_t>(engine() >> 8);
+        std::uint32_t number = 0, left = 0;
+        for (auto& byte : bytes) {
+            if (left == 0) number = static_cast<std::uint32_t>(engine());
+            left = (left + 3) % 4;
+            byte = static_cast<std::uint8_t>(number >> 8 * left);
+        }
     }
 
     std::vector<std::uint8_t> Bytes(std::size_t count) {

@@ -54,6 +54,7 @@ void ConstructBayerConverters(Constructor& construct) {
 BuiltInConverters ConstructBuiltInConverters() {
     Constructor construct;
     ConstructGrayscaleConverters(construct);
+    ConstructColourConverters(construct);
     ConstructBayerConverters(construct);
     return construct.Take();
 }

@@ -28,6 +28,7 @@ private:
 /// \name The families
 ///@{
 void ConstructGrayscaleConverters(Constructor& construct);
+void ConstructColourConverters(Constructor& construct);
 ///@}
 
 }  // namespace ky

@@ -4,12 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <numeric>
 #include <tuple>
 
 namespace {
-
-using support::GuardedBuffer;
 
 class BayerKernel : public testing::TestWithParam<std::tuple<std::uint32_t, BayerKind>> {
 protected:
@@ -20,22 +17,10 @@ protected:
 
     /// An area and everything around it that a test leaves open.
     BayerCase RandomCase(bool interpolate, std::uint32_t width, std::uint32_t height) {
-        constexpr std::array<GuardedBuffer::Side, 2> sides = {GuardedBuffer::Side::kStart, GuardedBuffer::Side::kEnd};
-        BayerCase test = {kind};
+        BayerCase test = {RandomArea(random, filters, width, height), kind};
         if (kind.samples.bytes == 1 && random.Below(2) == 0) test.step = 1 + random.Below(3);
         test.order = random.Pick(kOrders);
         test.interpolate = interpolate;
-        test.filter = &random.Pick(filters);
-        test.width = width;
-        test.height = height;
-        test.lines = height + random.Below(3);
-        test.sourceWidth = width + random.Below(2) * random.Below(40);
-        test.destinationWidth = width + random.Below(2) * random.Below(40);
-        test.padding = random.Below(2) * random.Below(70);
-        test.sourceSide = random.Pick(sides);
-        test.destinationSide = random.Pick(sides);
-        test.sourceGap = random.Below(2) * random.Below(130);
-        test.destinationGap = random.Below(2) * random.Below(130);
         return test;
     }
 
@@ -49,12 +34,7 @@ protected:
 };
 
 TEST_P(BayerKernel, EveryWidthAndHeight) {
-    std::vector<std::uint32_t> widths(70);
-    std::iota(widths.begin(), widths.end(), 1u);
-    for (const std::uint32_t around : {95u, 129u, 192u, 257u, 321u, 640u, 1000u})
-        for (std::uint32_t width = around - 2; width <= around + 2; ++width) widths.push_back(width);
-
-    for (const std::uint32_t width : widths)
+    for (const std::uint32_t width : InterestingWidths())
         for (std::uint32_t height = 1; height <= 6; ++height)
             for (const bool interpolate : {false, true})
                 for (int round = 0; round < 2; ++round) ASSERT_EQ("", Run(RandomCase(interpolate, width, height)));

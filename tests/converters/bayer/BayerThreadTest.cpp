@@ -14,7 +14,7 @@ TEST(BayerThread, OneConverterServesManyThreads) {
         support::RunOnThreads(threads, [&](int thread) {
             support::Random random(static_cast<std::uint32_t>(thread));
             for (int round = 0; round < 40; ++round) {
-                BayerCase test = {kind};
+                BayerCase test = {{}, kind};
                 test.order = random.Pick(kOrders);
                 test.interpolate = random.Below(4) != 0;
                 test.filter = &random.Pick(filters);

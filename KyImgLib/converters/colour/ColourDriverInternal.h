@@ -1,0 +1,59 @@
+#ifndef KYIMGLIB_CONVERTERS_COLOUR_COLOURDRIVERINTERNAL_H
+#define KYIMGLIB_CONVERTERS_COLOUR_COLOURDRIVERINTERNAL_H
+
+#include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/converters/FilterStageInternal.h>
+#include <KyImgLib/kernels/KernelTable.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/platform/CpuCacheInternal.h>
+
+namespace ky {
+
+/// The filter of a conversion; a line call outside of an area has none.
+inline const KyRGBFilter& FilterOf(const KyPixelConverterContext& context, std::uint16_t defaultBits) {
+    return context.filter == nullptr ? DefaultFilter(defaultBits) : *context.filter;
+}
+
+constexpr std::int64_t RGB24Or(bool isBGR) { return isBGR ? KY_TYPE_BGR24 : KY_TYPE_RGB24; }
+constexpr std::int64_t RGB32Or(bool isBGR) { return isBGR ? KY_TYPE_BGR32 : KY_TYPE_RGB32; }
+
+/// A band of YUV, with everything but its place and what only some layouts have.
+inline Colour8Band YUVBand(const KyPixelConverterContext& context, bool destinationIsBGR) {
+    Colour8Band band = {};
+    band.filter = ByteStage(FilterOf(context, 8), destinationIsBGR, 0);
+    band.isExchanged = destinationIsBGR;
+    band.sampleBytes = 1;
+    return band;
+}
+
+/// How the pixels of a source lie: whole groups, of which each has its own bytes.
+struct PixelGroups {
+    std::uint32_t pixels;
+    std::uint32_t bytes;
+};
+
+/// The kernel for a destination pixel of this size.
+template <typename Band>
+typename ColourKernels<Band>::Kernel KernelTo(const ColourKernels<Band>& kernels, std::uint32_t pixelBytes) {
+    return pixelBytes == 2 ? kernels.toRGB16 : pixelBytes == 3 ? kernels.toRGB24 : kernels.toRGB32;
+}
+
+/// Converts the lines of a pass in whole groups. `band` has everything but its place.
+template <typename Band>
+void ConvertLines(typename ColourKernels<Band>::Kernel kernel, PixelGroups groups, std::uint32_t destinationPixelBytes,
+                  Band band, const KyLinePass& pass) {
+    const std::size_t count = (std::size_t{pass.width} + groups.pixels - 1) / groups.pixels;
+    band.source = pass.source;
+    band.sourceLine = static_cast<std::ptrdiff_t>(pass.sourceStep);
+    band.destination = pass.destination;
+    band.destinationLine = static_cast<std::ptrdiff_t>(pass.destinationStep);
+    band.width = count * groups.pixels;
+    band.lines = pass.height / pass.lineStep;
+    band.isLarge = ExceedsCache((count * groups.bytes + band.width * destinationPixelBytes) * band.lines);
+    if (band.width != 0 && band.lines != 0) kernel(band);
+}
+
+}  // namespace ky
+
+#endif

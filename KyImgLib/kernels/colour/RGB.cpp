@@ -1,0 +1,13 @@
+#include <KyImgLib/kernels/KernelTable.h>
+#include <KyImgLib/kernels/colour/YUVRule.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+#include <hwy/cache_control.h>
+
+#define KY_KERNEL_FILE "KyImgLib/kernels/colour/RGB-inl.h"
+#include <KyImgLib/kernels/EveryLevel.h>

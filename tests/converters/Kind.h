@@ -1,0 +1,54 @@
+#ifndef KYIMGLIB_TESTS_CONVERTERS_KIND_H
+#define KYIMGLIB_TESTS_CONVERTERS_KIND_H
+
+#include <KyImgLib/KyImgLib.h>
+#include <tests/converters/AreaCase.h>
+#include <tests/reference/Lines.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A converter that takes each pixel of a line from the same line of the source, and what it has to do.
+struct Kind {
+    std::string name;
+    std::shared_ptr<const KyPixelConverter> converter;
+    reference::Format format;
+    reference::Layout layout;
+    reference::Reader read;
+    Samples samples = kByteSamples;                   ///< as its filter sees them
+    reference::Reader readOne = nullptr;              ///< the same of the one-pixel form, where there is one
+    std::shared_ptr<const KyPixelConverter> woven{};  ///< the same from an interlaced source
+};
+
+/// Kinds that are tested together: they share a reader.
+struct Group {
+    const char* name;
+    std::vector<Kind> (*kinds)();
+    std::size_t framesOf = 1;  ///< the first so many are run for large frames too
+};
+
+std::vector<Group> ColourGroups();
+std::vector<Group> GrayscaleGroups();
+
+inline std::vector<Group> AllGroups() {
+    std::vector<Group> groups = ColourGroups();
+    for (const Group& group : GrayscaleGroups()) groups.push_back(group);
+    return groups;
+}
+
+/// Filters for samples of the kind; made once, since large ones take their time.
+const std::vector<FilterCase>& FiltersOf(const Samples& samples);
+
+enum class Form { kArea, kLine, kPixel };
+
+/// Converts with a form of the kind and tells what differs from the reference; nothing when all is well. The forms for
+/// lines and pixels are called in an area conversion of an application's converter.
+std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
+                       const std::function<void(std::span<std::uint8_t>)>& fill = nullptr);
+
+/// Converts a line with the line form, or one pixel with the one-pixel form, outside of any area conversion.
+std::string DifferenceOutside(const Kind& kind, Form form, std::uint32_t width, support::Random& random);
+
+#endif

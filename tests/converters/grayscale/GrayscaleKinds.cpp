@@ -1,0 +1,3 @@
+#include <tests/converters/Kind.h>
+
+std::vector<Group> GrayscaleGroups() { return {}; }
