@@ -131,7 +131,7 @@ constexpr BlockBytes PackedBytes(unsigned start, unsigned place) {
 }
 
 /// Blocks that begin `distance` bytes after one another.
-HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, std::size_t distance) {
+HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, [[maybe_unused]] std::size_t distance) {
     const hn::CappedTag<std::uint8_t, 16> block;
 #if HWY_TARGET == HWY_AVX3
     const hn::Half<D8> half;
