@@ -48,7 +48,6 @@ constexpr Row kRows[] = {
     {"Bayer12ToRGB32/bilinear", kBayer12, KY_TYPE_RGB32, kBilinear, kWhiteBalance},
     {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kNone},
     {"Bayer12ToRGB48/bilinear", kBayer12, KY_TYPE_RGB48, kBilinear, kWhiteBalance},
-
     {"YUV422ToRGB16", kYUV422, KY_TYPE_RGB16, 0, kNone},
     {"YUV422ToRGB24", kYUV422, KY_TYPE_RGB24, 0, kNone},
     {"YUV422ToRGB24", kYUV422, KY_TYPE_RGB24, 0, kWhiteBalance},
