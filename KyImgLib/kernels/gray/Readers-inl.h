@@ -113,7 +113,7 @@ constexpr VectorBytes PackedHighBytes() {
     return bytes;
 }
 
-/// Their high bytes.
+/// The high bytes of kLanes packed samples.
 HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
     static constexpr VectorBytes kBytes = PackedHighBytes();
     const V8 first = Load(from), second = Load(from + (2 * kPackedBytes - kLanes));
@@ -167,7 +167,7 @@ constexpr BlockBytes PackedHighBytes(unsigned start, unsigned half) {
     return bytes;
 }
 
-/// Their high bytes.
+/// The high bytes of kLanes packed samples.
 HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
     static constexpr BlockBytes kFirst = PackedHighBytes(0, 0), kSecond = PackedHighBytes(4, 8);
     return hn::Or(hn::TableLookupBytesOr0(LoadBlocks(from, 24), LoadBlock(kFirst)),
