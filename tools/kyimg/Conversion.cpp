@@ -38,8 +38,8 @@ bool IsNamedRGGB(std::int64_t id) {
 }
 
 /// Two pixels share three bytes.
-bool IsPackedInPairs(const KyPixelType& type) {
-    const std::int64_t id = type.GetTypeID();
+bool IsPackedInPairs(std::int64_t id) {
+    const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
     const bool isPacked = (id & KY_TYPE_PACKED) != 0;
     const bool hasOneSample = ColourSpace(id) == KY_COLOUR_SPACE_GRAYSCALE || type.IsBayerPattern();
     return isPacked && hasOneSample && (type.GetPixelBitSize() == 10 || type.GetPixelBitSize() == 12);
@@ -87,7 +87,8 @@ const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destinat
 }  // namespace
 
 Conversion::Conversion(const ConvertOptions& options)
-    : sourceType(FindType(options.type)), destinationType(KY_TYPE_RGB24), size(ParseSize(options.size)), area(size) {
+    : sourceType(FindType(options.type)), destinationType(KY_TYPE_RGB24), size(ParseSize(options.size)), area(size),
+      isContinuous(options.isContinuous) {
     if (!options.destination.empty()) {
         destinationType = FindType(options.destination);
     } else if (ColourSpace(sourceType) == KY_COLOUR_SPACE_GRAYSCALE) {
@@ -95,16 +96,35 @@ Conversion::Conversion(const ConvertOptions& options)
     }
     converter = &FindConverter(sourceType, destinationType);
 
-    if (IsPackedInPairs(*KyPixelTypeFactory::FindPixelType(sourceType)) && size.width % 2 != 0)
-        throw Failure(fmt::format("{} packs pixels in pairs: the width must be even, not {}", DescribeType(sourceType),
-                                  size.width));
-
     const bool isDemosaicing = IsMosaic(sourceType) && !IsMosaic(destinationType);
     const bool isColour = (ColourSpace(sourceType) != KY_COLOUR_SPACE_GRAYSCALE) && !IsMosaic(destinationType) &&
                           dynamic_cast<const KyIdentityConverter*>(converter) == nullptr;
+    CheckPairs(isDemosaicing);
     ChoosePattern(options, isDemosaicing);
     ChooseFilter(options, isColour);
     ChooseArea(isDemosaicing);
+}
+
+void Conversion::CheckPairs(bool isDemosaicing) const {
+    const bool isPaired = IsPackedInPairs(sourceType);
+    if (!isContinuous) {
+        if (isPaired && size.width % 2 != 0)
+            throw Failure(
+                fmt::format("{} packs pixels in pairs, and a line of {} pixels would end within one: the width "
+                            "must be even (or give --continuous, when pairs go on from line to line)",
+                            DescribeType(sourceType), size.width));
+        return;
+    }
+    // The whole frame is one line then, so nothing may depend on where lines end.
+    constexpr std::int64_t kByLines = KY_TYPE_INTERLACED | KY_TAP_LAYOUT_MASK;
+    if (!isPaired || (sourceType & kByLines) != 0)
+        throw UsageError(
+            fmt::format("--continuous is for pixels packed in pairs, of one output and not interlaced, not "
+                        "for {}",
+                        DescribeType(sourceType)));
+    if (isDemosaicing || IsPackedInPairs(destinationType) || (destinationType & KY_TYPE_PLANAR) != 0)
+        throw UsageError(
+            fmt::format("--continuous cannot go to {} at once: unpack first", DescribeType(destinationType)));
 }
 
 void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing) {
@@ -148,12 +168,14 @@ void Conversion::ChooseFilter(const ConvertOptions& options, bool isColour) {
 void Conversion::ChooseArea(bool isDemosaicing) {
     const bool inCells = isDemosaicing && (flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) == 0;
     const bool inFields = (sourceType & KY_TYPE_INTERLACED) != 0;
+    const bool inLinePairs = (sourceType & KY_TAP_LAYOUT_MASK) == KY_TAP_DUAL_LINES &&
+                             (destinationType & KY_TAP_LAYOUT_MASK) != KY_TAP_DUAL_LINES;
     if (inCells) area.width -= size.width % 2;
-    if (inCells || inFields) area.height -= size.height % 2;
+    if (inCells || inFields || inLinePairs) area.height -= size.height % 2;
     if (area.width == 0 || area.height == 0)
-        throw Failure(fmt::format(
-            "{} is too small: {}", DescribeSource(),
-            inCells ? "without --interpolate two lines of two pixels are needed" : "two fields need two lines"));
+        throw Failure(
+            fmt::format("{} is too small: {}", DescribeSource(),
+                        inCells ? "without --interpolate two lines of two pixels are needed" : "two lines are needed"));
     if (area.width != size.width || area.height != size.height)
         notes.push_back(fmt::format("{} are taken {}: the result is {}x{}", inCells ? "pixels" : "lines",
                                     inCells ? "in cells of 2x2 (--interpolate takes each)" : "in pairs", area.width,
@@ -168,8 +190,16 @@ void Conversion::PrintNotes() const {
     for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
 }
 
+/// What the converter is told; a frame that runs on is one line of whole pairs.
+ImageSize Conversion::GetConvertedSize() const {
+    if (!isContinuous) return size;
+    const std::uint32_t pixels = size.width * size.height;
+    return {pixels + pixels % 2, 1};
+}
+
 std::uint64_t Conversion::GetSourceFrameSize() const {
-    return std::uint64_t{converter->GetSourceByteSize(size.width)} * size.height;
+    const ImageSize converted = GetConvertedSize();
+    return std::uint64_t{converter->GetSourceByteSize(converted.width)} * converted.height;
 }
 
 ConvertedFrame Conversion::DescribeDestination() const {
@@ -197,11 +227,12 @@ ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& source) cons
     frame.bytes.resize(std::max(frame.lineBytes * size.height, 3 * frame.planeBytes) + kSlack);
     // The whole size as destination, even when less is filled: a planar one has the lines of the source.
     std::uint8_t* const destination = frame.bytes.data();
-    const std::uint32_t status = filter == nullptr
-                                     ? converter->Convert(source.data(), size.width, size.height, destination,
-                                                          size.width, size.height, size.width, size.height, flags, 0)
-                                     : converter->Convert(*filter, source.data(), size.width, size.height, destination,
-                                                          size.width, size.height, size.width, size.height, flags, 0);
+    const auto [width, height] = GetConvertedSize();
+    const std::uint32_t status =
+        filter == nullptr
+            ? converter->Convert(source.data(), width, height, destination, width, height, width, height, flags, 0)
+            : converter->Convert(*filter, source.data(), width, height, destination, width, height, width, height,
+                                 flags, 0);
     if (status != KY_STATUS_SUCCESS)
         throw Failure(fmt::format("the conversion of {} failed with status {}", DescribeSource(), status));
     return frame;

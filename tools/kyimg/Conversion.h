@@ -42,12 +42,15 @@ private:
     void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
     void ChooseFilter(const ConvertOptions& options, bool isColour);
     void ChooseArea(bool isDemosaicing);
+    void CheckPairs(bool isDemosaicing) const;
+    ImageSize GetConvertedSize() const;
     ConvertedFrame DescribeDestination() const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
     ImageSize size;
-    ImageSize area;  ///< what of the size the converter fills
+    ImageSize area;     ///< what of the size the converter fills
+    bool isContinuous;  ///< pairs of packed pixels do not end with a line
     std::uint32_t flags = 0;
     const KyPixelConverter* converter = nullptr;
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
