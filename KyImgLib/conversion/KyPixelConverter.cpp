@@ -112,6 +112,7 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     lines.width = width;
     lines.isLarge = ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
     ConvertLines(*context, lines);
+    if (lines.isLarge) ky::FinishStreaming();
     return KY_STATUS_SUCCESS;
 }
 
