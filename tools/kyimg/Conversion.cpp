@@ -56,9 +56,12 @@ std::uint32_t PatternFlag(const std::string& order) {
     return order[1] == 'R' || order[1] == 'r' ? KyPixelConverter::FLAG_BAYER_GRBG : KyPixelConverter::FLAG_BAYER_GBRG;
 }
 
-/// The bit size of a filter for a type, by the rule by which the library chooses its default filters.
+/// The bit size of a filter for a type: that of the samples which its converters pass through the filter.
 std::uint32_t FilterBits(std::int64_t id) {
     const std::uint32_t bits = KyPixelTypeFactory::FindPixelType(id)->GetPixelBitSize();
+    const bool becomesBytes =
+        ColourSpace(id) == KY_COLOUR_SPACE_YUV || id == KY_TYPE_RGB16 || (id & KY_TYPE_NORMALIZED) != 0;
+    if (bits == 24 || bits == 32 || (becomesBytes && !IsMosaic(id))) return 8;
     return bits == 8 || bits == 10 || bits == 12 || bits == 14 ? bits : 16;
 }
 
@@ -70,8 +73,16 @@ const KyPixelConverter& MakeConverterToRGB48(std::int64_t source) {
     return *made.back();
 }
 
+/// The usual destination.
+std::int64_t DefaultDestination(std::int64_t source) {
+    if (ColourSpace(source) == KY_COLOUR_SPACE_GRAYSCALE) return KY_TYPE_GRAYSCALE8;
+    // A picture of 5-6-5 itself has all colours, while the library converts only the green.
+    return source == KY_TYPE_RGB16 ? KY_TYPE_RGB16 : KY_TYPE_RGB24;
+}
+
 const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination) {
-    const KyPixelConverter* const found = KyPixelTypeFactory::FindConverter(source, destination);
+    const KyPixelConverter* const found =
+        KyPixelTypeFactory::FindConverter(TypeToConvertFrom(source, destination), destination);
     if (found != nullptr) return *found;
     const bool isToRGB48Possible = IsMosaicOfWords(source);
     if (isToRGB48Possible && destination == KY_TYPE_RGB48) return MakeConverterToRGB48(source);
@@ -87,14 +98,10 @@ const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destinat
 }  // namespace
 
 Conversion::Conversion(const ConvertOptions& options)
-    : sourceType(FindType(options.type)), destinationType(KY_TYPE_RGB24), size(ParseSize(options.size)), area(size) {
-    if (!options.destination.empty()) {
-        destinationType = FindType(options.destination);
-    } else if (ColourSpace(sourceType) == KY_COLOUR_SPACE_GRAYSCALE) {
-        destinationType = KY_TYPE_GRAYSCALE8;
-    }
-    converter = &FindConverter(sourceType, destinationType);
-
+    : sourceType(FindType(options.type)),
+      destinationType(options.destination.empty() ? DefaultDestination(sourceType) : FindType(options.destination)),
+      size(ParseSize(options.size)), area(size), converter(&FindConverter(sourceType, destinationType)),
+      lines(*converter, size, options.lineBytes) {
     if (IsPackedInPairs(*KyPixelTypeFactory::FindPixelType(sourceType)) && size.width % 2 != 0)
         throw Failure(fmt::format("{} packs pixels in pairs: the width must be even, not {}", DescribeType(sourceType),
                                   size.width));
@@ -105,6 +112,7 @@ Conversion::Conversion(const ConvertOptions& options)
     ChoosePattern(options, isDemosaicing);
     ChooseFilter(options, isColour);
     ChooseArea(isDemosaicing);
+    NoteFlaws();
 }
 
 void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing) {
@@ -146,30 +154,34 @@ void Conversion::ChooseFilter(const ConvertOptions& options, bool isColour) {
 }
 
 void Conversion::ChooseArea(bool isDemosaicing) {
-    const bool inCells = isDemosaicing && (flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) == 0;
-    const bool inFields = (sourceType & KY_TYPE_INTERLACED) != 0;
-    if (inCells) area.width -= size.width % 2;
-    if (inCells || inFields) area.height -= size.height % 2;
+    if (!isDemosaicing || (flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) != 0) return;
+    area.width -= size.width % 2;
+    area.height -= size.height % 2;
     if (area.width == 0 || area.height == 0)
-        throw Failure(fmt::format(
-            "{} is too small: {}", DescribeSource(),
-            inCells ? "without --interpolate two lines of two pixels are needed" : "two fields need two lines"));
+        throw Failure(
+            fmt::format("{} is too small: without --interpolate two lines of two pixels are needed", DescribeSource()));
     if (area.width != size.width || area.height != size.height)
-        notes.push_back(fmt::format("{} are taken {}: the result is {}x{}", inCells ? "pixels" : "lines",
-                                    inCells ? "in cells of 2x2 (--interpolate takes each)" : "in pairs", area.width,
-                                    area.height));
+        notes.push_back(fmt::format("pixels are taken in cells of 2x2 (--interpolate takes each): the result is {}x{}",
+                                    area.width, area.height));
+}
+
+void Conversion::NoteFlaws() {
+    if (ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV) return;
+    if (sourceType == KY_TYPE_RGB16 && destinationType != KY_TYPE_RGB16)
+        notes.push_back("of 5-6-5 only green is converted; without --to the picture has all colours");
+    if (ColourSpace(sourceType) == KY_COLOUR_SPACE_YUV && (sourceType & KY_TYPE_INDEX_MASK) == 0x06)
+        notes.push_back("of each four pixels of 4:1:1, the last three get their red from the brightness of the second");
 }
 
 std::string Conversion::DescribeSource() const {
-    return fmt::format("{}x{} {}", size.width, size.height, KyPixelTypeFactory::GetPixelTypeName(sourceType));
+    std::string text =
+        fmt::format("{}x{} {}", size.width, size.height, KyPixelTypeFactory::GetPixelTypeName(sourceType));
+    if (lines.HasPadding() || lines.IsWidened()) text += fmt::format(" in lines of {} bytes", lines.GetLineBytes());
+    return text;
 }
 
 void Conversion::PrintNotes() const {
     for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
-}
-
-std::uint64_t Conversion::GetSourceFrameSize() const {
-    return std::uint64_t{converter->GetSourceByteSize(size.width)} * size.height;
 }
 
 ConvertedFrame Conversion::DescribeDestination() const {
@@ -177,13 +189,17 @@ ConvertedFrame Conversion::DescribeDestination() const {
     frame.type = destinationType;
     frame.width = area.width;
     frame.height = area.height;
+    const ImageSize converted = lines.GetConverted();
     if ((destinationType & KY_TYPE_PLANAR) != 0 && (sourceType & KY_TYPE_PLANAR) == 0) {
         frame.rowBytes = area.width;
-        frame.lineBytes = size.width;
-        frame.planeBytes = std::size_t{size.width} * size.height;
+        frame.lineBytes = converted.width;
+        frame.planeBytes = std::size_t{converted.width} * converted.height;
     } else {
-        frame.rowBytes = converter->GetDestinationByteSize(area.width);
-        frame.lineBytes = converter->GetDestinationByteSize(size.width);
+        frame.lineBytes = converter->GetDestinationByteSize(converted.width);
+        // The last group of a line stays whole where the destination has groups, too.
+        frame.rowBytes = ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV
+                             ? frame.lineBytes
+                             : converter->GetDestinationByteSize(area.width);
     }
     // Averages of a mosaic's words stay in the words' range.
     if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(sourceType);
@@ -194,14 +210,16 @@ bool Conversion::MakesPicture() const { return FindPictureLayout(DescribeDestina
 
 ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& source) const {
     ConvertedFrame frame = DescribeDestination();
-    frame.bytes.resize(std::max(frame.lineBytes * size.height, 3 * frame.planeBytes) + kSlack);
-    // The whole size as destination, even when less is filled: a planar one has the lines of the source.
+    const auto [width, height] = lines.GetConverted();
+    frame.bytes.resize(std::max(frame.lineBytes * height, 3 * frame.planeBytes) + kSlack);
+    std::vector<std::uint8_t> scratch;
+    const std::uint8_t* const pixels = lines.Arrange(source, scratch);
+    // The whole size as destination, even when less is shown: a planar one has the lines of the source.
     std::uint8_t* const destination = frame.bytes.data();
-    const std::uint32_t status = filter == nullptr
-                                     ? converter->Convert(source.data(), size.width, size.height, destination,
-                                                          size.width, size.height, size.width, size.height, flags, 0)
-                                     : converter->Convert(*filter, source.data(), size.width, size.height, destination,
-                                                          size.width, size.height, size.width, size.height, flags, 0);
+    const std::uint32_t status =
+        filter == nullptr
+            ? converter->Convert(pixels, width, height, destination, width, height, width, height, flags, 0)
+            : converter->Convert(*filter, pixels, width, height, destination, width, height, width, height, flags, 0);
     if (status != KY_STATUS_SUCCESS)
         throw Failure(fmt::format("the conversion of {} failed with status {}", DescribeSource(), status));
     return frame;

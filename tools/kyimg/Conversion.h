@@ -3,6 +3,7 @@
 
 #include "ConvertOptions.h"
 #include "Picture.h"
+#include "SourceLines.h"
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
@@ -20,10 +21,10 @@ public:
     /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
     explicit Conversion(const ConvertOptions& options);
 
-    /// "1920x1080 Bayer RGB 8-bits"
+    /// "1920x1080 Bayer RGB 8-bits", and the size of its lines when that is not what the width alone makes of it
     std::string DescribeSource() const;
 
-    std::uint64_t GetSourceFrameSize() const;
+    std::uint64_t GetSourceFrameSize() const { return lines.GetFrameBytes(); }
 
     /// Whether a PNG or PPM can show the result.
     bool MakesPicture() const;
@@ -42,14 +43,16 @@ private:
     void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
     void ChooseFilter(const ConvertOptions& options, bool isColour);
     void ChooseArea(bool isDemosaicing);
+    void NoteFlaws();
     ConvertedFrame DescribeDestination() const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
     ImageSize size;
-    ImageSize area;  ///< what of the size the converter fills
+    ImageSize area;  ///< what of the size the result shows
     std::uint32_t flags = 0;
-    const KyPixelConverter* converter = nullptr;
+    const KyPixelConverter* converter;
+    SourceLines lines;
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
     std::vector<std::string> notes;
 };

@@ -1,6 +1,7 @@
 #include "InfoCommand.h"
 
 #include "ConvertOptions.h"
+#include "SourceLines.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
@@ -47,14 +48,15 @@ const char* TapText(std::int64_t id) {
     }
 }
 
-/// Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
+/// As kyimg convert reads them. Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4
+/// bytes for a pixel.
 void PrintDestinations(std::int64_t source, const ImageSize& size) {
     fmt::print("\nconverts to                 frame bytes read\n");
     std::int64_t destination = 0;
     for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, destination); ++index) {
-        const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(source, destination);
-        fmt::print("  {}  {:>12}  {}\n", FormatTypeID(destination),
-                   std::uint64_t{converter.GetSourceByteSize(size.width)} * size.height,
+        const KyPixelConverter& converter =
+            *KyPixelTypeFactory::FindConverter(TypeToConvertFrom(source, destination), destination);
+        fmt::print("  {}  {:>12}  {}\n", FormatTypeID(destination), SourceLines(converter, size, 0).GetFrameBytes(),
                    KyPixelTypeFactory::GetPixelTypeName(destination));
     }
 }
