@@ -211,7 +211,7 @@ bool Conversion::MakesPicture() const { return FindPictureLayout(DescribeDestina
 ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& source) const {
     ConvertedFrame frame = DescribeDestination();
     const auto [width, height] = lines.GetConverted();
-    frame.bytes.resize(std::max(frame.lineBytes * height, 3 * frame.planeBytes) + kSlack);
+    frame.bytes.resize(std::max(frame.lineBytes * height, 3 * frame.planeBytes));
     std::vector<std::uint8_t> scratch;
     const std::uint8_t* const pixels = lines.Arrange(source, scratch);
     // The whole size as destination, even when less is shown: a planar one has the lines of the source.

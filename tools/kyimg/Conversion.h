@@ -33,11 +33,8 @@ public:
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
 
-    /// Converts a frame. `source` must have kSlack bytes more than GetSourceFrameSize(). Throws Failure.
+    /// Converts a frame of GetSourceFrameSize() bytes. Throws Failure.
     ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;
-
-    /// Converters of pixel groups may go a group past the end of a frame.
-    static constexpr std::size_t kSlack = 64;
 
 private:
     void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);

@@ -64,8 +64,7 @@ SourceLines::SourceLines(const KyPixelConverter& converter, ImageSize size, std:
 const std::uint8_t* SourceLines::Arrange(const std::vector<std::uint8_t>& frame,
                                          std::vector<std::uint8_t>& scratch) const {
     if (!HasPadding() && converted.height == fileLines) return frame.data();
-    const std::size_t slack = frame.size() - GetFrameBytes();
-    scratch.resize(lineBytes * converted.height + slack);
+    scratch.resize(lineBytes * converted.height);
     std::uint8_t* out = scratch.data();
     for (std::uint32_t y = 0; y < fileLines; ++y, out += lineBytes)
         std::copy_n(frame.data() + y * fileLineBytes, lineBytes, out);
