@@ -19,6 +19,13 @@
 #include <KyImgLib/converters/colour/KyYUV8411ToRGB.h>
 #include <KyImgLib/converters/colour/KyYUV8444ToRGB.h>
 #include <KyImgLib/converters/colour/KyYUV8ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16PackedToGrayscale.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16PackedToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16Segmented.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToGrayscale.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyGrayscale8ToRGB.h>
+#include <KyImgLib/converters/grayscale/KyTapsToGrayscale.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>

@@ -9,6 +9,12 @@ namespace {
 constexpr std::int64_t kBayer8 = 0x00020010;
 constexpr std::int64_t kBayer10 = 0x00020011;
 constexpr std::int64_t kBayer12 = 0x00020012;
+constexpr std::int64_t kGray10 = 0x00010002;
+constexpr std::int64_t kGray12 = 0x00010003;
+constexpr std::int64_t kGray10GEV = 0x00410008;
+constexpr std::int64_t kGray12GEV = 0x00410009;
+constexpr std::int64_t kQuad8 = 0x00010006;
+constexpr std::int64_t kQuad10 = 0x00010007;
 constexpr std::uint32_t kReplicate = KyPixelConverter::FLAG_BAYER_GRBG;
 constexpr std::uint32_t kBilinear = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_INTERPOLATE;
 constexpr std::int64_t kRGB48 = 0x0002000C;  // 3 x 12 bits
@@ -60,6 +66,26 @@ constexpr Row kRows[] = {
     {"BGR32ToRGB24", KY_TYPE_BGR32, KY_TYPE_RGB24, 0, kNone},
     {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kNone},
     {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kWhiteBalance},
+
+    {"Gray8ToRGB16", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB16, 0, kNone},
+    {"Gray8ToRGB24", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB24, 0, kNone},
+    {"Gray8ToRGB32", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB32, 0, kNone},
+    {"Gray12ToRGB32", kGray12, KY_TYPE_RGB32, 0, kNone},
+    {"Gray12ToGray8", kGray12, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Gray10GEVToGray10", kGray10GEV, kGray10, 0, kNone},
+    {"Gray12GEVToGray12", kGray12GEV, kGray12, 0, kNone},
+    {"Gray12GEVToGray8", kGray12GEV, KY_TYPE_GRAYSCALE8, 0, kNone},
+
+    {"Taps8/left-right", KY_TYPE_GRAYSCALE8 | KY_TAP_LEFT_RIGHT, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps8/left-right-inverted", KY_TYPE_GRAYSCALE8 | KY_TAP_LEFT_RIGHT_INVERTED, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps8/left-inverted-right", KY_TYPE_GRAYSCALE8 | KY_TAP_LEFT_INVERTED_RIGHT, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps8/both-inverted", KY_TYPE_GRAYSCALE8 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps8/dual-lines", KY_TYPE_GRAYSCALE8 | KY_TAP_DUAL_LINES, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps8/quad", kQuad8, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"Taps10/quad", kQuad10, kGray10, 0, kNone},
+    {"Taps12/both-inverted", kGray12 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, kGray12, 0, kNone},
+    {"Taps12ToRGB32/both-inverted", kGray12 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, KY_TYPE_RGB32, 0, kNone},
+    {"Taps12Packed/both-inverted", kGray12 | KY_TYPE_PACKED | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, kGray12, 0, kNone},
 };
 
 }  // namespace

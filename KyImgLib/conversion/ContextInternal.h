@@ -33,6 +33,14 @@ private:
     ThreadContext* context;
 };
 
+/// Leaves a thread's context as the conversion that worked with `last` would have left it.
+inline void LeaveContext(ThreadContext& context, const KyPixelConverterContext& last) {
+    const std::uint32_t references = context.referenceCount;
+    static_cast<KyPixelConverterContext&>(context) = last;
+    context.referenceCount = references;
+    context.filter = nullptr;
+}
+
 /// The identity filter for a source of this bit size: of 8, 10, 12 or 14 bits, for every other size of 16 bits.
 const KyRGBFilter& DefaultFilter(std::uint16_t bitSize);
 

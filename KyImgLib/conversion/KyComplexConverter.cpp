@@ -1,5 +1,6 @@
 #include <KyImgLib/conversion/KyComplexConverter.h>
 
+#include <KyImgLib/conversion/CascadeInternal.h>
 #include <KyImgLib/conversion/ContextInternal.h>
 
 #include <algorithm>
@@ -74,9 +75,11 @@ private:
 
 /// Bytes that a converter's destination of some lines takes. Lines one after the other may need more than all pixels in
 /// one run, where pixels share bytes and each line is rounded up. The 32-bit size of a large image wraps; this does not.
+/// Converters of groups of pixels may go a group past the end.
 std::size_t DestinationSize(const KyPixelConverter& converter, std::uint32_t width, std::uint32_t lines) {
+    constexpr std::size_t kGroup = 64;
     const std::size_t oneRun = converter.GetDestinationByteSize(width * lines);
-    return std::max(oneRun, std::size_t{converter.GetDestinationByteSize(width)} * lines);
+    return std::max(oneRun, std::size_t{converter.GetDestinationByteSize(width)} * lines) + kGroup;
 }
 
 }  // namespace
@@ -85,9 +88,30 @@ struct KyComplexConverter::Stages : KyObject {
     BufferPool intermediate;
     const KyPixelConverter& first;
     const KyPixelConverter& second;
+    ky::CascadeStages cascade;  ///< the stages, those of chains among them in turn; empty when they cannot work so
 
     Stages(const KyPixelConverter& firstStage, const KyPixelConverter& secondStage)
-        : first(firstStage), second(secondStage) {}
+        : first(firstStage), second(secondStage) {
+        AddToCascade(first);
+        AddToCascade(second);
+        for (std::size_t i = 1; i < cascade.size(); ++i)
+            if (!ky::Cascade::Serves(*cascade[i - 1], *cascade[i])) {
+                cascade.clear();
+                return;
+            }
+    }
+
+private:
+    void AddToCascade(const KyPixelConverter& converter) {
+        // A class derived from it may do something else.
+        const auto* const chain = typeid(converter) == typeid(KyComplexConverter)
+                                      ? static_cast<const KyComplexConverter*>(&converter)
+                                      : nullptr;
+        if (chain != nullptr && !chain->stages->cascade.empty())
+            cascade.insert(cascade.end(), chain->stages->cascade.begin(), chain->stages->cascade.end());
+        else
+            cascade.push_back(&converter);
+    }
 };
 
 // The stages come before the base, which registers the converter: what is registered must not fail any more.
@@ -125,6 +149,17 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
                                           std::uint32_t destinationPadding) const {
     const ky::ContextHolder context;
     const KyRGBFilter* const filter = context->filter;
+    if (!stages->cascade.empty()) {
+        context->flags = flags;  // which stages ask for when they are asked for their lines per convert
+        ky::Cascade cascade(
+            stages->cascade,
+            {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags, destinationPadding},
+            filter);
+        const LentBuffer strips(stages->intermediate, cascade.GetStripBytes());
+        cascade.Convert(source, destination, strips.Get());
+        ky::LeaveContext(*context, cascade.GetLastContext());
+        return KY_STATUS_SUCCESS;
+    }
     const LentBuffer image(stages->intermediate, DestinationSize(stages->first, sourceWidth, sourceHeight));
     const std::uint32_t status = stages->first.Convert(source, sourceWidth, sourceHeight, image.Get(), sourceWidth,
                                                        sourceHeight, sourceWidth, sourceHeight, flags, 0);

@@ -1,12 +1,15 @@
 #include <KyImgLib/conversion/KyPixelConverter.h>
 
+#include <KyImgLib/conversion/AreaInternal.h>
 #include <KyImgLib/conversion/ContextInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/platform/CpuCacheInternal.h>
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 // Their values stand in the class; these are the objects, for callers that take an address.
 const std::uint32_t KyPixelConverter::FLAG_INVERT_DEINTERLACER;
@@ -38,6 +41,7 @@ struct KyPixelConverter::Record : KyObject {
     std::uint32_t linesPerConvert;
     const std::type_info* passOwner = nullptr;
     PassFunction passFunction = nullptr;
+    std::uint32_t neighbourLines = 0;
 
     Record(std::int64_t source, std::int64_t destination, std::uint32_t sourceBytes, std::uint32_t destinationBytes,
            std::uint32_t pipelining, std::uint32_t lines)
@@ -96,69 +100,82 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
                                         std::uint32_t destinationPadding) const {
     const ky::ContextHolder context;
     const FilterClearer clearer{*context};
-    const std::int64_t sourceType = GetSourceType();
-
-    if (context->filter == nullptr) {
-        const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(sourceType);
-        // An unregistered source type has no bit size, and gets the 16-bit filter as every unusual size does.
-        context->filter = &ky::DefaultFilter(type == nullptr ? 16 : type->GetPixelBitSize());
-    }
-    if ((flags & kBayerPatternFlags) == 0) flags |= FLAG_BAYER_GRBG;
-
-    const std::uint32_t sourceLineSize = GetSourceByteSize(sourceWidth);
+    if (context->filter == nullptr) context->filter = &GetDefaultFilter();
     context->areaSourceWidth = sourceWidth;
-    context->sourceLineSize = sourceLineSize;
-    context->sourceHeight = sourceHeight;
-    context->destinationLineSize = GetDestinationByteSize(destinationWidth) + destinationPadding;
-    context->destinationHeight = destinationHeight;
-    context->flags = flags;
-    if ((GetDestinationType() & KY_TYPE_PLANAR) != 0 && (sourceType & KY_TYPE_PLANAR) == 0) {
-        const std::uint32_t planeSize = destinationWidth * destinationHeight;
-        for (std::uint32_t plane = 0; plane < 3; ++plane) context->planeOffsets[plane] = plane * planeSize;
-        context->destinationLineSize = sourceWidth;
-    }
-
-    // Read now: a composite converter's line call changes the context.
-    const std::size_t destinationLineSize = context->destinationLineSize;
-    KyLinePass pass;
-    pass.width = width;
-    if ((sourceType & KY_TYPE_INTERLACED) != 0) {
-        const std::uint8_t* const firstField = source;
-        const std::uint8_t* const secondField = source + sourceHeight * sourceLineSize / 2;
-        const bool inverted = (flags & FLAG_INVERT_DEINTERLACER) != 0;
-        pass.lineStep = 2;
-        pass.height = height - height % 2;
-        pass.sourceStep = sourceLineSize;
-        pass.destinationStep = 2 * destinationLineSize;
-
-        pass.source = inverted ? secondField : firstField;
-        pass.destination = destination;
-        ConvertPass(*context, pass);
-
-        pass.source = inverted ? firstField : secondField;
-        pass.destination = destination + destinationLineSize;
-        ConvertPass(*context, pass);
-    } else {
-        pass.lineStep = std::max(GetLinesPerConvert(), std::uint32_t{1});
-        pass.height = height - height % pass.lineStep;
-        pass.sourceStep = std::size_t{pass.lineStep} * sourceLineSize;
-        pass.destinationStep = pass.lineStep * destinationLineSize;
-        pass.source = source;
-        pass.destination = destination;
-        ConvertPass(*context, pass);
-    }
+    FillContext(*context, {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags,
+                           destinationPadding});
+    ky::AreaLines lines = {};
+    lines.source = source;
+    lines.destination = destination;
+    lines.end = height - height % GetLineStep();
+    lines.width = width;
+    lines.isLarge = ky::ExceedsCache((std::size_t{GetSourceByteSize(width)} + GetDestinationByteSize(width)) * height);
+    ConvertLines(*context, lines);
     return KY_STATUS_SUCCESS;
 }
 
+const KyRGBFilter& KyPixelConverter::GetDefaultFilter() const {
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(GetSourceType());
+    // An unregistered source type has no bit size, and gets the 16-bit filter as every unusual size does.
+    return ky::DefaultFilter(type == nullptr ? 16 : type->GetPixelBitSize());
+}
+
+std::uint32_t KyPixelConverter::GetLineStep() const {
+    if ((GetSourceType() & KY_TYPE_INTERLACED) != 0) return 2;
+    return std::max(GetLinesPerConvert(), std::uint32_t{1});
+}
+
+void KyPixelConverter::FillContext(KyPixelConverterContext& context, const ky::Area& area) const {
+    context.sourceLineSize = GetSourceByteSize(area.sourceWidth);
+    context.sourceHeight = area.sourceHeight;
+    context.destinationLineSize = GetDestinationByteSize(area.destinationWidth) + area.destinationPadding;
+    context.destinationHeight = area.destinationHeight;
+    context.flags = area.flags;
+    if ((area.flags & kBayerPatternFlags) == 0) context.flags |= FLAG_BAYER_GRBG;
+    if ((GetDestinationType() & KY_TYPE_PLANAR) != 0 && (GetSourceType() & KY_TYPE_PLANAR) == 0) {
+        const std::uint32_t planeSize = area.destinationWidth * area.destinationHeight;
+        for (std::uint32_t plane = 0; plane < 3; ++plane) context.planeOffsets[plane] = plane * planeSize;
+        context.destinationLineSize = area.sourceWidth;
+    }
+}
+
+void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const {
+    // Read now: a composite converter's line call changes the context.
+    const std::size_t sourceLineSize = context.sourceLineSize, destinationLineSize = context.destinationLineSize;
+    KyLinePass pass;
+    pass.width = lines.width;
+    pass.firstLine = lines.begin;
+    pass.height = lines.end - lines.begin;
+    pass.lineStep = GetLineStep();
+    pass.isLarge = lines.isLarge;
+    pass.destination = lines.destination;
+    pass.destinationStep = pass.lineStep * destinationLineSize;
+    if ((GetSourceType() & KY_TYPE_INTERLACED) == 0) {
+        pass.source = lines.source + (lines.begin - lines.sourceFirst) * sourceLineSize;
+        pass.sourceStep = pass.lineStep * sourceLineSize;
+        ConvertPass(context, pass);
+        return;
+    }
+    const std::uint32_t fieldSize = context.sourceHeight * context.sourceLineSize / 2;
+    const std::uint8_t* fields[] = {lines.source, lines.source + fieldSize};
+    if ((context.flags & FLAG_INVERT_DEINTERLACER) != 0) std::swap(fields[0], fields[1]);
+    pass.sourceStep = sourceLineSize;
+    for (const std::uint8_t* const field : fields) {
+        pass.source = field + lines.begin / 2 * sourceLineSize;
+        ConvertPass(context, pass);
+        pass.destination += destinationLineSize;
+    }
+}
+
 void KyPixelConverter::ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const {
-    if (record->passFunction != nullptr && typeid(*this) == *record->passOwner) {
+    if (ConvertsByPassFunction()) {
         record->passFunction(*this, context, pass);
         return;
     }
     const std::uint8_t* source = pass.source;
     std::uint8_t* destination = pass.destination;
     for (std::uint32_t line = 0; line < pass.height; line += pass.lineStep) {
-        context.lineIndex = line;
+        context.lineIndex = pass.firstLine + line;
         Convert(source, destination, pass.width);
         source += pass.sourceStep;
         destination += pass.destinationStep;
@@ -189,7 +206,15 @@ std::uint32_t KyPixelConverter::GetAreaSourceWidth() const {
     return context == nullptr ? 0 : context->areaSourceWidth;
 }
 
-void KyPixelConverter::SetPassFunction(const std::type_info& owner, PassFunction function) {
+void KyPixelConverter::SetPassFunction(const std::type_info& owner, PassFunction function,
+                                       std::uint32_t neighbourLines) {
     record->passOwner = &owner;
     record->passFunction = function;
+    record->neighbourLines = neighbourLines;
 }
+
+bool KyPixelConverter::ConvertsByPassFunction() const {
+    return record->passFunction != nullptr && typeid(*this) == *record->passOwner;
+}
+
+std::uint32_t KyPixelConverter::GetNeighbourLines() const { return record->neighbourLines; }

@@ -11,6 +11,11 @@
 
 class KyRGBFilter;
 struct KyLinePass;
+namespace ky {
+struct Area;
+struct AreaLines;
+class Cascade;
+}  // namespace ky
 
 /// Converts pixels of one type (the source type) into pixels of another (the destination type).
 ///
@@ -138,26 +143,40 @@ protected:
     /// once per pass instead of the line form once per step. Called in the constructor of the class `owner`. Area
     /// conversions use the function only for objects of exactly this class: one derived from it may have overridden the
     /// line form.
-    void SetPassFunction(const std::type_info& owner, PassFunction function);
+    ///
+    /// \param neighbourLines  lines above and below a line that its conversion reads as well
+    void SetPassFunction(const std::type_info& owner, PassFunction function, std::uint32_t neighbourLines = 0);
 
 private:
     friend class KyComplexConverter;  // asks the two converters of a chain for their protected sizes
+    friend class ky::Cascade;         // converts some lines of an area, and then the next ones
 
+    /// Whether the pass function does all the work, so that any lines of an area can be converted by themselves.
+    bool ConvertsByPassFunction() const;
+    std::uint32_t GetNeighbourLines() const;
+    /// Lines of an area that are converted together: their number is a multiple of it.
+    std::uint32_t GetLineStep() const;
+    /// The filter that a conversion uses when it was given none.
+    const KyRGBFilter& GetDefaultFilter() const;
+    void FillContext(KyPixelConverterContext& context, const ky::Area& area) const;
+    void ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const;
     void ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const;
 
     struct Record;
     Record* record;
 };
 
-/// The lines of one pass of an area conversion: the whole area, or one field of an interlaced one.
+/// Lines that are converted in one go: an area, one field of an interlaced one, or some lines of these.
 struct KyLinePass {
     const std::uint8_t* source;   ///< first line
     std::size_t sourceStep;       ///< bytes from the source of one line call to that of the next
     std::uint8_t* destination;    ///< first line
     std::size_t destinationStep;  ///< bytes from the destination of one line call to that of the next
     std::uint32_t width;          ///< pixels of each line call
-    std::uint32_t height;         ///< destination lines of the area; a multiple of lineStep
-    std::uint32_t lineStep;       ///< line calls are made for the line indexes 0, lineStep, 2 lineStep, ... < height
+    std::uint32_t firstLine;      ///< line index in the area of the first line call
+    std::uint32_t height;         ///< destination lines; a multiple of lineStep
+    std::uint32_t lineStep;       ///< line calls have the indexes firstLine, firstLine + lineStep, ...
+    bool isLarge;                 ///< the whole area reads and writes more than the caches hold
 };
 
 #endif

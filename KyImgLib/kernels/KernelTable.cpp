@@ -5,13 +5,14 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                                           \
-    namespace level {                                             \
-    extern const Bayer8Table kBayer8;                             \
-    extern const Bayer16Table kBayer16;                           \
-    extern const RGBKernels kRGB;                                 \
-    extern const YUVKernels kYUV;                                 \
-    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV}; \
+#define KY_LEVEL(level)                                                  \
+    namespace level {                                                    \
+    extern const Bayer8Table kBayer8;                                    \
+    extern const Bayer16Table kBayer16;                                  \
+    extern const RGBKernels kRGB;                                        \
+    extern const YUVKernels kYUV;                                        \
+    extern const GrayTable kGray;                                        \
+    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kGray}; \
     }
 
 KY_LEVEL(N_PLAIN)

@@ -3,6 +3,7 @@
 
 #include <KyImgLib/kernels/bayer/BayerBand.h>
 #include <KyImgLib/kernels/colour/ColourBand.h>
+#include <KyImgLib/kernels/gray/GrayBand.h>
 
 namespace ky {
 
@@ -12,6 +13,7 @@ struct KernelTable {
     const Bayer16Table& bayer16;
     const RGBKernels& rgb;
     const YUVKernels& yuv;
+    const GrayTable& gray;
 };
 
 /// The kernels of the active level.

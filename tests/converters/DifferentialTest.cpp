@@ -1,7 +1,6 @@
 // Every converter of lines at every level of this CPU, against the reference.
 #include <tests/converters/Kind.h>
 #include <tests/support/CpuLevels.h>
-#include <tests/support/Threads.h>
 
 #include <gtest/gtest.h>
 
@@ -40,7 +39,8 @@ TEST_P(LineKernel, LineAndPixelFormsInsideAndOutsideOfAreas) {
             if (form == Form::kPixel && kind.readOne == nullptr) continue;
             for (std::uint32_t width = 1; width < 130; width += 1 + random.Below(16))
                 ASSERT_EQ("", Difference(kind, form, RandomCase(kind, width, 2), random));
-            if (kind.format == reference::Format::kPlanar) continue;  // planes have no places there
+            // Planes and further lines have no places there.
+            if (kind.format == reference::Format::kPlanar || kind.rows > 1) continue;
             for (std::uint32_t width = 1; width < 130; width += 1 + random.Below(16))
                 ASSERT_EQ("", DifferenceOutside(kind, form, width, random));
         }
@@ -54,7 +54,9 @@ void FillWithAllWords(std::span<std::uint8_t> bytes, std::size_t wordsOfGroup) {
 
 TEST_P(LineKernel, EveryWord) {
     for (const Kind& kind : kinds) {
-        if (kind.layout.groupBytes % 2 != 0) continue;
+        // Words are read alike for every order and size of the destination.
+        if (kind.layout.groupBytes % 2 != 0 || reference::IsBGR(kind.format) || reference::BytesOf(kind.format) == 4)
+            continue;
         for (const std::size_t filter : {std::size_t{0}, FiltersOf(kind.samples).size() - 2}) {  // none and random
             AreaCase test;
             test.filter = &FiltersOf(kind.samples)[filter];

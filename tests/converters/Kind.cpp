@@ -10,9 +10,9 @@ using reference::Format;
 /// An application's converter between the same types, which calls the line or one-pixel form of another.
 class Caller : public KyPixelConverter {
 public:
-    Caller(const KyPixelConverter& converter, bool pixelByPixel, std::uint32_t pixelStep)
+    Caller(const KyPixelConverter& converter, std::uint32_t rows, bool pixelByPixel, std::uint32_t pixelStep)
         : KyPixelConverter(converter.GetSourceType(), converter.GetDestinationType(), converter.GetSourceByteSize(),
-                           converter.GetDestinationByteSize(), 1, 1),
+                           converter.GetDestinationByteSize(), 1, rows),
           inner(converter), pixels(pixelByPixel), step(pixelStep) {}
 
     using KyPixelConverter::GetSourceByteSize;
@@ -58,7 +58,7 @@ std::string Difference(const Kind& kind, Form form, const AreaCase& area, suppor
     const bool inverted = (area.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0;
     const std::vector<reference::LinePlace> lines =
         interlaced ? reference::InterlacedWalk(area.height, sourceLine, destinationLine, area.lines, inverted)
-                   : reference::PlainWalk(area.height, sourceLine, destinationLine);
+                   : reference::PlainWalk(area.height, sourceLine, destinationLine, kind.rows);
 
     const std::uint32_t pixels = form == Form::kPixel ? area.width : kind.layout.PixelsWritten(area.width);
     std::size_t sourceSize = 0, destinationSize = 0;
@@ -69,13 +69,13 @@ std::string Difference(const Kind& kind, Form form, const AreaCase& area, suppor
     if (planar && !lines.empty()) destinationSize += 2 * planeBytes;
 
     const KyPixelConverter& converter = interlaced ? *kind.woven : *kind.converter;
-    const Caller caller(converter, form == Form::kPixel, planar ? 1 : converter.GetDestinationByteSize());
+    const Caller caller(converter, kind.rows, form == Form::kPixel, planar ? 1 : converter.GetDestinationByteSize());
     const std::string difference = Difference(
         area, sourceSize, destinationSize, random, Converting(form == Form::kArea ? converter : caller, area),
         [&](const std::uint8_t* source, std::uint8_t* destination) {
             for (const reference::LinePlace& line : lines)
                 ConvertLine(kind, form == Form::kPixel ? kind.readOne : kind.read,
-                            {source + line.source, area.width, area.filter->tables}, pixels,
+                            {source + line.source, area.width, area.filter->tables, line.row}, pixels,
                             destination + line.destination, planeBytes);
         },
         fill);

@@ -20,6 +20,7 @@ struct Kind {
     Samples samples = kByteSamples;                   ///< as its filter sees them
     reference::Reader readOne = nullptr;              ///< the same of the one-pixel form, where there is one
     std::shared_ptr<const KyPixelConverter> woven{};  ///< the same from an interlaced source
+    std::uint32_t rows = 1;                           ///< lines of a call
 };
 
 /// Kinds that are tested together: they share a reader.

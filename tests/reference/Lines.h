@@ -15,6 +15,7 @@ struct Line {
     const std::uint8_t* source;
     std::uint32_t width;
     const Tables& filter;
+    std::uint32_t row = 0;  ///< of the destination lines that one call makes
 };
 
 /// Pixel x of the destination line that a source line becomes.
@@ -43,12 +44,15 @@ struct Layout {
 /// Where a source line begins, and the destination line that it becomes.
 struct LinePlace {
     std::size_t source, destination;
+    std::uint32_t row = 0;
 };
 
-/// The lines of an area in the order they are converted.
-inline std::vector<LinePlace> PlainWalk(std::uint32_t height, std::size_t sourceLine, std::size_t destinationLine) {
+/// The lines of an area in the order they are converted, so many with each call; what is left of them is left out.
+inline std::vector<LinePlace> PlainWalk(std::uint32_t height, std::size_t sourceLine, std::size_t destinationLine,
+                                        std::uint32_t rows = 1) {
     std::vector<LinePlace> lines;
-    for (std::uint32_t y = 0; y < height; ++y) lines.push_back({y * sourceLine, y * destinationLine});
+    for (std::uint32_t y = 0; y < height / rows * rows; ++y)
+        lines.push_back({(y - y % rows) * sourceLine, y * destinationLine, y % rows});
     return lines;
 }
 

@@ -134,6 +134,8 @@ TEST_F(CommandLineTest, ListsAndExplains) {
     const std::string text = Run("info 'bayer rgb 10-bits, packed'").output;
     for (const char* part : {"(0x00420011)", "Bayer mosaic", "packed", "460800 bytes for 640x480", "0x00420011  "})
         EXPECT_NE(text.find(part), std::string::npos) << part << " is not in\n" << text;
+    // Packed pairs have whole lines of an even width only.
+    EXPECT_NE(Run("info 0x420011 --size 5x3").output.find("  -  Bayer RGB 10-bits\n"), std::string::npos);
     ExpectMessage(Run("list pixels"), 2, "types");
     ExpectMessage(Run("info bayer9"), 2, "Bayer RGB");
 }

@@ -21,7 +21,7 @@ public:
     /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
     explicit Conversion(const ConvertOptions& options);
 
-    /// "1920x1080 Bayer RGB 8-bits", and the size of its lines when that is not what the width alone makes of it
+    /// "1920x1080 Bayer RGB 8-bits", and how its lines lie when that does not follow from the width alone
     std::string DescribeSource() const;
 
     std::uint64_t GetSourceFrameSize() const { return lines.GetFrameBytes(); }
@@ -37,19 +37,24 @@ public:
     ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;
 
 private:
+    void DivideChain();
     void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
     void ChooseFilter(const ConvertOptions& options, bool isColour);
     void ChooseArea(bool isDemosaicing);
     void NoteFlaws();
+    ImageSize GetFilled() const;
     ConvertedFrame DescribeDestination() const;
+    std::vector<std::uint8_t> Run(const KyPixelConverter& step, const KyRGBFilter* usedFilter,
+                                  const std::uint8_t* pixels, ImageSize from, ImageSize to) const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
     ImageSize size;
-    ImageSize area;  ///< what of the size the result shows
     std::uint32_t flags = 0;
     const KyPixelConverter* converter;
+    const KyPixelConverter* finisher = nullptr;  ///< converts on from RGB24, without filter; null: nothing left to do
     SourceLines lines;
+    ImageSize area;                       ///< the picture
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
     std::vector<std::string> notes;
 };

@@ -67,8 +67,9 @@ void AddGains(CLI::App* command, ConvertOptions& options) {
         ->expected(3);
     Add(command, kConversion, "--offset", options.offsets, "R,G,B",
         "Whole numbers to add after the gain, in values of a\n"
-        "source sample: of its high byte for normalized RGB, of\n"
-        "the RGB of 8 bits that comes out of YUV")
+        "source sample: of its high byte for normalized types (but\n"
+        "not for interlaced or tapped mosaics), of the RGB of 8\n"
+        "bits that comes out of YUV")
         ->delimiter(',')
         ->expected(3);
 }
@@ -90,6 +91,12 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     Add(command, kInput, "--frames", options.frames, "WHICH",
         "Frames of an input that holds several: all, N (the first\n"
         "N) or N-M. Without it the input must be a single frame");
+    command
+        ->add_flag("--continuous", options.isContinuous,
+                   "Packed pixels, of which two share three bytes: a pair may\n"
+                   "be the last pixel of a line and the first of the next.\n"
+                   "Without it each line is whole pairs and its width even")
+        ->group(kInput);
 
     Add(command, kConversion, "--to", options.destination, "TYPE",
         "RGB16, RGB24, BGR24, RGB32, BGR32, an ID or a display\n"

@@ -6,7 +6,6 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/converters/bayer/PatternInternal.h>
 #include <KyImgLib/kernels/bayer/BayerBand.h>
-#include <KyImgLib/platform/CpuCacheInternal.h>
 
 #include <algorithm>
 
@@ -19,17 +18,16 @@ public:
     using Filter = typename Band::Filter;
 
     BayerKernels<Band> kernels;
-    std::uint32_t sourceStep;            ///< bytes of a source pixel
-    std::uint32_t destinationPixelSize;  ///< bytes
-    bool blueFirst;                      ///< the destination stores blue in the first place
-    const KyRGBFilter& defaultFilter;    ///< for line calls outside of an area
-    std::uint32_t shift;                 ///< of filtered words
+    std::uint32_t sourceStep;          ///< bytes of a source pixel
+    bool blueFirst;                    ///< the destination stores blue in the first place
+    const KyRGBFilter& defaultFilter;  ///< for line calls outside of an area
+    std::uint32_t shift;               ///< of filtered words
     Filter (*makeFilter)(const KyRGBFilter& filter, bool blueFirst, std::uint32_t shift);
 
     std::uint32_t ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const {
         const ContextHolder context;
         if (!HasBayerPattern(context->flags)) return KY_STATUS_BAD_ARGUMENT;
-        Convert(*context, false, source, context->sourceLineSize, destination, count, 2, 0);
+        Convert(*context, false, false, source, context->sourceLineSize, destination, count, 2, 0);
         return KY_STATUS_SUCCESS;
     }
 
@@ -40,7 +38,7 @@ public:
         // composite converter's line call changes them. A call outside of an area has only the context to go by.
         const std::size_t areaLine = std::size_t{context->areaSourceWidth} * sourceStep;
         const std::size_t sourceLine = areaLine != 0 ? areaLine : context->sourceLineSize;
-        Convert(*context, true, source, sourceLine, destination, count, 1, context->lineIndex);
+        Convert(*context, true, false, source, sourceLine, destination, count, 1, context->lineIndex);
         return KY_STATUS_SUCCESS;
     }
 
@@ -52,22 +50,25 @@ public:
         // have no neighbour below.
         std::uint32_t line = 0;
         if (isOneImage) {
-            const bool hasLast = interpolate && context.destinationHeight != 0;
-            line = hasLast ? std::min(pass.height, context.destinationHeight) : pass.height;
-            Convert(context, interpolate, pass.source, sourceLine, pass.destination, pass.width, line, 0);
+            line = pass.height;
+            if (interpolate && context.destinationHeight != 0)
+                line = std::min(line, context.destinationHeight - std::min(context.destinationHeight, pass.firstLine));
+            Convert(context, interpolate, pass.isLarge, pass.source, sourceLine, pass.destination, pass.width, line,
+                    pass.firstLine);
         }
         // What is left goes line call by line call, and so do the fields of an interlaced source, where calls come with
         // every second index, and lines from each following one.
         for (; line < pass.height; line += pass.lineStep) {
             const std::size_t call = line / pass.lineStep;
-            Convert(context, interpolate, pass.source + call * pass.sourceStep, sourceLine,
-                    pass.destination + call * pass.destinationStep, pass.width, interpolate ? 1 : 2, line);
+            Convert(context, interpolate, pass.isLarge, pass.source + call * pass.sourceStep, sourceLine,
+                    pass.destination + call * pass.destinationStep, pass.width, interpolate ? 1 : 2,
+                    pass.firstLine + line);
         }
     }
 
 private:
     /// Converts `lines` lines of `width` pixels, the first of which has this index.
-    void Convert(const KyPixelConverterContext& context, bool interpolate, const std::uint8_t* source,
+    void Convert(const KyPixelConverterContext& context, bool interpolate, bool isLarge, const std::uint8_t* source,
                  std::size_t sourceLine, std::uint8_t* destination, std::uint32_t width, std::uint32_t lines,
                  std::uint32_t index) const {
         if (!interpolate) width -= width % 2;
@@ -86,7 +87,7 @@ private:
         if (blueFirst) band.firstLine = band.firstLine.Exchanged();
         band.hasLineAbove = index > 0;
         band.hasLineBelow = index + (lines - 1) < context.destinationHeight - 1;
-        band.isLarge = ExceedsCache((std::size_t{destinationPixelSize} + sourceStep) * width * lines);
+        band.isLarge = isLarge;
         band.filter = makeFilter(context.filter == nullptr ? defaultFilter : *context.filter, blueFirst, shift);
         (interpolate ? kernels.interpolate : kernels.replicate)(band);
     }

@@ -12,7 +12,6 @@ struct KyBayerRGB16ToRGB::Kernels {
     static ky::BayerDriver<ky::Bayer16Band> Driver(const KyBayerRGB16ToRGB& converter, Of kernels) {
         return {ky::ActiveKernels().bayer16.*kernels,
                 sizeof(std::uint16_t),
-                converter.GetDestinationByteSize(),
                 converter.swapRedBlue,
                 ky::DefaultFilter(16),
                 converter.shiftOrStep,
@@ -29,6 +28,7 @@ struct KyBayerRGB16ToRGB::Kernels {
 namespace {
 constexpr std::uint32_t kWordSize = 2;
 constexpr std::uint32_t kPipelining = 8;
+constexpr std::uint32_t kNeighbourLines = 1;
 // The published number of this one class; every other has 8.
 constexpr std::uint32_t kPipeliningToRGB24 = 2;
 }  // namespace
@@ -40,7 +40,7 @@ KyBayerRGB16ToRGB::KyBayerRGB16ToRGB(const std::int64_t& sourceType, const std::
 
 KyBayerRGB16ToRGB16::KyBayerRGB16ToRGB16(const std::int64_t& sourceType, std::uint32_t shift, std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, KY_TYPE_RGB16, kWordSize, 2, kPipelining, false, shift, reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB16), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB16>);
+    SetPassFunction(typeid(KyBayerRGB16ToRGB16), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB16>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB16ToRGB16::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
@@ -57,7 +57,7 @@ KyBayerRGB16ToRGB24::KyBayerRGB16ToRGB24(const std::int64_t& sourceType, bool sw
                                          std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, swap ? KY_TYPE_BGR24 : KY_TYPE_RGB24, kWordSize, 3, kPipeliningToRGB24, swap, shift,
                         reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB24), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB24>);
+    SetPassFunction(typeid(KyBayerRGB16ToRGB24), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB24>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB16ToRGB24::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
@@ -74,7 +74,7 @@ KyBayerRGB16ToRGB32::KyBayerRGB16ToRGB32(const std::int64_t& sourceType, bool sw
                                          std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, swap ? KY_TYPE_BGR32 : KY_TYPE_RGB32, kWordSize, 4, kPipelining, swap, shift,
                         reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB32), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB32>);
+    SetPassFunction(typeid(KyBayerRGB16ToRGB32), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB32>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB16ToRGB32::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
@@ -90,7 +90,7 @@ std::uint32_t KyBayerRGB16ToRGB32::ConvertInterpolated(const std::uint8_t* sourc
 KyBayerRGB16ToRGB48::KyBayerRGB16ToRGB48(const std::int64_t& sourceType, bool normalized, std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, normalized ? KY_TYPE_RGB48 | KY_TYPE_NORMALIZED : KY_TYPE_RGB48, kWordSize, 6,
                         kPipelining, false, 0, reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB48), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB48>);
+    SetPassFunction(typeid(KyBayerRGB16ToRGB48), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB48>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB16ToRGB48::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,

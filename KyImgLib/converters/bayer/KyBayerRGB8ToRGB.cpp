@@ -12,7 +12,6 @@ struct KyBayerRGB8ToRGB::Kernels {
     static ky::BayerDriver<ky::Bayer8Band> Driver(const KyBayerRGB8ToRGB& converter, Of kernels) {
         return {ky::ActiveKernels().bayer8.*kernels,
                 converter.shiftOrStep,
-                converter.GetDestinationByteSize(),
                 converter.swapRedBlue,
                 ky::DefaultFilter(8),
                 0,
@@ -28,7 +27,8 @@ struct KyBayerRGB8ToRGB::Kernels {
 
 namespace {
 constexpr std::uint32_t kPipelining = 8;
-}
+constexpr std::uint32_t kNeighbourLines = 1;
+}  // namespace
 
 KyBayerRGB8ToRGB::KyBayerRGB8ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType, std::uint32_t a,
                                    std::uint32_t b, std::uint32_t c, bool swap, std::uint32_t e, std::uint32_t reserved)
@@ -36,7 +36,7 @@ KyBayerRGB8ToRGB::KyBayerRGB8ToRGB(const std::int64_t& sourceType, const std::in
 
 KyBayerRGB8ToRGB16::KyBayerRGB8ToRGB16(const std::int64_t& sourceType, std::uint32_t e, std::uint32_t reserved)
     : KyBayerRGB8ToRGB(sourceType, KY_TYPE_RGB16, 1, 2, kPipelining, false, e, reserved) {
-    SetPassFunction(typeid(KyBayerRGB8ToRGB16), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB16>);
+    SetPassFunction(typeid(KyBayerRGB8ToRGB16), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB16>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB8ToRGB16::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
@@ -52,7 +52,7 @@ std::uint32_t KyBayerRGB8ToRGB16::ConvertInterpolated(const std::uint8_t* source
 KyBayerRGB8ToRGB24::KyBayerRGB8ToRGB24(const std::int64_t& sourceType, bool swap, std::uint32_t e,
                                        std::uint32_t reserved)
     : KyBayerRGB8ToRGB(sourceType, swap ? KY_TYPE_BGR24 : KY_TYPE_RGB24, 1, 3, kPipelining, swap, e, reserved) {
-    SetPassFunction(typeid(KyBayerRGB8ToRGB24), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB24>);
+    SetPassFunction(typeid(KyBayerRGB8ToRGB24), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB24>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB8ToRGB24::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
@@ -68,7 +68,7 @@ std::uint32_t KyBayerRGB8ToRGB24::ConvertInterpolated(const std::uint8_t* source
 KyBayerRGB8ToRGB32::KyBayerRGB8ToRGB32(const std::int64_t& sourceType, bool swap, std::uint32_t e,
                                        std::uint32_t reserved)
     : KyBayerRGB8ToRGB(sourceType, swap ? KY_TYPE_BGR32 : KY_TYPE_RGB32, 1, 4, kPipelining, swap, e, reserved) {
-    SetPassFunction(typeid(KyBayerRGB8ToRGB32), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB32>);
+    SetPassFunction(typeid(KyBayerRGB8ToRGB32), &Kernels::ConvertPass<&ky::Bayer8Table::toRGB32>, kNeighbourLines);
 }
 
 std::uint32_t KyBayerRGB8ToRGB32::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,

@@ -6,7 +6,6 @@
 #include <KyImgLib/converters/FilterStageInternal.h>
 #include <KyImgLib/kernels/KernelTable.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
-#include <KyImgLib/platform/CpuCacheInternal.h>
 
 namespace ky {
 
@@ -27,30 +26,23 @@ inline Colour8Band YUVBand(const KyPixelConverterContext& context, bool destinat
     return band;
 }
 
-/// How the pixels of a source lie: whole groups, of which each has its own bytes.
-struct PixelGroups {
-    std::uint32_t pixels;
-    std::uint32_t bytes;
-};
-
 /// The kernel for a destination pixel of this size.
 template <typename Band>
 typename ColourKernels<Band>::Kernel KernelTo(const ColourKernels<Band>& kernels, std::uint32_t pixelBytes) {
     return pixelBytes == 2 ? kernels.toRGB16 : pixelBytes == 3 ? kernels.toRGB24 : kernels.toRGB32;
 }
 
-/// Converts the lines of a pass in whole groups. `band` has everything but its place.
+/// Converts the lines of a pass in whole groups of pixels, which share no sample with others. `band` has everything but its place.
 template <typename Band>
-void ConvertLines(typename ColourKernels<Band>::Kernel kernel, PixelGroups groups, std::uint32_t destinationPixelBytes,
-                  Band band, const KyLinePass& pass) {
-    const std::size_t count = (std::size_t{pass.width} + groups.pixels - 1) / groups.pixels;
+void ConvertLines(typename ColourKernels<Band>::Kernel kernel, std::uint32_t groupPixels, Band band,
+                  const KyLinePass& pass) {
     band.source = pass.source;
     band.sourceLine = static_cast<std::ptrdiff_t>(pass.sourceStep);
     band.destination = pass.destination;
     band.destinationLine = static_cast<std::ptrdiff_t>(pass.destinationStep);
-    band.width = count * groups.pixels;
+    band.width = (std::size_t{pass.width} + groupPixels - 1) / groupPixels * groupPixels;
     band.lines = pass.height / pass.lineStep;
-    band.isLarge = ExceedsCache((count * groups.bytes + band.width * destinationPixelBytes) * band.lines);
+    band.isLarge = pass.isLarge;
     if (band.width != 0 && band.lines != 0) kernel(band);
 }
 

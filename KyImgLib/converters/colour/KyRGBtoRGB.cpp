@@ -24,13 +24,13 @@ struct KyRGBtoRGB::Kernels {
         switch (converter.SourceBytes() / converter.ChannelBytes) {
             case 2: {
                 const ky::RGB16Filter filter(ky::FilterOf(context, 8), expandFirst);
-                ConvertBytes(kernels.fromRGB16, 2, filter.Stage(converter.DestinationIsBGR));
+                ConvertBytes(kernels.fromRGB16, filter.Stage(converter.DestinationIsBGR));
                 return true;
             }
-            case 3: ConvertBytes(kernels.fromRGB24, 3 * channelBytes, ByteFilter()); return true;
-            case 4: ConvertBytes(kernels.fromRGB32, 4 * channelBytes, ByteFilter()); return true;
-            case 6: ConvertWords(kernels.fromRGB48, 6); return true;
-            case 8: ConvertWords(kernels.fromRGB64, 8); return true;
+            case 3: ConvertBytes(kernels.fromRGB24, ByteFilter()); return true;
+            case 4: ConvertBytes(kernels.fromRGB32, ByteFilter()); return true;
+            case 6: ConvertWords(kernels.fromRGB48); return true;
+            case 8: ConvertWords(kernels.fromRGB64); return true;
             default: return false;
         }
     }
@@ -38,27 +38,26 @@ struct KyRGBtoRGB::Kernels {
 private:
     ky::Filter8 ByteFilter() const { return ky::ByteStage(ky::FilterOf(context, 8), converter.DestinationIsBGR, 0); }
 
-    void ConvertBytes(const ky::ColourKernels<ky::Colour8Band>& kernels, std::uint32_t pixelBytes,
-                      const ky::Filter8& filter) const {
+    void ConvertBytes(const ky::ColourKernels<ky::Colour8Band>& kernels, const ky::Filter8& filter) const {
         ky::Colour8Band band = {};
         band.filter = filter;
         band.sampleBytes = channelBytes;
-        Convert(kernels, pixelBytes, band);
+        Convert(kernels, band);
     }
 
-    void ConvertWords(const ky::ColourKernels<ky::Colour16Band>& kernels, std::uint32_t pixelBytes) const {
+    void ConvertWords(const ky::ColourKernels<ky::Colour16Band>& kernels) const {
         ky::Colour16Band band = {};
         band.filter = ky::WordStage(ky::FilterOf(context, 16), converter.DestinationIsBGR, converter.Shift);
         band.sampleBytes = 1;
-        Convert(kernels, pixelBytes, band);
+        Convert(kernels, band);
     }
 
     template <typename Band>
-    void Convert(const ky::ColourKernels<Band>& kernels, std::uint32_t pixelBytes, Band& band) const {
+    void Convert(const ky::ColourKernels<Band>& kernels, Band& band) const {
         band.isExchanged = converter.SourceIsBGR != converter.DestinationIsBGR;
         const std::uint32_t destinationBytes = converter.DestinationBytes();
         if ((converter.GetDestinationType() & KY_TYPE_PLANAR) == 0) {
-            ky::ConvertLines(ky::KernelTo(kernels, destinationBytes), {1, pixelBytes}, destinationBytes, band, pass);
+            ky::ConvertLines(ky::KernelTo(kernels, destinationBytes), 1, band, pass);
             return;
         }
         const std::uint32_t* const offsets = context.planeOffsets;
@@ -66,7 +65,7 @@ private:
             band.planeOffsets[plane - 1] = std::ptrdiff_t{offsets[plane]} - std::ptrdiff_t{offsets[0]};
         KyLinePass fromFirstPlane = pass;
         fromFirstPlane.destination += offsets[0];
-        ky::ConvertLines(kernels.toPlanar, {1, pixelBytes}, destinationBytes, band, fromFirstPlane);
+        ky::ConvertLines(kernels.toPlanar, 1, band, fromFirstPlane);
     }
 };
 

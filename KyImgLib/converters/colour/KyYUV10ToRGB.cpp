@@ -11,8 +11,7 @@ struct KyYUV10ToRGB::Kernels {
         ky::Colour8Band band = ky::YUVBand(context, converter.DestinationIsBGR);
         band.sampleShift = static_cast<std::uint8_t>(std::min(converter.Shift, 16u));
         const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422Words, pixelBytes), {2, 8}, pixelBytes, band,
-                         pass);
+        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422Words, pixelBytes), 2, band, pass);
     }
 };
 

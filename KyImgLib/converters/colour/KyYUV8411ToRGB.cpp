@@ -7,7 +7,7 @@ struct KyYUV8411ToRGB::Kernels {
                             const KyLinePass& pass) {
         const auto& converter = static_cast<const KyYUV8411ToRGB&>(base);
         const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from411, pixelBytes), {4, 6}, pixelBytes,
+        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from411, pixelBytes), 4,
                          ky::YUVBand(context, converter.DestinationIsBGR), pass);
     }
 };

@@ -12,8 +12,7 @@ struct KyYUV8444ToRGB::Kernels {
         band.places[1] = converter.UIndex;
         band.places[2] = converter.VIndex;
         const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from444, pixelBytes), {1, 3 * converter.ChannelBytes},
-                         pixelBytes, band, pass);
+        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from444, pixelBytes), 1, band, pass);
     }
 };
 

@@ -9,8 +9,7 @@ struct KyYUV8toRGB::Kernels {
         ky::Colour8Band band = ky::YUVBand(context, converter.DestinationIsBGR);
         band.sampleBytes = converter.ChannelBytes;
         const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422, pixelBytes), {2, 4 * converter.ChannelBytes},
-                         pixelBytes, band, pass);
+        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422, pixelBytes), 2, band, pass);
     }
 };
 

@@ -246,9 +246,8 @@ struct ReadYUV444 : ReadByteGroups<1, 3> {
     }
 #if !KY_PLAIN
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings& settings) {
-        const Planes8 planes = Deinterleave<3>(from);
-        const V8 y = At(planes, settings.places[0]), u = At(planes, settings.places[1]),
-                 v = At(planes, settings.places[2]);
+        const Planes8 samples = InOrder(from, settings.places);
+        const V8 y = samples.first, u = samples.second, v = samples.third;
         return InTurn(
             RGBOf(LumaOf(Even(y)), ChromaOf(Even(u), Even(v))),
             RGBOf(LumaOf(UpperBytesAlone(Words(y))), ChromaOf(UpperBytesAlone(Words(u)), UpperBytesAlone(Words(v)))));
@@ -256,8 +255,26 @@ struct ReadYUV444 : ReadByteGroups<1, 3> {
 
 private:
     static HWY_INLINE V16 Even(V8 v) { return hn::ShiftLeft<8>(Words(v)); }
+
+    /// The samples at these places of each pixel.
+#if KY_VBMI
+    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint32_t (&places)[3]) {
+        return {At(from, places[0]), At(from, places[1]), At(from, places[2])};
+    }
+    static HWY_INLINE V8 At(const std::uint8_t* from, std::uint32_t place) {
+        static constexpr VectorBytes kFirst = PlaceOf<3, 1>(0);
+        const __m512i at = _mm512_add_epi8(_mm512_load_si512(kFirst.bytes), _mm512_set1_epi8(static_cast<char>(place)));
+        const __m512i lower = _mm512_permutex2var_epi8(Load(from).raw, at, Load(from + 64).raw);
+        return V8{_mm512_mask_permutexvar_epi8(lower, _mm512_movepi8_mask(at), at, Load(from + 128).raw)};
+    }
+#else
+    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint32_t (&places)[3]) {
+        const Planes8 planes = Deinterleave<3>(from);
+        return {At(planes, places[0]), At(planes, places[1]), At(planes, places[2])};
+    }
     static HWY_INLINE V8 At(const Planes8& planes, std::uint32_t place) {
         return place == 0 ? planes.first : place == 1 ? planes.second : planes.third;
     }
+#endif
 #endif
 };

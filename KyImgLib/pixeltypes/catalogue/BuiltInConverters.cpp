@@ -56,6 +56,7 @@ BuiltInConverters ConstructBuiltInConverters() {
     ConstructGrayscaleConverters(construct);
     ConstructColourConverters(construct);
     ConstructBayerConverters(construct);
+    ConstructChains(construct);
     return construct.Take();
 }
 

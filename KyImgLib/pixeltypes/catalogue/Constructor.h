@@ -31,6 +31,9 @@ void ConstructGrayscaleConverters(Constructor& construct);
 void ConstructColourConverters(Constructor& construct);
 ///@}
 
+/// Chains of two of the converters that there are, from every type to what users want of it and nothing leads to directly.
+void ConstructChains(Constructor& construct);
+
 }  // namespace ky
 
 #endif

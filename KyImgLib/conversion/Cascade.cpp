@@ -1,0 +1,123 @@
+#include <KyImgLib/conversion/CascadeInternal.h>
+
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/platform/CpuCacheInternal.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace ky {
+
+namespace {
+
+/// Of all strips together: well within a second-level cache, with what goes in and out beside them.
+constexpr std::size_t kStripBytes = 192 * 1024;
+
+/// Lines that are wanted at a time, at least: stages that convert few lines at once spend their time on starting.
+constexpr std::uint32_t kFewestLines = 8;
+
+/// Strips start at a multiple of it, and conversions of pixel groups may write as much after their end.
+constexpr std::size_t kAlignment = 64;
+
+std::size_t RoundUp(std::size_t bytes) { return (bytes + kAlignment - 1) / kAlignment * kAlignment; }
+
+}  // namespace
+
+bool Cascade::Serves(const KyPixelConverter& first, const KyPixelConverter& second) {
+    constexpr std::int64_t kFarApart = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
+    return first.ConvertsByPassFunction() && second.ConvertsByPassFunction() &&
+           ((first.GetDestinationType() | second.GetSourceType()) & kFarApart) == 0;
+}
+
+Cascade::Cascade(const CascadeStages& converters, const Area& area, const KyRGBFilter* filter) : wanted(area) {
+    std::size_t bytesOfLine = 0;
+    std::uint32_t surplus = 0;
+    for (std::size_t index = 0; index < converters.size(); ++index) {
+        const KyPixelConverter* const converter = converters[index];
+        const bool isLast = index + 1 == converters.size();
+        Stage stage = {};
+        stage.converter = converter;
+        stage.context.referenceCount = 1;
+        stage.context.filter = filter != nullptr ? filter : &converter->GetDefaultFilter();
+        // All but the last convert an image into one of the same size.
+        const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
+                            area.sourceWidth, area.sourceHeight, area.flags,       0};
+        const Area& own = isLast ? area : whole;
+        converter->FillContext(stage.context, own);
+        stage.step = converter->GetLineStep();
+        stage.lines = own.height - own.height % stage.step;
+        stage.width = own.width;
+        if (!isLast) bytesOfLine += stage.context.destinationLineSize;
+        surplus += 2 * (converter->GetNeighbourLines() + stage.step);
+        stages.push_back(stage);
+    }
+    const std::size_t fitting = kStripBytes / std::max<std::size_t>(bytesOfLine, 1);
+    linesAtOnce = std::max(kFewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
+    stripBytes = kAlignment;
+    for (Stage& stage : stages) {
+        stage.stripLines = linesAtOnce + surplus;
+        if (&stage != &stages.back()) stripBytes += SizeOf(stage);
+    }
+}
+
+std::size_t Cascade::SizeOf(const Stage& stage) {
+    return RoundUp(std::size_t{stage.stripLines} * stage.context.destinationLineSize + kAlignment);
+}
+
+void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips) {
+    image = source;
+    output = destination;
+    strips += RoundUp(reinterpret_cast<std::uintptr_t>(strips)) - reinterpret_cast<std::uintptr_t>(strips);
+    for (Stage& stage : stages) {
+        stage.strip = strips;
+        if (&stage != &stages.back()) strips += SizeOf(stage);
+    }
+    const std::uint32_t lines = stages.back().lines;
+    for (std::uint32_t line = 0; line < lines;) {
+        line = std::min(lines, line + linesAtOnce);
+        Advance(stages.size() - 1, line);
+    }
+}
+
+/// Makes a stage give its lines up to `end`, or a few more.
+void Cascade::Advance(std::size_t index, std::uint32_t end) {
+    Stage& stage = stages[index];
+    end = std::min(stage.lines, (end + stage.step - 1) / stage.step * stage.step);
+    if (end <= stage.done) return;
+
+    AreaLines lines = {};
+    lines.source = image;
+    if (index > 0) {
+        Advance(index - 1, end + stage.converter->GetNeighbourLines());
+        lines.source = stages[index - 1].strip;
+        lines.sourceFirst = stages[index - 1].stripFirst;
+    }
+    lines.begin = stage.done;
+    lines.end = end;
+    lines.width = stage.width;
+    if (index + 1 < stages.size()) {
+        lines.destination = MakeRoom(stage, stages[index + 1], end);
+    } else {
+        const std::size_t lineSize = stage.context.destinationLineSize;
+        lines.destination = output + lines.begin * lineSize;
+        lines.isLarge = ExceedsCache((stages.front().context.sourceLineSize + lineSize) * stage.lines);
+    }
+    stage.converter->ConvertLines(stage.context, lines);
+    stage.done = end;
+}
+
+/// The place of a stage's next line in its strip. Of the lines before it, those stay that are still to be read.
+std::uint8_t* Cascade::MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end) const {
+    const std::size_t lineSize = stage.context.destinationLineSize;
+    const std::uint32_t neighbours = consumer.converter->GetNeighbourLines();
+    // With room for what the consumer may take for lines after the last one.
+    if (end + neighbours + consumer.step - stage.stripFirst > stage.stripLines) {
+        const std::uint32_t kept = consumer.done - std::min(consumer.done, neighbours);
+        std::memmove(stage.strip, stage.strip + (kept - stage.stripFirst) * lineSize, (stage.done - kept) * lineSize);
+        stage.stripFirst = kept;
+    }
+    return stage.strip + (stage.done - stage.stripFirst) * lineSize;
+}
+
+}  // namespace ky

@@ -1,0 +1,64 @@
+#ifndef KYIMGLIB_CONVERSION_CASCADEINTERNAL_H
+#define KYIMGLIB_CONVERSION_CASCADEINTERNAL_H
+
+#include <KyImgLib/conversion/AreaInternal.h>
+#include <KyImgLib/conversion/KyPixelConverterContext.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class KyPixelConverter;
+
+namespace ky {
+
+/// The stages of a chain, each of which converts any lines of an image by themselves.
+using CascadeStages = std::vector<const KyPixelConverter*>;
+
+/// An area conversion through several stages, in which each follows the one before by a few lines, so that what lies
+/// between them stays in the cache: of every intermediate image there is only a strip. Stages convert only lines that
+/// the area needs.
+class Cascade {
+public:
+    /// Whether these stages can work so. (Fields of an interlaced image or planes lie too far apart for a strip of it.)
+    static bool Serves(const KyPixelConverter& first, const KyPixelConverter& second);
+
+    /// `filter` is null when each stage is to take its default.
+    Cascade(const CascadeStages& converters, const Area& area, const KyRGBFilter* filter);
+
+    /// Bytes of memory that Convert() needs.
+    std::size_t GetStripBytes() const { return stripBytes; }
+
+    void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips);
+
+    /// The context that the last stage's lines were converted with.
+    const KyPixelConverterContext& GetLastContext() const { return stages.back().context; }
+
+private:
+    struct Stage {
+        const KyPixelConverter* converter;
+        KyPixelConverterContext context;
+        std::uint32_t step;        ///< lines that it converts together
+        std::uint32_t lines;       ///< lines that it can give
+        std::uint32_t done;        ///< lines that it has given
+        std::uint32_t width;       ///< pixels of each
+        std::uint32_t stripLines;  ///< lines of its strip; the last stage has none
+        std::uint32_t stripFirst;  ///< the first of the lines that the strip holds
+        std::uint8_t* strip;
+    };
+
+    static std::size_t SizeOf(const Stage& stage);
+    std::uint8_t* MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end) const;
+    void Advance(std::size_t index, std::uint32_t end);
+
+    Area wanted;
+    std::vector<Stage> stages;
+    std::uint32_t linesAtOnce;
+    std::size_t stripBytes;
+    const std::uint8_t* image;
+    std::uint8_t* output;
+};
+
+}  // namespace ky
+
+#endif

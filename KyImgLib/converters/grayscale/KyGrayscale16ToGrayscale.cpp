@@ -1,0 +1,40 @@
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToGrayscale.h>
+
+#include <KyImgLib/converters/grayscale/KyGrayscale16KernelsInternal.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+namespace {
+constexpr std::uint32_t kWordSize = 2;
+constexpr std::uint32_t kPipelining = 4;
+constexpr std::uint32_t kHighByte = 8;
+}  // namespace
+
+KyGrayscale16Converter::KyGrayscale16Converter(const std::int64_t& sourceType, const std::int64_t& destinationType,
+                                               std::uint32_t destinationByteSize, std::uint32_t pipeliningSize,
+                                               std::uint32_t linesPerConvert, std::uint32_t shiftCount)
+    : KyPixelConverter(sourceType, destinationType, kWordSize, destinationByteSize, pipeliningSize, linesPerConvert),
+      shift(shiftCount % 32) {}
+
+KyGrayscale16ToGrayscale16RightShift::KyGrayscale16ToGrayscale16RightShift(const std::int64_t& sourceType,
+                                                                           const std::int64_t& destinationType,
+                                                                           std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, destinationType, kWordSize, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToGrayscale16RightShift), &Kernels::ConvertPass<&ky::GrayTable::shiftRight>);
+}
+
+KyGrayscale16ToGrayscale16LeftShift::KyGrayscale16ToGrayscale16LeftShift(const std::int64_t& sourceType,
+                                                                         const std::int64_t& destinationType,
+                                                                         std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, destinationType, kWordSize, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToGrayscale16LeftShift), &Kernels::ConvertPass<&ky::GrayTable::shiftLeft>);
+}
+
+KyGrayscale16ToGrayscale8::KyGrayscale16ToGrayscale8(const std::int64_t& sourceType, std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+}
+
+KyGrayscale16NormalizedToGrayscale8::KyGrayscale16NormalizedToGrayscale8(const std::int64_t& sourceType)
+    : KyGrayscale16Converter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, 1, kHighByte) {
+    SetPassFunction(typeid(KyGrayscale16NormalizedToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+}

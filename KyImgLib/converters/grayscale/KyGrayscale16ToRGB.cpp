@@ -1,0 +1,23 @@
+#include <KyImgLib/converters/grayscale/KyGrayscale16ToRGB.h>
+
+#include <KyImgLib/converters/grayscale/KyGrayscale16KernelsInternal.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+namespace {
+constexpr std::uint32_t kPipelining = 4;
+}  // namespace
+
+KyGrayscale16ToRGB16::KyGrayscale16ToRGB16(const std::int64_t& sourceType, std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, KY_TYPE_RGB16, 2, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToRGB16), &Kernels::ConvertPass<&ky::GrayTable::toRGB16>);
+}
+
+KyGrayscale16ToRGB24::KyGrayscale16ToRGB24(const std::int64_t& sourceType, bool alternate, std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, alternate ? KY_TYPE_BGR24 : KY_TYPE_RGB24, 3, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToRGB24), &Kernels::ConvertPass<&ky::GrayTable::toRGB24>);
+}
+
+KyGrayscale16ToRGB32::KyGrayscale16ToRGB32(const std::int64_t& sourceType, bool alternate, std::uint32_t shiftCount)
+    : KyGrayscale16Converter(sourceType, alternate ? KY_TYPE_BGR32 : KY_TYPE_RGB32, 4, kPipelining, 1, shiftCount) {
+    SetPassFunction(typeid(KyGrayscale16ToRGB32), &Kernels::ConvertPass<&ky::GrayTable::toRGB32>);
+}
