@@ -24,40 +24,44 @@ std::size_t RoundUp(std::size_t bytes) { return (bytes + kAlignment - 1) / kAlig
 
 }  // namespace
 
-bool Cascade::Serves(const KyPixelConverter& first, const KyPixelConverter& second) {
+bool Cascade::Serves(const CascadeStages& stages) {
     constexpr std::int64_t kFarApart = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
-    return first.ConvertsByPassFunction() && second.ConvertsByPassFunction() &&
-           ((first.GetDestinationType() | second.GetSourceType()) & kFarApart) == 0;
+    if (stages.count > CascadeStages::kMost) return false;
+    for (std::size_t i = 0; i < stages.count; ++i) {
+        if (!stages.converters[i]->ConvertsByPassFunction()) return false;
+        if (i > 0 && (stages.converters[i]->GetSourceType() & kFarApart) != 0) return false;
+        if (i + 1 < stages.count && (stages.converters[i]->GetDestinationType() & kFarApart) != 0) return false;
+    }
+    return true;
 }
 
-Cascade::Cascade(const CascadeStages& converters, const Area& area, const KyRGBFilter* filter) : wanted(area) {
+Cascade::Cascade(const CascadeStages& chain, const Area& area, const KyRGBFilter* filter)
+    : wanted(area), stages{}, count(chain.count) {
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0;
-    for (std::size_t index = 0; index < converters.size(); ++index) {
-        const KyPixelConverter* const converter = converters[index];
-        const bool isLast = index + 1 == converters.size();
-        Stage stage = {};
-        stage.converter = converter;
+    for (std::size_t i = 0; i < count; ++i) {
+        const KyPixelConverter& converter = *chain.converters[i];
+        Stage& stage = stages[i];
+        stage.converter = &converter;
         stage.context.referenceCount = 1;
-        stage.context.filter = filter != nullptr ? filter : &converter->GetDefaultFilter();
+        stage.context.filter = filter != nullptr ? filter : &converter.GetDefaultFilter();
         // All but the last convert an image into one of the same size.
         const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
                             area.sourceWidth, area.sourceHeight, area.flags,       0};
-        const Area& own = isLast ? area : whole;
-        converter->FillContext(stage.context, own);
-        stage.step = converter->GetLineStep();
+        const Area& own = IsLast(stage) ? area : whole;
+        converter.FillContext(stage.context, own);
+        stage.step = converter.GetLineStep();
         stage.lines = own.height - own.height % stage.step;
         stage.width = own.width;
-        if (!isLast) bytesOfLine += stage.context.destinationLineSize;
-        surplus += 2 * (converter->GetNeighbourLines() + stage.step);
-        stages.push_back(stage);
+        if (!IsLast(stage)) bytesOfLine += stage.context.destinationLineSize;
+        surplus += 2 * (converter.GetNeighbourLines() + stage.step);
     }
     const std::size_t fitting = kStripBytes / std::max<std::size_t>(bytesOfLine, 1);
     linesAtOnce = std::max(kFewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
     stripBytes = kAlignment;
-    for (Stage& stage : stages) {
-        stage.stripLines = linesAtOnce + surplus;
-        if (&stage != &stages.back()) stripBytes += SizeOf(stage);
+    for (std::size_t i = 0; i + 1 < count; ++i) {
+        stages[i].stripLines = linesAtOnce + surplus;
+        stripBytes += SizeOf(stages[i]);
     }
 }
 
@@ -69,14 +73,14 @@ void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std
     image = source;
     output = destination;
     strips += RoundUp(reinterpret_cast<std::uintptr_t>(strips)) - reinterpret_cast<std::uintptr_t>(strips);
-    for (Stage& stage : stages) {
-        stage.strip = strips;
-        if (&stage != &stages.back()) strips += SizeOf(stage);
+    for (std::size_t i = 0; i + 1 < count; ++i) {
+        stages[i].strip = strips;
+        strips += SizeOf(stages[i]);
     }
-    const std::uint32_t lines = stages.back().lines;
+    const std::uint32_t lines = stages[count - 1].lines;
     for (std::uint32_t line = 0; line < lines;) {
         line = std::min(lines, line + linesAtOnce);
-        Advance(stages.size() - 1, line);
+        Advance(count - 1, line);
     }
 }
 
@@ -96,19 +100,19 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     lines.begin = stage.done;
     lines.end = end;
     lines.width = stage.width;
-    if (index + 1 < stages.size()) {
-        lines.destination = MakeRoom(stage, stages[index + 1], end);
-    } else {
+    if (IsLast(stage)) {
         const std::size_t lineSize = stage.context.destinationLineSize;
         lines.destination = output + lines.begin * lineSize;
-        lines.isLarge = ExceedsCache((stages.front().context.sourceLineSize + lineSize) * stage.lines);
+        lines.isLarge = ExceedsCache((stages[0].context.sourceLineSize + lineSize) * stage.lines);
+    } else {
+        lines.destination = MakeRoom(stage, stages[index + 1], end);
     }
     stage.converter->ConvertLines(stage.context, lines);
     stage.done = end;
 }
 
 /// The place of a stage's next line in its strip. Of the lines before it, those stay that are still to be read.
-std::uint8_t* Cascade::MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end) const {
+std::uint8_t* Cascade::MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end) {
     const std::size_t lineSize = stage.context.destinationLineSize;
     const std::uint32_t neighbours = consumer.converter->GetNeighbourLines();
     // With room for what the consumer may take for lines after the last one.

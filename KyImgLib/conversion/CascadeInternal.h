@@ -6,14 +6,23 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 class KyPixelConverter;
 
 namespace ky {
 
-/// The stages of a chain, each of which converts any lines of an image by themselves.
-using CascadeStages = std::vector<const KyPixelConverter*>;
+/// The stages of a chain, each of which converts any lines of an image by themselves. Chains of more stages are rare enough
+/// to go without.
+struct CascadeStages {
+    static constexpr std::size_t kMost = 4;
+    const KyPixelConverter* converters[kMost];
+    std::size_t count;
+
+    void Add(const KyPixelConverter& converter) {
+        if (count < kMost) converters[count] = &converter;
+        ++count;
+    }
+};
 
 /// An area conversion through several stages, in which each follows the one before by a few lines, so that what lies
 /// between them stays in the cache: of every intermediate image there is only a strip. Stages convert only lines that
@@ -21,10 +30,10 @@ using CascadeStages = std::vector<const KyPixelConverter*>;
 class Cascade {
 public:
     /// Whether these stages can work so. (Fields of an interlaced image or planes lie too far apart for a strip of it.)
-    static bool Serves(const KyPixelConverter& first, const KyPixelConverter& second);
+    static bool Serves(const CascadeStages& stages);
 
     /// `filter` is null when each stage is to take its default.
-    Cascade(const CascadeStages& converters, const Area& area, const KyRGBFilter* filter);
+    Cascade(const CascadeStages& chain, const Area& area, const KyRGBFilter* filter);
 
     /// Bytes of memory that Convert() needs.
     std::size_t GetStripBytes() const { return stripBytes; }
@@ -32,7 +41,7 @@ public:
     void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips);
 
     /// The context that the last stage's lines were converted with.
-    const KyPixelConverterContext& GetLastContext() const { return stages.back().context; }
+    const KyPixelConverterContext& GetLastContext() const { return stages[count - 1].context; }
 
 private:
     struct Stage {
@@ -47,12 +56,14 @@ private:
         std::uint8_t* strip;
     };
 
+    bool IsLast(const Stage& stage) const { return &stage == &stages[count - 1]; }
     static std::size_t SizeOf(const Stage& stage);
-    std::uint8_t* MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end) const;
+    std::uint8_t* MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end);
     void Advance(std::size_t index, std::uint32_t end);
 
     Area wanted;
-    std::vector<Stage> stages;
+    Stage stages[CascadeStages::kMost];
+    std::size_t count;
     std::uint32_t linesAtOnce;
     std::size_t stripBytes;
     const std::uint8_t* image;

@@ -4,27 +4,42 @@
 #include <KyImgLib/platform/KyGate.h>
 #include <KyImgLib/platform/KyThread.h>
 
-#include <map>
-#include <memory>
-#include <new>
-
 namespace ky {
 
 namespace {
 
-/// The contexts of all threads that are converting, under one gate. A thread enters the gate only when its outermost
-/// conversion starts and ends; in between it finds its context by `current`.
-struct ContextMap {
+/// The contexts of all threads that are converting, by thread ID, under one gate. A thread enters the gate only when its
+/// outermost conversion starts and ends; in between it finds its context by `current`.
+class ContextTable {
+public:
+    void Add(ThreadContext& context) {
+        const KyGateGuard inside(gate);
+        ThreadContext*& first = Bucket(context);
+        context.next = first;
+        first = &context;
+    }
+    void Remove(const ThreadContext& context) {
+        const KyGateGuard inside(gate);
+        ThreadContext** link = &Bucket(context);
+        while ((*link)->threadID != context.threadID) link = &(*link)->next;
+        *link = context.next;
+    }
+
+private:
+    ThreadContext*& Bucket(const ThreadContext& context) { return buckets[context.threadID % kBuckets]; }
+
+    static constexpr std::uint32_t kBuckets = 64;
     KyGate gate;
-    std::map<std::uint32_t, std::unique_ptr<ThreadContext>> contexts;
+    ThreadContext* buckets[kBuckets] = {};
 };
 
-ContextMap& Contexts() {
-    static ContextMap map;
-    return map;
+ContextTable& Contexts() {
+    static ContextTable table;
+    return table;
 }
 
-// A plain pointer needs no destructor, which a library unloaded before the thread ends could not run.
+// Neither needs a destructor, which a library unloaded before the thread ends could not run.
+thread_local ThreadContext own;
 thread_local ThreadContext* current = nullptr;
 
 }  // namespace
@@ -34,22 +49,16 @@ ThreadContext* AcquireContext() {
         ++current->referenceCount;
         return current;
     }
-    std::unique_ptr<ThreadContext> created(new ThreadContext());
-    if (created == nullptr) throw std::bad_alloc();
-    created->referenceCount = 1;
-    created->threadID = KyThread::GetCurrentThreadID();
-
-    ContextMap& map = Contexts();
-    const KyGateGuard inside(map.gate);
-    current = (map.contexts[created->threadID] = std::move(created)).get();
-    return current;
+    own = {};
+    own.referenceCount = 1;
+    own.threadID = KyThread::GetCurrentThreadID();
+    Contexts().Add(own);
+    return current = &own;
 }
 
 void ReleaseContext() {
     if (--current->referenceCount > 0) return;
-    ContextMap& map = Contexts();
-    const KyGateGuard inside(map.gate);
-    map.contexts.erase(current->threadID);
+    Contexts().Remove(*current);
     current = nullptr;
 }
 

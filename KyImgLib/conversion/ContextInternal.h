@@ -2,13 +2,13 @@
 #define KYIMGLIB_CONVERSION_CONTEXTINTERNAL_H
 
 #include <KyImgLib/conversion/KyPixelConverterContext.h>
-#include <KyImgLib/platform/KyObject.h>
 
 namespace ky {
 
 /// A thread's context as the library keeps it: the public record, and what only the library reads.
-struct ThreadContext : KyObject, KyPixelConverterContext {
-    std::uint32_t threadID;         ///< its key in the map of contexts
+struct ThreadContext : KyPixelConverterContext {
+    ThreadContext* next;            ///< in the table of contexts
+    std::uint32_t threadID;         ///< its key there
     std::uint32_t areaSourceWidth;  ///< source width of the area conversion that the thread is in
 };
 
@@ -44,7 +44,7 @@ inline void LeaveContext(ThreadContext& context, const KyPixelConverterContext& 
 /// The identity filter for a source of this bit size: of 8, 10, 12 or 14 bits, for every other size of 16 bits.
 const KyRGBFilter& DefaultFilter(std::uint16_t bitSize);
 
-/// Creates the context map's gate and the default filters, so that they outlive everything created later.
+/// Creates the table of contexts and the default filters, so that they outlive everything created later.
 void PrepareConversion();
 
 }  // namespace ky

@@ -88,29 +88,24 @@ struct KyComplexConverter::Stages : KyObject {
     BufferPool intermediate;
     const KyPixelConverter& first;
     const KyPixelConverter& second;
-    ky::CascadeStages cascade;  ///< the stages, those of chains among them in turn; empty when they cannot work so
+    ky::CascadeStages cascade = {};  ///< the stages, those of chains among them in turn; none when they cannot work so
 
     Stages(const KyPixelConverter& firstStage, const KyPixelConverter& secondStage)
         : first(firstStage), second(secondStage) {
         AddToCascade(first);
         AddToCascade(second);
-        for (std::size_t i = 1; i < cascade.size(); ++i)
-            if (!ky::Cascade::Serves(*cascade[i - 1], *cascade[i])) {
-                cascade.clear();
-                return;
-            }
+        if (!ky::Cascade::Serves(cascade)) cascade.count = 0;
     }
 
 private:
     void AddToCascade(const KyPixelConverter& converter) {
-        // A class derived from it may do something else.
-        const auto* const chain = typeid(converter) == typeid(KyComplexConverter)
-                                      ? static_cast<const KyComplexConverter*>(&converter)
-                                      : nullptr;
-        if (chain != nullptr && !chain->stages->cascade.empty())
-            cascade.insert(cascade.end(), chain->stages->cascade.begin(), chain->stages->cascade.end());
-        else
-            cascade.push_back(&converter);
+        // A class derived from a chain may do something else.
+        if (typeid(converter) == typeid(KyComplexConverter)) {
+            const ky::CascadeStages& inner = static_cast<const KyComplexConverter&>(converter).stages->cascade;
+            for (std::size_t i = 0; i < inner.count; ++i) cascade.Add(*inner.converters[i]);
+            if (inner.count > 0) return;
+        }
+        cascade.Add(converter);
     }
 };
 
@@ -149,7 +144,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
                                           std::uint32_t destinationPadding) const {
     const ky::ContextHolder context;
     const KyRGBFilter* const filter = context->filter;
-    if (!stages->cascade.empty()) {
+    if (stages->cascade.count > 0) {
         context->flags = flags;  // which stages ask for when they are asked for their lines per convert
         ky::Cascade cascade(
             stages->cascade,

@@ -8,6 +8,7 @@
 #include <KyImgLib/platform/CpuCacheInternal.h>
 
 #include <algorithm>
+#include <atomic>
 #include <new>
 #include <utility>
 
@@ -42,6 +43,7 @@ struct KyPixelConverter::Record : KyObject {
     const std::type_info* passOwner = nullptr;
     PassFunction passFunction = nullptr;
     std::uint32_t neighbourLines = 0;
+    std::atomic<const KyRGBFilter*> defaultFilter{nullptr};  ///< once the source type is known: null before
 
     Record(std::int64_t source, std::int64_t destination, std::uint32_t sourceBytes, std::uint32_t destinationBytes,
            std::uint32_t pipelining, std::uint32_t lines)
@@ -55,8 +57,7 @@ KyPixelConverter::KyPixelConverter(const std::int64_t& sourceType, const std::in
     : record(new Record(sourceType, destinationType, sourceByteSize, destinationByteSize, pipeliningSize,
                         linesPerConvert)) {
     if (record == nullptr) throw std::bad_alloc();
-    if (!KyPixelTypeFactory::HasConverter(sourceType, destinationType))
-        KyPixelTypeFactory::RegisterPixelConverter(*this);
+    KyPixelTypeFactory::RegisterPixelConverter(*this);  // changes nothing when the pair has a converter
 }
 
 KyPixelConverter::~KyPixelConverter() {
@@ -109,15 +110,21 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     lines.destination = destination;
     lines.end = height - height % GetLineStep();
     lines.width = width;
-    lines.isLarge = ky::ExceedsCache((std::size_t{GetSourceByteSize(width)} + GetDestinationByteSize(width)) * height);
+    lines.isLarge =
+        ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
     ConvertLines(*context, lines);
     return KY_STATUS_SUCCESS;
 }
 
 const KyRGBFilter& KyPixelConverter::GetDefaultFilter() const {
+    const KyRGBFilter* filter = record->defaultFilter.load(std::memory_order_relaxed);
+    if (filter != nullptr) return *filter;
     const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(GetSourceType());
     // An unregistered source type has no bit size, and gets the 16-bit filter as every unusual size does.
-    return ky::DefaultFilter(type == nullptr ? 16 : type->GetPixelBitSize());
+    filter = &ky::DefaultFilter(type == nullptr ? 16 : type->GetPixelBitSize());
+    // Types stay registered once they are.
+    if (type != nullptr) record->defaultFilter.store(filter, std::memory_order_relaxed);
+    return *filter;
 }
 
 std::uint32_t KyPixelConverter::GetLineStep() const {

@@ -40,9 +40,8 @@ KyGate& Gate() {
     return *gate;
 }
 
-/// The registry, created on first use; null when there is no memory.
+/// The registry, created on first use; null when there is no memory. Called inside the gate.
 Registry* OpenRegistry() {
-    const KyGateGuard inside(Gate());
     if (registry == nullptr) registry = new Registry;
     return registry;
 }
@@ -144,7 +143,7 @@ std::uint32_t KyPixelTypeFactory::RegisterPixelConverter(const std::int64_t& sou
                                                          const std::int64_t& destinationId,
                                                          const KyPixelConverter* converter) {
     return Registering([&](Registry& open) -> std::uint32_t {
-        const bool added = open.converters.emplace(TypePair(sourceId, destinationId), converter).second;
+        const bool added = open.converters.try_emplace(TypePair(sourceId, destinationId), converter).second;
         return added ? KY_STATUS_SUCCESS : KY_STATUS_BAD_ARGUMENT;
     });
 }

@@ -113,7 +113,7 @@ constexpr VectorBytes PackedHighBytes() {
     return bytes;
 }
 
-/// Their high bytes.
+/// The high bytes of kLanes packed samples.
 HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
     static constexpr VectorBytes kBytes = PackedHighBytes();
     const V8 first = Load(from), second = Load(from + (2 * kPackedBytes - kLanes));
@@ -131,7 +131,7 @@ constexpr BlockBytes PackedBytes(unsigned start, unsigned place) {
 }
 
 /// Blocks that begin `distance` bytes after one another.
-HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, std::size_t distance) {
+HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, [[maybe_unused]] std::size_t distance) {
     const hn::CappedTag<std::uint8_t, 16> block;
 #if HWY_TARGET == HWY_AVX3
     const hn::Half<D8> half;
@@ -167,7 +167,7 @@ constexpr BlockBytes PackedHighBytes(unsigned start, unsigned half) {
     return bytes;
 }
 
-/// Their high bytes.
+/// The high bytes of kLanes packed samples.
 HWY_INLINE V8 PackedHigh(const std::uint8_t* from) {
     static constexpr BlockBytes kFirst = PackedHighBytes(0, 0), kSecond = PackedHighBytes(4, 8);
     return hn::Or(hn::TableLookupBytesOr0(LoadBlocks(from, 24), LoadBlock(kFirst)),

@@ -60,14 +60,14 @@ void AddChainsFrom(Constructor& construct, const KyPixelType& type) {
 }  // namespace
 
 void ConstructChains(Constructor& construct) {
+    std::vector<const KyPixelType*> types;
+    std::int64_t id = 0;
+    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumPixelTypes(index, id); ++index)
+        if ((id & KY_TYPE_PLANAR) == 0) types.push_back(KyPixelTypeFactory::FindPixelType(id));
     // Plain types first: chains from the others go on with theirs.
-    for (const bool plain : {true, false}) {
-        std::int64_t id = 0;
-        for (std::uint32_t index = 0; KyPixelTypeFactory::EnumPixelTypes(index, id); ++index) {
-            const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
-            if ((id & KY_TYPE_PLANAR) == 0 && (PlainType(type) == id) == plain) AddChainsFrom(construct, type);
-        }
-    }
+    for (const bool plain : {true, false})
+        for (const KyPixelType* const type : types)
+            if ((PlainType(*type) == type->GetTypeID()) == plain) AddChainsFrom(construct, *type);
 }
 
 }  // namespace ky
