@@ -110,8 +110,7 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     lines.destination = destination;
     lines.end = height - height % GetLineStep();
     lines.width = width;
-    lines.isLarge =
-        ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
+    lines.isLarge = ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
     ConvertLines(*context, lines);
     return KY_STATUS_SUCCESS;
 }

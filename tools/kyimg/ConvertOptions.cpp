@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string_view>
@@ -152,10 +153,9 @@ CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options) {
 }
 
 ImageSize ParseSize(const std::string& text) {
-    const std::size_t cross = text.find_first_of("xX");
+    const std::size_t cross = std::min(text.find_first_of("xX"), text.size());
     const auto width = ParseWhole(std::string_view(text).substr(0, cross));
-    const auto height =
-        cross == std::string::npos ? std::nullopt : ParseWhole(std::string_view(text).substr(cross + 1));
+    const auto height = ParseWhole(std::string_view(text).substr(std::min(cross + 1, text.size())));
     if (!width || !height) throw UsageError(fmt::format("--size: \"{}\" is not like 1920x1080", text));
     if (*width == 0 || *height == 0) throw UsageError(fmt::format("--size: an image of {} has no pixels", text));
     if (*width > kMostPixels / *height)
