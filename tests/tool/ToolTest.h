@@ -41,6 +41,14 @@ inline Bytes MakeBytes(std::size_t count) {
     return bytes;
 }
 
+/// Of RGB24.
+inline Bytes ToPlanes(const Bytes& rgb) {
+    Bytes planes;
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        for (std::size_t i = channel; i < rgb.size(); i += 3) planes.push_back(rgb[i]);
+    return planes;
+}
+
 /// Runs the program that the environment variable KYIMG names, in an empty folder of the test's own.
 class ToolTest : public testing::Test {
 protected:

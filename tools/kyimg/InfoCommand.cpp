@@ -1,6 +1,9 @@
 #include "InfoCommand.h"
 
 #include "ConvertOptions.h"
+#include "ConverterChoice.h"
+#include "Errors.h"
+#include "SourceLines.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
@@ -11,6 +14,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <string>
 #include <vector>
 
 namespace kyimg {
@@ -47,16 +51,23 @@ const char* TapText(std::int64_t id) {
     }
 }
 
+/// Of a frame as kyimg convert reads it; "-" when there is none of this size.
+std::string FrameBytesText(const KyPixelConverter& converter, const ImageSize& size) {
+    try {
+        return std::to_string(SourceLines(converter, size, ConvertOptions()).GetFrameBytes());
+    } catch (const Failure&) {  // such as an odd width of packed pairs
+        return "-";
+    }
+}
+
 /// Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
 void PrintDestinations(std::int64_t source, const ImageSize& size) {
     fmt::print("\nconverts to                 frame bytes read\n");
     std::int64_t destination = 0;
-    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, destination); ++index) {
-        const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(source, destination);
+    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, destination); ++index)
         fmt::print("  {}  {:>12}  {}\n", FormatTypeID(destination),
-                   std::uint64_t{converter.GetSourceByteSize(size.width)} * size.height,
+                   FrameBytesText(FindConverter(source, destination), size),
                    KyPixelTypeFactory::GetPixelTypeName(destination));
-    }
 }
 
 }  // namespace
