@@ -48,12 +48,14 @@ void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) 
                   DisplayName(route.destination));
 }
 
-void PrintText(const KyPixelType& type, const std::vector<Route>& routes, const ImageSize& size) {
+void PrintText(const KyPixelType& type, const std::string& order, const std::vector<Route>& routes,
+               const ImageSize& size) {
     const std::int64_t id = type.GetTypeID();
     fmt::print("{}\n\n", DescribeType(id));
     PrintFact("class", ClassName(type));
     PrintFact("format index", fmt::format("0x{:02X}", id & KY_TYPE_INDEX_MASK));
     PrintFact("colour space", ColourSpaceText(type));
+    if (!order.empty()) PrintFact("colour order", fmt::format("{}, by the name given", order));
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
     PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
@@ -108,7 +110,7 @@ void RunInfo(const InfoOptions& options) {
     if (options.json)
         PrintAsJson(type, routes, size);
     else
-        PrintText(type, routes, size);
+        PrintText(type, FindOrder(options.type), routes, size);
 }
 
 }  // namespace kyimg

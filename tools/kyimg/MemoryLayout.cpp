@@ -69,8 +69,7 @@ picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
          return Is(type, kGray, {6, 7});
      }},
 
-    {"Bayer mosaic in bytes", kBytes,
-     "The names of 0x02020013 and 0x04020013 tell each other's taps. What counts is the tap layout of the ID.",
+    {"Bayer mosaic in bytes", kBytes, "",
      [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 1; }},
     {"Bayer mosaic in words", kWords, kWordsNote,
      [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && !IsPacked(type); }},
@@ -107,8 +106,10 @@ RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
      }},
 
     {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     two pixels in four bytes
-10 bits    | Y0 | U | Y1 | V |     two pixels in four words, the low byte first)",
-     "U is Cb and V is Cr. Samples of 10 bits are right-aligned in their words, of Normalized types left-aligned. The "
+10 bits    | Y0 | U | Y1 | V |     two pixels in four words)",
+     "U is Cb and V is Cr. Words have the low byte first; samples of 10 bits are right-aligned in them, of Normalized "
+     "types "
+     "left-aligned. The "
      "conversion is that of BT.601 with Y from 16 to 235, which PFNC calls YCbCr601; pictures of full range come out "
      "with more contrast.",
      [](const KyPixelType& type) {
@@ -142,8 +143,7 @@ const TapOrder* TapOrderOf(std::int64_t id) {
 
 }  // namespace
 
-const char* const kInterlacedNote =
-    "the first half of the image holds lines 0, 2, 4 and so on, the second half lines 1, 3, 5";
+const char* const kInterlacedNote = "lines 0, 2, 4 ... in the first half, lines 1, 3, 5 ... in the second";
 
 std::span<const Family> AllFamilies() { return kFamilies; }
 

@@ -40,8 +40,7 @@ also as JSON.
 - **Bits and bytes** are those of a pixel; bits of one sample where a name says 3 x or 4 x. Packed pixels of 10 and 12 bits
   count two bytes, but two share three.
 - **Normalized** samples are left-aligned in their words: scaled to the full range.
-- **Interlaced** images are two fields:
-  {interlaced}.
+- **Interlaced** images are two fields: {interlaced}.
 - **Lines** follow each other without padding. GStreamer pads lines to four bytes, V4L2 drivers to what the hardware likes.
 
 ## Taps
@@ -184,7 +183,9 @@ void RunReference() {
     fmt::print("| layout | name | line of the picture |\n| --- | --- | --- |\n");
     for (const TapOrder& order : AllTapOrders())
         fmt::print("| `{}` | {} | `{}` |\n", FormatTypeID(order.layout), order.name, order.picture);
-    fmt::print("\nOf a line with an odd number of pixels, the left half has the pixel more.\n\n");
+    fmt::print(
+        "\nOf a line with an odd number of pixels, the left half has the pixel more. The names of 0x02020013 "
+        "and\n0x04020013 tell each other's taps; what counts is the ID.\n\n");
     for (const Family& family : AllFamilies()) PrintTypes(family);
     fmt::print("{}", kConversions);
     for (const Family& family : AllFamilies()) PrintMatrix(family);
