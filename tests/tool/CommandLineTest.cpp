@@ -2,8 +2,6 @@
 
 #include <KyImgLib/KyImgLib.h>
 
-#include <sstream>
-
 namespace {
 
 /// A message is one line, says who speaks, and contains `text`.
@@ -117,27 +115,6 @@ TEST_F(CommandLineTest, AssumedOrderIsTold) {
     ExpectMessage(Run(command + "0x20013", frame), 0, "RGGB assumed");
     EXPECT_EQ(Run(command + "0x20010 -q", frame).messages, "");
     EXPECT_EQ(Run(command + "0x20010 --bayer RGGB", frame).messages, "");
-}
-
-TEST_F(CommandLineTest, ListsAndExplains) {
-    std::istringstream types(Run("list").output);
-    std::string line;
-    std::getline(types, line);
-    std::int64_t id = 0;
-    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumPixelTypes(index, id); ++index) {
-        ASSERT_TRUE(std::getline(types, line));
-        EXPECT_EQ(std::stoll(line, nullptr, 16), id);
-        EXPECT_NE(line.find(KyPixelTypeFactory::GetPixelTypeName(id)), std::string::npos) << line;
-    }
-    EXPECT_NE(Run("list converters").output.find("0x00020010 -> 0x00020002  Bayer RGB 8-bits -> RGB 24-bits\n"),
-              std::string::npos);
-    const std::string text = Run("info 'bayer rgb 10-bits, packed'").output;
-    for (const char* part : {"(0x00420011)", "Bayer mosaic", "packed", "460800 bytes for 640x480", "0x00420011  "})
-        EXPECT_NE(text.find(part), std::string::npos) << part << " is not in\n" << text;
-    // Packed pairs have whole lines of an even width only.
-    EXPECT_NE(Run("info 0x420011 --size 5x3").output.find("  -  Bayer RGB 10-bits\n"), std::string::npos);
-    ExpectMessage(Run("list pixels"), 2, "types");
-    ExpectMessage(Run("info bayer9"), 2, "Bayer RGB");
 }
 
 TEST_F(CommandLineTest, VersionNamesTheCpuLevels) {

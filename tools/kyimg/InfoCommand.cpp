@@ -1,9 +1,15 @@
 #include "InfoCommand.h"
 
+#include "CameraNames.h"
+#include "Columns.h"
 #include "ConvertOptions.h"
 #include "ConverterChoice.h"
 #include "Errors.h"
+#include "Json.h"
+#include "MemoryLayout.h"
+#include "Routes.h"
 #include "SourceLines.h"
+#include "TypeFacts.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
@@ -12,70 +18,100 @@
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace kyimg {
 
 namespace {
 
-std::string ColourSpaceText(const KyPixelType& type) {
-    switch (type.GetTypeID() & KY_COLOUR_SPACE_MASK) {
-        case KY_COLOUR_SPACE_GRAYSCALE: return "gray";
-        case KY_COLOUR_SPACE_RGB: return type.IsBayerPattern() ? "RGB, Bayer mosaic" : "RGB";
-        case KY_COLOUR_SPACE_YUV: return "YUV";
-        default: return "unknown";
-    }
-}
-
-std::string LayoutText(std::int64_t id) {
-    std::vector<const char*> flags;
-    if ((id & KY_TYPE_NORMALIZED) != 0) flags.push_back("normalized (samples left-aligned)");
-    if ((id & KY_TYPE_INTERLACED) != 0) flags.push_back("interlaced (two fields)");
-    if ((id & KY_TYPE_PACKED) != 0) flags.push_back("packed");
-    if ((id & KY_TYPE_PLANAR) != 0) flags.push_back("planar");
-    return flags.empty() ? "plain" : fmt::format("{}", fmt::join(flags, ", "));
-}
-
-const char* TapText(std::int64_t id) {
-    switch (id & KY_TAP_LAYOUT_MASK) {
-        case KY_TAP_SINGLE: return "single";
-        case KY_TAP_LEFT_RIGHT: return "dual, left + right";
-        case KY_TAP_LEFT_RIGHT_INVERTED: return "dual, left + right inverted";
-        case KY_TAP_LEFT_INVERTED_RIGHT: return "dual, left inverted + right";
-        case KY_TAP_LEFT_INVERTED_RIGHT_INVERTED: return "dual, left inverted + right inverted";
-        case KY_TAP_DUAL_LINES: return "dual lines";
-        default: return "unknown";
-    }
-}
-
-/// Of a frame as kyimg convert reads it; "-" when there is none of this size.
-std::string FrameBytesText(const KyPixelConverter& converter, const ImageSize& size) {
-    try {
-        return std::to_string(SourceLines(converter, size, ConvertOptions()).GetFrameBytes());
-    } catch (const Failure&) {  // such as an odd width of packed pairs
-        return "-";
-    }
-}
-
+/// Of a frame as kyimg convert reads it; none when there is none of this size, such as of an odd width of packed pairs.
 /// Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
-void PrintDestinations(std::int64_t source, const ImageSize& size) {
-    fmt::print("\nconverts to                 frame bytes read\n");
-    std::int64_t destination = 0;
-    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, destination); ++index)
-        fmt::print("  {}  {:>12}  {}\n", FormatTypeID(destination),
-                   FrameBytesText(FindConverter(source, destination), size),
-                   KyPixelTypeFactory::GetPixelTypeName(destination));
+std::optional<std::uint64_t> FrameBytes(const Route& route, const ImageSize& size) {
+    try {
+        return SourceLines(FindConverter(route.source, route.destination), size, ConvertOptions()).GetFrameBytes();
+    } catch (const Failure&) {
+        return std::nullopt;
+    }
+}
+
+std::string FrameBytesText(const Route& route, const ImageSize& size) {
+    const std::optional<std::uint64_t> bytes = FrameBytes(route, size);
+    return bytes ? std::to_string(*bytes) : "-";
+}
+
+void PrintFact(const std::string& title, const std::string& text) { PrintLine(fmt::format("{:<15}", title), text); }
+
+void PrintCameraNames(const KyPixelType& type) {
+    const std::int64_t id = type.GetTypeID();
+    for (const auto& [standard, names] : DescribeCameraNames(id)) PrintFact(standard, names);
+    if (!type.IsBayerPattern()) return;
+    std::string orders;
+    for (const CameraName& known : CameraNamesOf(id))
+        if (known.standard == "PFNC") orders += (orders.empty() ? "" : ", ") + known.order;
+    if (!orders.empty()) PrintFact("", fmt::format("for the colour orders {}", orders));
+}
+
+void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) {
+    fmt::print("\nconverts to  how       through     frame bytes  name\n");
+    for (const Route& route : routes)
+        PrintLine(fmt::format("{}   {:<8}  {:<10}  {:>11}  ", FormatTypeID(route.destination), HowText(route.how),
+                              route.through ? FormatTypeID(*route.through) : "-", FrameBytesText(route, size)),
+                  DisplayName(route.destination));
+}
+
+void PrintText(const KyPixelType& type, const std::string& order, const std::vector<Route>& routes,
+               const ImageSize& size) {
+    const std::int64_t id = type.GetTypeID();
+    fmt::print("{}\n\n", DescribeType(id));
+    PrintFact("class", ClassName(type));
+    PrintFact("format index", fmt::format("0x{:02X}", id & KY_TYPE_INDEX_MASK));
+    PrintFact("colour space", ColourSpaceText(type));
+    if (!order.empty()) PrintFact("colour order", fmt::format("{}, by the name given", order));
+    PrintFact("layout", FlagsText(type));
+    PrintFact("taps", TapText(id));
+    PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
+    PrintFact("buffer", fmt::format("{} bytes for {}x{}", type.GetBufferSizeFor(size.width, size.height), size.width,
+                                    size.height));
+    PrintCameraNames(type);
+
+    fmt::print("\n");
+    for (const std::string& line : DrawType(type)) fmt::print("    {}\n", line);
+    const Family* const family = FamilyOf(type);
+    if (family != nullptr && *family->note != '\0') {
+        fmt::print("\n");
+        PrintLine("", family->note);
+    }
+    PrintDestinations(routes, size);
+}
+
+void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, const ImageSize& size) {
+    Json json = TypeToJson(type.GetTypeID());
+    json["layout"] = DrawType(type);
+    json["size"] = {size.width, size.height};
+    json["bufferBytes"] = type.GetBufferSizeFor(size.width, size.height);
+    json["converters"] = Json::array();
+    for (const Route& route : routes) {
+        Json converter = RouteToJson(route);
+        if (const std::optional<std::uint64_t> bytes = FrameBytes(route, size)) converter["frameBytes"] = *bytes;
+        json["converters"].push_back(converter);
+    }
+    PrintJson(json);
 }
 
 }  // namespace
 
 CLI::App* AddInfoCommand(CLI::App& app, InfoOptions& options) {
-    CLI::App* const command = app.add_subcommand("info", "Explain a pixel type: its ID, sizes, where it converts to");
-    command->add_option("TYPE", options.type, "ID as 0x20010 or decimal, or display name")->required();
+    CLI::App* const command =
+        app.add_subcommand("info", "Explain a pixel type: its ID, names, memory layout, sizes, where it converts to");
+    command
+        ->add_option("TYPE", options.type,
+                     "ID as 0x20010 or decimal, display name, or a name like BayerRG8 (PFNC),\n"
+                     "RG10 (V4L2), YUY2 (GStreamer), rgb565le (FFmpeg)")
+        ->required();
     command->add_option("-s,--size", options.size, "Image size of the example (640x480)");
+    command->add_flag("--json", options.json, "As JSON, for programs");
     return command;
 }
 
@@ -83,16 +119,11 @@ void RunInfo(const InfoOptions& options) {
     const ImageSize size = ParseSize(options.size);
     const std::int64_t id = FindType(options.type);
     const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
-
-    fmt::print("{}\n\n", DescribeType(id));
-    fmt::print("format index   0x{:02X}\n", id & KY_TYPE_INDEX_MASK);
-    fmt::print("colour space   {}\n", ColourSpaceText(type));
-    fmt::print("layout         {}\n", LayoutText(id));
-    fmt::print("taps           {}\n", TapText(id));
-    fmt::print("bits, bytes    {}, {}\n", type.GetPixelBitSize(), type.GetPixelByteSize());
-    fmt::print("buffer         {} bytes for {}x{}\n", type.GetBufferSizeFor(size.width, size.height), size.width,
-               size.height);
-    PrintDestinations(id, size);
+    const std::vector<Route> routes = FindRoutes(id, std::nullopt);
+    if (options.json)
+        PrintAsJson(type, routes, size);
+    else
+        PrintText(type, FindOrder(options.type), routes, size);
 }
 
 }  // namespace kyimg

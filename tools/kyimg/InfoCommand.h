@@ -10,6 +10,7 @@ namespace kyimg {
 struct InfoOptions {
     std::string type;
     std::string size = "640x480";
+    bool json = false;
 };
 
 CLI::App* AddInfoCommand(CLI::App& app, InfoOptions& options);

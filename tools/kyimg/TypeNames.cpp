@@ -1,5 +1,6 @@
 #include "TypeNames.h"
 
+#include "CameraNames.h"
 #include "Errors.h"
 
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
@@ -20,6 +21,8 @@ namespace {
 struct NamedType {
     std::string name;
     std::int64_t id;
+    std::string order;  ///< of a mosaic, where the name tells it
+    bool isForeign;     ///< a camera-world name
 };
 
 /// What of a name counts in a comparison.
@@ -33,15 +36,24 @@ std::string Essence(std::string_view name) {
     return kept;
 }
 
-/// Short names first: RGB 32-bits is the display name of two types, of which RGB32 is the one meant.
+/// Short names first: RGB 32-bits is the display name of two types, of which RGB32 is the one meant. Own names before
+/// those of others: PFNC's RGB16 has 16 bits for each colour.
 std::vector<NamedType> AllNames() {
-    std::vector<NamedType> names = {{"RGB16", KY_TYPE_RGB16},
-                                    {"RGB24", KY_TYPE_RGB24},
-                                    {"BGR24", KY_TYPE_BGR24},
-                                    {"RGB32", KY_TYPE_RGB32},
-                                    {"BGR32", KY_TYPE_BGR32}};
-    for (const std::int64_t id : AllTypes()) names.push_back({KyPixelTypeFactory::GetPixelTypeName(id), id});
+    std::vector<NamedType> names = {{"RGB16", KY_TYPE_RGB16, "", false},
+                                    {"RGB24", KY_TYPE_RGB24, "", false},
+                                    {"BGR24", KY_TYPE_BGR24, "", false},
+                                    {"RGB32", KY_TYPE_RGB32, "", false},
+                                    {"BGR32", KY_TYPE_BGR32, "", false}};
+    for (const std::int64_t id : AllTypes()) names.push_back({KyPixelTypeFactory::GetPixelTypeName(id), id, "", false});
+    for (const CameraName& known : AllCameraNames()) names.push_back({known.name, known.type, known.order, true});
     return names;
+}
+
+std::optional<NamedType> FindNamed(const std::string& text) {
+    const std::string wanted = Essence(text);
+    for (const NamedType& named : AllNames())
+        if (Essence(named.name) == wanted) return named;
+    return std::nullopt;
 }
 
 std::optional<std::int64_t> ParseNumber(std::string_view text) {
@@ -79,10 +91,13 @@ std::string SuggestNames(const std::string& typed) {
         std::size_t distance;
         std::string text;
     };
+    // Camera-world names are so short that hardly anything must be added to get there.
+    constexpr std::size_t kForeign = 50;
     std::vector<Candidate> near;
-    for (const auto& [name, id] : AllNames())
-        if (const auto distance = Distance(Essence(typed), Essence(name)))
-            near.push_back({*distance, fmt::format("{} ({})", name, FormatTypeID(id))});
+    for (const NamedType& named : AllNames())
+        if (const auto distance = Distance(Essence(typed), Essence(named.name)))
+            near.push_back({*distance + (named.isForeign ? kForeign : 0),
+                            fmt::format("{} ({})", named.name, FormatTypeID(named.id))});
     std::ranges::stable_sort(near, {}, &Candidate::distance);
     near.resize(std::min(near.size(), std::size_t{3}));
     if (near.empty()) return "`kyimg list types` shows all";
@@ -100,6 +115,13 @@ std::string DescribeType(std::int64_t id) {
     return fmt::format("{} ({})", KyPixelTypeFactory::GetPixelTypeName(id), FormatTypeID(id));
 }
 
+std::string DisplayName(std::int64_t id) {
+    const char* const name = KyPixelTypeFactory::GetPixelTypeName(id);
+    if (id == KY_TYPE_RGB32) return fmt::format("{} [RGB32]", name);
+    if (id == KY_TYPE_BGR32) return fmt::format("{} [BGR32]", name);
+    return name;
+}
+
 std::vector<std::int64_t> AllTypes() {
     std::vector<std::int64_t> ids;
     std::int64_t id = 0;
@@ -112,10 +134,13 @@ std::int64_t FindType(const std::string& text) {
         if (KyPixelTypeFactory::HasPixelType(*number)) return *number;
         throw UsageError(fmt::format("there is no pixel type {}; `kyimg list types` shows all", text));
     }
-    const std::string wanted = Essence(text);
-    for (const auto& [name, id] : AllNames())
-        if (Essence(name) == wanted) return id;
+    if (const auto named = FindNamed(text)) return named->id;
     throw UsageError(fmt::format("unknown pixel type \"{}\"; {}", text, SuggestNames(text)));
+}
+
+std::string FindOrder(const std::string& text) {
+    const auto named = FindNamed(text);
+    return named ? named->order : "";
 }
 
 }  // namespace kyimg

@@ -5,6 +5,7 @@
 #include "InfoCommand.h"
 #include "ListCommand.h"
 #include "OrdersCommand.h"
+#include "ReferenceCommand.h"
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
@@ -25,8 +26,8 @@ constexpr const char* kDescription =
 constexpr const char* kExamples = R"(Examples:
   kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
   kyimg orders frame.raw --type 0x20010 --size 2592x1536 -o orders.png
-  kyimg list types | grep Packed
-  kyimg info "Bayer RGB 8-bits"
+  kyimg list --from "Bayer RGB 12-bits, Packed"
+  kyimg info BayerRG8
   kyimg convert --help        options of convert, and more examples
 
 Exit status: 0 done, 1 the request could not be fulfilled, 2 wrong command line.)";
@@ -57,6 +58,7 @@ void Run(int argc, const char* const* argv) {
     const CLI::App* const ordersCommand = AddOrdersCommand(app, orders);
     const CLI::App* const listCommand = AddListCommand(app, list);
     const CLI::App* const infoCommand = AddInfoCommand(app, info);
+    const CLI::App* const referenceCommand = AddReferenceCommand(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -77,8 +79,10 @@ void Run(int argc, const char* const* argv) {
         RunList(list);
     } else if (infoCommand->parsed()) {
         RunInfo(info);
+    } else if (referenceCommand->parsed()) {
+        RunReference();
     } else {
-        throw UsageError("a command is missing: convert, orders, list or info; see kyimg --help");
+        throw UsageError("a command is missing: convert, orders, list, info or reference; see kyimg --help");
     }
 }
 

@@ -1,0 +1,177 @@
+#include "MemoryLayout.h"
+
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <initializer_list>
+#include <sstream>
+
+namespace kyimg {
+
+namespace {
+
+/// Whether a type has this colour space (a mosaic counts as none) and one of these format indexes.
+bool Is(const KyPixelType& type, std::int64_t space, std::initializer_list<std::int64_t> indexes) {
+    return !type.IsBayerPattern() && (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == space &&
+           std::ranges::find(indexes, type.GetTypeID() & KY_TYPE_INDEX_MASK) != indexes.end();
+}
+
+bool IsPacked(const KyPixelType& type) { return (type.GetTypeID() & KY_TYPE_PACKED) != 0; }
+bool IsPlanar(const KyPixelType& type) { return (type.GetTypeID() & KY_TYPE_PLANAR) != 0; }
+
+constexpr std::int64_t kGray = KY_COLOUR_SPACE_GRAYSCALE, kRGB = KY_COLOUR_SPACE_RGB, kYUV = KY_COLOUR_SPACE_YUV;
+
+constexpr const char* kBytes = R"(byte   0    1    2    3
+     | p0 | p1 | p2 | p3 |     one byte for each pixel)";
+
+constexpr const char* kWords = R"(            byte 0     byte 1
+10 bits    76543210   ......98
+12 bits    76543210   ....BA98     right-aligned
+14 bits    76543210   ..DCBA98
+16 bits    76543210   FEDCBA98
+Normalized:
+10 bits    10......   98765432
+12 bits    3210....   BA987654     left-aligned
+14 bits    543210..   DCBA9876
+16 bits    76543210   FEDCBA98)";
+constexpr const char* kWordsNote =
+    "Words of 16 bits, the low byte first. Bits of a byte are drawn from the highest to the lowest; A to F are bits 10 "
+    "to "
+    "15 of a sample, dots are 0.";
+
+constexpr const char* kPairs = R"(            byte 0            byte 1            byte 2
+10 bits    p9 to p2   .. .. q1 q0 .. .. p1 p0   q9 to q2
+12 bits    pB to p4   q3 q2 q1 q0 p3 p2 p1 p0   qB to q4)";
+constexpr const char* kPairsNote =
+    "Two pixels, p and q, share three bytes; bits are drawn from the highest to the lowest, A and B are bits 10 and "
+    "11. "
+    "These are the \"Packed\" formats of GigE Vision, also where a name lacks \"GEV\": not its \"p\" formats, nor "
+    "those "
+    "of MIPI.";
+
+constexpr Family kFamilies[] = {
+    {"Grayscale in bytes", kBytes, "", [](const KyPixelType& type) { return Is(type, kGray, {1}); }},
+    {"Grayscale in words", kWords, kWordsNote,
+     [](const KyPixelType& type) {
+         return Is(type, kGray, {2, 3, 4, 5}) && !IsPacked(type);
+     }},
+    {"Grayscale, packed", kPairs, kPairsNote,
+     [](const KyPixelType& type) {
+         return Is(type, kGray, {2, 3, 8, 9}) && IsPacked(type);
+     }},
+    {"Grayscale, four taps", R"(in memory   a0 b0 c0 d0 a1 b1 c1 d1     samples of four outputs in turn
+picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
+     "Samples are bytes or words. This is our reading of these types: check it against your camera.",
+     [](const KyPixelType& type) {
+         return Is(type, kGray, {6, 7});
+     }},
+
+    {"Bayer mosaic in bytes", kBytes, "",
+     [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 1; }},
+    {"Bayer mosaic in words", kWords, kWordsNote,
+     [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && !IsPacked(type); }},
+    {"Bayer mosaic, packed", kPairs, kPairsNote,
+     [](const KyPixelType& type) { return type.IsBayerPattern() && IsPacked(type); }},
+
+    {"RGB 5-6-5", R"( byte 0     byte 1      the highest bit first
+gggbbbbb   rrrrrggg     a word, the low byte first)",
+     "Conversions from it know only the green; red and blue are constants.",
+     [](const KyPixelType& type) { return Is(type, kRGB, {1}); }},
+    {"RGB and BGR in bytes", R"(byte        0   1   2   3
+RGB 24    | R | G | B |
+BGR 24    | B | G | R |
+RGB 32    | R | G | B | x |     x is ignored in a source, 0 in a destination
+BGR 32    | B | G | R | x |)",
+     "0x00020007, named RGB 32-bits like 0x00020003, is BGR 32. Converters read and write three bytes for a pixel of "
+     "RGB 24 and BGR 24; the buffer size and the identity converters of the types not called \"Packed\" count a "
+     "fourth.",
+     [](const KyPixelType& type) {
+         return Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type);
+     }},
+    {"RGB in words", R"(byte        0   1   2   3   4   5   6   7
+RGB 48    |   R   |   G   |   B   |
+RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
+     "Words of 16 bits, the low byte first. Samples of 10 and 12 bits are right-aligned in them, of Normalized types "
+     "left-aligned.",
+     [](const KyPixelType& type) {
+         return Is(type, kRGB, {4, 5, 8, 9, 0xC, 0xD});
+     }},
+    {"RGB in planes", R"(| R R R ... | G G G ... | B B B ... |     a whole picture of each, in bytes)",
+     "Other types convert to 0x00820002 only, and nothing converts from planes.",
+     [](const KyPixelType& type) {
+         return Is(type, kRGB, {2, 0xA, 0xB}) && IsPlanar(type);
+     }},
+
+    {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     two pixels in four bytes
+10 bits    | Y0 | U | Y1 | V |     two pixels in four words)",
+     "U is Cb and V is Cr. Words have the low byte first; samples of 10 bits are right-aligned in them, of Normalized "
+     "types "
+     "left-aligned. The "
+     "conversion is that of BT.601 with Y from 16 to 235, which PFNC calls YCbCr601; pictures of full range come out "
+     "with more contrast.",
+     [](const KyPixelType& type) {
+         return Is(type, kYUV, {1, 2});
+     }},
+    {"YUV 4:4:4", R"(YUV      | U | Y | V |     one pixel in three bytes
+YCrCb    | Y | V | U |)",
+     "U is Cb and V is Cr; the conversion is that of 4:2:2.",
+     [](const KyPixelType& type) {
+         return Is(type, kYUV, {3, 5});
+     }},
+    {"YUV 4:1:1", R"(| U | Y0 | Y1 | V | Y2 | Y3 |     four pixels in six bytes)",
+     "U is Cb and V is Cr; the conversion is that of 4:2:2, but for the red of the second to the fourth pixel, which "
+     "is "
+     "computed from Y1.",
+     [](const KyPixelType& type) { return Is(type, kYUV, {6}); }},
+};
+
+constexpr TapOrder kTapOrders[] = {
+    {KY_TAP_LEFT_RIGHT, "dual, left + right", "l0 l1 l2 l3 r0 r1 r2 r3"},
+    {KY_TAP_LEFT_RIGHT_INVERTED, "dual, left + right inverted", "l0 l1 l2 l3 r3 r2 r1 r0"},
+    {KY_TAP_LEFT_INVERTED_RIGHT, "dual, left inverted + right", "l3 l2 l1 l0 r0 r1 r2 r3"},
+    {KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, "dual, left inverted + right inverted", "l3 l2 l1 l0 r3 r2 r1 r0"},
+    {KY_TAP_DUAL_LINES, "dual lines", "l0 l1 l2 l3 ... and, the line below, r0 r1 r2 r3 ..."},
+};
+
+const TapOrder* TapOrderOf(std::int64_t id) {
+    const auto found = std::ranges::find(kTapOrders, id & KY_TAP_LAYOUT_MASK, &TapOrder::layout);
+    return found == std::end(kTapOrders) ? nullptr : found;
+}
+
+}  // namespace
+
+const char* const kInterlacedNote = "lines 0, 2, 4 ... in the first half, lines 1, 3, 5 ... in the second";
+
+std::span<const Family> AllFamilies() { return kFamilies; }
+
+const Family* FamilyOf(const KyPixelType& type) {
+    const auto found = std::ranges::find_if(kFamilies, [&](const Family& family) { return family.holds(type); });
+    return found == std::end(kFamilies) ? nullptr : found;
+}
+
+std::span<const TapOrder> AllTapOrders() { return kTapOrders; }
+
+const char* TapText(std::int64_t id) {
+    if ((id & KY_TAP_LAYOUT_MASK) == KY_TAP_SINGLE) return "single";
+    const TapOrder* const order = TapOrderOf(id);
+    return order == nullptr ? "unknown" : order->name;
+}
+
+std::vector<std::string> DrawType(const KyPixelType& type) {
+    std::vector<std::string> lines;
+    if (const Family* const family = FamilyOf(type)) {
+        std::istringstream drawing(family->drawing);
+        for (std::string line; std::getline(drawing, line);) lines.push_back(line);
+    }
+    if (const TapOrder* const order = TapOrderOf(type.GetTypeID())) {
+        lines.push_back(fmt::format("in memory   {}     samples of two outputs in turn", kTapMemory));
+        lines.push_back(fmt::format("picture     {}", order->picture));
+    }
+    if ((type.GetTypeID() & KY_TYPE_INTERLACED) != 0) lines.push_back(fmt::format("fields: {}", kInterlacedNote));
+    return lines;
+}
+
+}  // namespace kyimg

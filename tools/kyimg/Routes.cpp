@@ -1,0 +1,72 @@
+#include "Routes.h"
+
+#include <KyImgLib/conversion/KyComplexConverter.h>
+#include <KyImgLib/conversion/KyIdentityConverter.h>
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+namespace kyimg {
+
+namespace {
+
+Route::How HowOf(const KyPixelConverter& converter) {
+    if (dynamic_cast<const KyComplexConverter*>(&converter) != nullptr) return Route::How::Chain;
+    if (dynamic_cast<const KyIdentityConverter*>(&converter) != nullptr) return Route::How::Identity;
+    return Route::How::Direct;
+}
+
+/// A chain does not tell its stages; this is the rule by which the library builds its own.
+std::optional<std::int64_t> IntermediateType(std::int64_t source, std::int64_t destination) {
+    const std::int64_t plain = PlainType(*KyPixelTypeFactory::FindPixelType(source)).value_or(KY_TYPE_RGB24);
+    for (const std::int64_t way : {plain, plain | (source & KY_TYPE_NORMALIZED), KY_TYPE_RGB24})
+        if (way != source && way != destination && KyPixelTypeFactory::HasConverter(source, way) &&
+            KyPixelTypeFactory::HasConverter(way, destination))
+            return way;
+    return std::nullopt;
+}
+
+}  // namespace
+
+const char* HowText(Route::How how) {
+    switch (how) {
+        case Route::How::Direct: return "direct";
+        case Route::How::Chain: return "chain";
+        default: return "identity";
+    }
+}
+
+std::optional<Route> FindRoute(std::int64_t source, std::int64_t destination) {
+    const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(source, destination);
+    if (converter == nullptr) return std::nullopt;
+    Route route = {source, destination, HowOf(*converter), std::nullopt};
+    if (route.how == Route::How::Chain) route.through = IntermediateType(source, destination);
+    return route;
+}
+
+std::vector<Route> FindRoutes(std::optional<std::int64_t> source, std::optional<std::int64_t> destination) {
+    std::vector<Route> routes;
+    std::int64_t from = source.value_or(0);
+    std::int64_t to = 0;
+    for (std::uint32_t index = 0; source ? KyPixelTypeFactory::EnumConverterFrom(index, from, to)
+                                         : KyPixelTypeFactory::EnumConverters(index, from, to);
+         ++index)
+        if (to == destination.value_or(to)) routes.push_back(*FindRoute(from, to));
+    return routes;
+}
+
+std::optional<std::int64_t> PlainType(const KyPixelType& type) {
+    const std::int64_t id = type.GetTypeID();
+    if ((id & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_GRAYSCALE && !type.IsBayerPattern()) return std::nullopt;
+    const std::int64_t format = id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
+    // Formats of grayscale that differ from another only in how samples are stored.
+    switch (format) {
+        case 0x00010006: return KY_TYPE_GRAYSCALE8;  // four taps
+        case 0x00010007:
+        case 0x00010008: return 0x00010002;  // 10 bits: four taps, GigE Vision packing
+        case 0x00010009: return 0x00010003;  // 12 bits: GigE Vision packing
+        default: return format;
+    }
+}
+
+}  // namespace kyimg

@@ -1,0 +1,21 @@
+#ifndef KYIMG_TYPEFACTS_H
+#define KYIMG_TYPEFACTS_H
+
+#include <string>
+
+class KyPixelType;
+
+namespace kyimg {
+
+/// "grayscale", "RGB", "RGB, Bayer mosaic", "YUV" or "unknown"
+std::string ColourSpaceText(const KyPixelType& type);
+
+/// "normalized (samples left-aligned), packed"; "plain" when nothing is to be said.
+std::string FlagsText(const KyPixelType& type);
+
+/// The class of the format, such as "KyBayerRGB8"; "KyPixelType" for formats of the application's own.
+const char* ClassName(const KyPixelType& type);
+
+}  // namespace kyimg
+
+#endif
