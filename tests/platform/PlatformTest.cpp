@@ -62,10 +62,10 @@ TEST(GateThread, LetsOneThreadInAsOftenAsItEnters) {
 TEST(ThreadID, IsUniqueAmongLivingThreads) {
     constexpr int threads = 8;
     std::vector<std::uint32_t> ids(threads);
-    std::latch allKnown(threads);
+    support::MeetingPoint allKnown(threads);
     support::RunOnThreads(threads, [&](int thread) {
         ids[static_cast<std::size_t>(thread)] = KyThread::GetCurrentThreadID();
-        allKnown.arrive_and_wait();
+        allKnown.Wait();
         EXPECT_EQ(ids[static_cast<std::size_t>(thread)], KyThread::GetCurrentThreadID());
     });
     std::set<std::uint32_t> different(ids.begin(), ids.end());
