@@ -14,28 +14,46 @@ AreaCase RandomChainCase(const Path& path, const PairReference& reference, bool 
     return test;
 }
 
-std::string Difference(const KyPixelConverter& chain, const Stages& stages, const AreaCase& test,
-                       const std::uint8_t* source) {
-    constexpr std::size_t kSlack = 256;  // for pixels that groups have beyond the end
-    const std::size_t lineSize =
-        chain.GetDestinationByteSize(std::max(test.destinationWidth, test.sourceWidth)) + std::size_t{test.padding};
-    std::vector<std::uint8_t> expected(test.destinationLines * lineSize + kSlack, 0x5A), written = expected, image,
-                                                                                         next;
-    const auto convert = [&](const KyPixelConverter& converter, AreaCase area, const std::uint8_t* from,
-                             std::vector<std::uint8_t>& to) {
-        area.filter = test.filter;
-        return Converting(converter, area)(from, to.data());
-    };
-    std::uint32_t status = convert(chain, test, source, written);
+namespace {
+
+constexpr std::size_t kSlack = 256;  // for pixels that groups have beyond the end
+
+void Convert(const KyPixelConverter& converter, const AreaCase& test, const std::uint8_t* source,
+             Picture& destination) {
+    const std::uint32_t status = Converting(converter, test)(source, destination.data());
+    if (status != KY_STATUS_SUCCESS) throw std::runtime_error(test.Describe() + ": status " + std::to_string(status));
+}
+
+Picture NewPicture(const KyPixelConverter& last, const AreaCase& test) {
+    const std::size_t lineSize = last.GetDestinationByteSize(std::max(test.destinationWidth, test.sourceWidth));
+    return Picture(test.destinationLines * (lineSize + test.padding) + kSlack, 0x5A);
+}
+
+}  // namespace
+
+Picture Converted(const KyPixelConverter& chain, const AreaCase& test, const std::uint8_t* source) {
+    Picture picture = NewPicture(chain, test);
+    Convert(chain, test, source, picture);
+    return picture;
+}
+
+Picture ConvertedByStages(const Stages& stages, const AreaCase& test, const std::uint8_t* source) {
+    AreaCase whole{test.Whole()};
+    whole.filter = test.filter;
+    Picture image, next;
     for (const KyPixelConverter* const stage : stages) {
         if (stage == stages.back()) break;
         next.assign(std::size_t{stage->GetDestinationByteSize(test.sourceWidth)} * test.sourceLines + kSlack, 0xA5);
-        status |= convert(*stage, {test.Whole()}, image.empty() ? source : image.data(), next);
+        Convert(*stage, whole, image.empty() ? source : image.data(), next);
         image.swap(next);
     }
-    status |= convert(*stages.back(), test, image.data(), expected);
-    if (status != KY_STATUS_SUCCESS) return test.Describe() + ": status " + std::to_string(status);
-    const auto place = std::mismatch(written.begin(), written.end(), expected.begin());
+    Picture picture = NewPicture(*stages.back(), test);
+    Convert(*stages.back(), test, image.data(), picture);
+    return picture;
+}
+
+std::string Difference(const AreaCase& test, const Picture& written, const Picture& expected) {
+    const auto place = std::mismatch(written.begin(), written.end(), expected.begin(), expected.end());
     if (place.first == written.end()) return "";
     return test.Describe() + ": byte " + std::to_string(place.first - written.begin()) + " of " +
            std::to_string(written.size()) + " is " + std::to_string(*place.first) + ", not " +

@@ -17,10 +17,16 @@ inline constexpr std::uint32_t kWideLine = 24 * 1024;
 
 using Stages = std::vector<const KyPixelConverter*>;
 
+/// Throws when there is none.
+inline const KyPixelConverter& Registered(std::int64_t source, std::int64_t destination) {
+    if (const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(source, destination))
+        return *converter;
+    throw std::out_of_range("no converter for " + Describe({source, destination}));
+}
+
 inline Stages StagesOf(const Path& path) {
     Stages stages;
-    for (std::size_t i = 0; i + 1 < path.size(); ++i)
-        stages.push_back(KyPixelTypeFactory::FindConverter(path[i], path[i + 1]));
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) stages.push_back(&Registered(path[i], path[i + 1]));
     return stages;
 }
 
@@ -48,8 +54,13 @@ private:
 AreaCase RandomChainCase(const Path& path, const PairReference& reference, bool interpolated, std::uint32_t lineBytes,
                          std::uint32_t height, support::Random& random);
 
-/// What differs between a chain and its stages one after the other; nothing when all is well.
-std::string Difference(const KyPixelConverter& chain, const Stages& stages, const AreaCase& test,
-                       const std::uint8_t* source);
+/// The destination and what is around it after a conversion.
+using Picture = std::vector<std::uint8_t>;
+Picture Converted(const KyPixelConverter& chain, const AreaCase& test, const std::uint8_t* source);
+/// After the stages of a chain one after the other.
+Picture ConvertedByStages(const Stages& stages, const AreaCase& test, const std::uint8_t* source);
+
+/// Tells where they differ; nothing when all is well.
+std::string Difference(const AreaCase& test, const Picture& written, const Picture& expected);
 
 #endif
