@@ -6,18 +6,28 @@ DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test bench docs format check-format deps
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench docs format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
 	@echo 'make test          build everything and run all tests'
+	@echo 'make test-windows  the same for Windows, with MinGW-w64 and Wine; make test-aarch64: for 64-bit ARM, with qemu;'
+	@echo '                   make test-nehalem: for a CPU without AVX, with qemu'
+	@echo 'make packages      Debian packages, a zip for Windows and a tarball of the sources, in build/packages'
 	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--benchmark_filter=..." is passed on)'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
 	@echo 'make format        format all sources;  make check-format: only say which would change'
 	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
 
+# DEPENDENCIES=installed: on systems without apt, where somebody else has seen to it.
 deps:
+ifneq ($(DEPENDENCIES),installed)
 	@scripts/install-dependencies
+endif
+
+deps-cross:
+	@scripts/install-dependencies --cross
+	@scripts/fetch-sources >/dev/null
 
 demo: deps
 	cmake --preset release
@@ -37,6 +47,19 @@ test: deps
 	cmake --preset release
 	cmake --build --preset release
 	ctest --preset release -j $(JOBS)
+
+test-windows: deps-cross
+	cmake --preset windows
+	cmake --build --preset windows
+	scripts/under-wine ctest --preset windows -j $(JOBS)
+
+test-aarch64 test-nehalem: test-%: deps-cross
+	cmake --preset $*
+	cmake --build --preset $*
+	ctest --preset $* -j $(JOBS)
+
+packages: deps-cross
+	scripts/make-packages build/packages
 
 bench:
 	@scripts/install-dependencies --bench

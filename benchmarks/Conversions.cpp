@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
+#include <string_view>
 
 namespace kybench {
 
@@ -19,8 +20,14 @@ std::shared_ptr<const KyRGBFilter> MakeFilter(const Row& row) {
 
 bool IsWanted(const Row& row, Size size, const Options& options) {
     if (std::regex_search(NameOf(row, size), options.filter)) return true;
-    // A filtered row tells little without its plain one.
     if (row.filter != Filter::kNone) return false;
+    // A chain tells little without its stages.
+    for (const Chain& chain : AllChains())
+        for (const std::string_view stage : chain.stages)
+            if (stage == row.conversion &&
+                std::regex_search(NameOf({chain.row, 0, 0, 0, Filter::kNone}, size), options.filter))
+                return true;
+    // And neither does a filtered row without its plain one.
     Row filtered = row;
     filtered.filter = Filter::kWhiteBalance;
     return std::regex_search(NameOf(filtered, size), options.filter);

@@ -1,10 +1,12 @@
 #include "Reporter.h"
 
 #include "LoadTime.h"
+#include "SmallConversions.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <string_view>
 
 namespace kybench {
 
@@ -66,6 +68,29 @@ void Reporter::PrintConversion(const Conversion& conversion) const {
     std::printf("\n");
 }
 
+/// Chains beside the slower of their stages.
+void Reporter::PrintChains() const {
+    bool isFirst = true;
+    for (const Conversion& conversion : conversions)
+        for (const Chain& chain : AllChains()) {
+            if (conversion.row.conversion != std::string_view(chain.row)) continue;
+            const auto times = TimesOf(BenchmarkName(conversion.row, conversion.size, conversion.level));
+            Times slower = {0, 0};
+            for (const char* const stage : chain.stages) {
+                Row alone = conversion.row;
+                alone.conversion = stage;
+                const auto found = TimesOf(BenchmarkName(alone, conversion.size, conversion.level));
+                if (found && found->median > slower.median) slower = *found;
+            }
+            if (!times || slower.median == 0) continue;
+            if (isFirst) std::printf("\n%-54s %-10s %s\n", "chains", "", "times the slower stage: median minimum");
+            std::printf("%-54s %-10s %30.2f %7.2f\n", NameOf(conversion.row, conversion.size).c_str(),
+                        KyCpuLevel::GetName(conversion.level), times->median / slower.median,
+                        times->minimum / slower.minimum);
+            isFirst = false;
+        }
+}
+
 void Reporter::Finalize() {
     if (!conversions.empty())
         std::printf(
@@ -74,8 +99,19 @@ void Reporter::Finalize() {
             "", "", "ns per pixel", "limit", "times the limit", "times", "row", "level", "median", "minimum", "median",
             "kernel", "median", "minimum", "plain");
     for (const Conversion& conversion : conversions) PrintConversion(conversion);
+    PrintChains();
 
     bool isFirst = true;
+    for (const SmallRow& row : AllSmallRows()) {
+        const auto times = TimesOf(row.name);
+        if (!times) continue;
+        if (isFirst) std::printf("\n%-39s %-10s %15s\n", "small conversions", "", "ns per call");
+        std::printf("%-39s %-10s %7.0f %7.0f\n", row.name, KyCpuLevel::GetName(KyCpuLevel::GetActive()), times->median,
+                    times->minimum);
+        isFirst = false;
+    }
+
+    isFirst = true;
     for (const LoadRow& row : kLoadRows) {
         const auto times = TimesOf(row.name);
         if (!times) continue;

@@ -37,6 +37,7 @@ private:
     std::optional<Times> TimesOf(const std::string& benchmarkName) const;
     LimitTimes TimesOf(const Limit& limit) const;
     void PrintConversion(const Conversion& conversion) const;
+    void PrintChains() const;
 
     std::vector<Conversion> conversions;
     std::map<std::string, std::vector<double>> repetitions;  ///< by name of the benchmark

@@ -86,11 +86,28 @@ constexpr Row kRows[] = {
     {"Taps12/both-inverted", kGray12 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, kGray12, 0, kNone},
     {"Taps12ToRGB32/both-inverted", kGray12 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, KY_TYPE_RGB32, 0, kNone},
     {"Taps12Packed/both-inverted", kGray12 | KY_TYPE_PACKED | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, kGray12, 0, kNone},
+
+    {"Bayer12PackedToBayer12", kBayer12 | KY_TYPE_PACKED, kBayer12, 0, kNone},
+    {"TapsBayer8/left-right", kBayer8 | KY_TAP_LEFT_RIGHT, kBayer8, 0, kNone},
+    {"Gray10ToRGB24", kGray10, KY_TYPE_RGB24, 0, kNone},
+    {"Chain/Bayer12Packed-Bayer12-RGB24/bilinear", kBayer12 | KY_TYPE_PACKED, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Chain/TapsBayer8-Bayer8-RGB24/bilinear", kBayer8 | KY_TAP_LEFT_RIGHT, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Chain/Gray10GEV-Gray10-RGB24", kGray10GEV, KY_TYPE_RGB24, 0, kNone},
+    {"Chain/YUV422-RGB24-Planar", kYUV422, KY_TYPE_RGB24_PLANAR, 0, kNone},
+};
+
+constexpr Chain kChains[] = {
+    {"Chain/Bayer12Packed-Bayer12-RGB24/bilinear", {"Bayer12PackedToBayer12", "Bayer12ToRGB24/bilinear"}},
+    {"Chain/TapsBayer8-Bayer8-RGB24/bilinear", {"TapsBayer8/left-right", "Bayer8ToRGB24/bilinear"}},
+    {"Chain/Gray10GEV-Gray10-RGB24", {"Gray10GEVToGray10", "Gray10ToRGB24"}},
+    {"Chain/YUV422-RGB24-Planar", {"YUV422ToRGB24", "RGB24ToPlanar"}},
 };
 
 }  // namespace
 
 std::span<const Row> AllRows() { return kRows; }
+
+std::span<const Chain> AllChains() { return kChains; }
 
 std::string NameOf(const Row& row, Size size) {
     const char* const filter = row.filter == kWhiteBalance ? "/wb/" : "/";

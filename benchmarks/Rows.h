@@ -32,6 +32,13 @@ struct Row {
 /// The table of everything that is measured.
 std::span<const Row> AllRows();
 
+/// A row that is a chain, and the rows that are its two stages alone.
+struct Chain {
+    const char* row;
+    const char* stages[2];
+};
+std::span<const Chain> AllChains();
+
 /// "Bayer8ToRGB24/bilinear/wb/1920x1080"
 std::string NameOf(const Row& row, Size size);
 

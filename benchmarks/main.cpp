@@ -3,6 +3,7 @@
 #include "LoadTime.h"
 #include "Options.h"
 #include "Reporter.h"
+#include "SmallConversions.h"
 
 #include <benchmark/benchmark.h>
 
@@ -46,8 +47,8 @@ void Run(char* program, const std::vector<std::string>& arguments) {
     const Frames frames = MakeFrames(conversions);
     for (const Conversion& conversion : conversions) RegisterBenchmark(conversion, frames);
     for (const Limit& limit : LimitsOf(conversions)) RegisterBenchmarks(limit, frames);
-    const int loadRows = RegisterLoadTimes(options);
-    if (conversions.empty() && loadRows == 0) throw std::runtime_error("the filter matches no row");
+    const int otherRows = RegisterSmallConversions(options) + RegisterLoadTimes(options);
+    if (conversions.empty() && otherRows == 0) throw std::runtime_error("the filter matches no row");
 
     Reporter table(conversions);
     benchmark::RunSpecifiedBenchmarks(options.wantsOtherFormat ? nullptr : &table);

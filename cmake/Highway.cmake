@@ -8,12 +8,17 @@ if(NOT KYIMGLIB_HIGHWAY_INCLUDE_DIR)
 endif()
 
 # The headers usually lie in /usr/include, which must never be named to a cross compiler: it would read the host's C
-# library there. So a folder of our own with a link to them.
-file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/highway)
-file(CREATE_LINK ${KYIMGLIB_HIGHWAY_INCLUDE_DIR}/hwy ${CMAKE_CURRENT_BINARY_DIR}/highway/hwy SYMBOLIC)
+# library there. So a folder of our own with a link to them. (Windows has no /usr/include, and links only for the chosen.)
+if(CMAKE_HOST_WIN32)
+  set(highway_folder ${KYIMGLIB_HIGHWAY_INCLUDE_DIR})
+else()
+  set(highway_folder ${CMAKE_CURRENT_BINARY_DIR}/highway)
+  file(MAKE_DIRECTORY ${highway_folder})
+  file(CREATE_LINK ${KYIMGLIB_HIGHWAY_INCLUDE_DIR}/hwy ${highway_folder}/hwy SYMBOLIC)
+endif()
 
 add_library(KyImgLibHighway INTERFACE)
-target_include_directories(KyImgLibHighway SYSTEM INTERFACE ${CMAKE_CURRENT_BINARY_DIR}/highway)
+target_include_directories(KyImgLibHighway SYSTEM INTERFACE ${highway_folder})
 
 # Stated rather than detected, so that neither the compiler nor its -march decides which levels there are. With
 # HWY_BROKEN_EMU128 the plain level is HWY_SCALAR for every compiler (else newer ones would take the emulated vectors).

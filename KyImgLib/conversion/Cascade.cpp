@@ -58,6 +58,9 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, const KyRGBFilter
     }
     const std::size_t fitting = kStripBytes / std::max<std::size_t>(bytesOfLine, 1);
     linesAtOnce = std::max(kFewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
+    const std::size_t bytesInAndOut =
+        std::size_t{stages[0].context.sourceLineSize} + stages[count - 1].context.destinationLineSize;
+    isLarge = ExceedsCache(bytesInAndOut * stages[count - 1].lines);
     stripBytes = kAlignment;
     for (std::size_t i = 0; i + 1 < count; ++i) {
         stages[i].stripLines = linesAtOnce + surplus;
@@ -82,6 +85,7 @@ void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std
         line = std::min(lines, line + linesAtOnce);
         Advance(count - 1, line);
     }
+    if (isLarge) FinishStreaming();
 }
 
 /// Makes a stage give its lines up to `end`, or a few more.
@@ -103,7 +107,7 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     if (IsLast(stage)) {
         const std::size_t lineSize = stage.context.destinationLineSize;
         lines.destination = output + lines.begin * lineSize;
-        lines.isLarge = ExceedsCache((stages[0].context.sourceLineSize + lineSize) * stage.lines);
+        lines.isLarge = isLarge;
     } else {
         lines.destination = MakeRoom(stage, stages[index + 1], end);
     }

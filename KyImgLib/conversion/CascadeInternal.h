@@ -66,6 +66,7 @@ private:
     std::size_t count;
     std::uint32_t linesAtOnce;
     std::size_t stripBytes;
+    bool isLarge;  ///< see KyLinePass
     const std::uint8_t* image;
     std::uint8_t* output;
 };

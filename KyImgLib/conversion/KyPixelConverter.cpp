@@ -110,8 +110,9 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     lines.destination = destination;
     lines.end = height - height % GetLineStep();
     lines.width = width;
-    lines.isLarge = ky::ExceedsCache((std::size_t{GetSourceByteSize(width)} + GetDestinationByteSize(width)) * height);
+    lines.isLarge = ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
     ConvertLines(*context, lines);
+    if (lines.isLarge) ky::FinishStreaming();
     return KY_STATUS_SUCCESS;
 }
 

@@ -176,7 +176,9 @@ struct KyLinePass {
     std::uint32_t firstLine;      ///< line index in the area of the first line call
     std::uint32_t height;         ///< destination lines; a multiple of lineStep
     std::uint32_t lineStep;       ///< line calls have the indexes firstLine, firstLine + lineStep, ...
-    bool isLarge;                 ///< the whole area reads and writes more than the caches hold
+    /// The whole area reads and writes more than the caches hold. What is written around them needs no fence here: an area
+    /// conversion ends with one.
+    bool isLarge;
 };
 
 #endif

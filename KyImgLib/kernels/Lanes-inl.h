@@ -258,13 +258,61 @@ constexpr VectorBytes UpperBytesInTurn() {
 }
 #endif
 
-/// The upper bytes of words: one of `even`, one of `odd`, and so on.
-HWY_INLINE V8 UpperBytes(V16 even, V16 odd) {
+/// Words to bytes: the lower one of those that `kShift` leaves to the right, limited to 255, of `even` and of `odd` in turn.
+/// What is left by the shift must be less than 32768.
+template <int kShift>
+HWY_INLINE V8 LimitPairs(V16 even, V16 odd) {
 #if KY_VBMI
+    // Doubling with saturation limits them in the upper bytes, which one permute picks.
     static constexpr VectorBytes kInTurn = UpperBytesInTurn();
+    for (int shift = kShift; shift < 8; ++shift) {
+        even = hn::SaturatedAdd(even, even);
+        odd = hn::SaturatedAdd(odd, odd);
+    }
     return V8{_mm512_permutex2var_epi8(even.raw, _mm512_load_si512(kInTurn.bytes), odd.raw)};
+#elif HWY_TARGET == HWY_NEON
+    const uint8x8_t evenBytes = vqshrn_n_u16(even.raw, kShift), oddBytes = vqshrn_n_u16(odd.raw, kShift);
+    return V8{vcombine_u8(vzip1_u8(evenBytes, oddBytes), vzip2_u8(evenBytes, oddBytes))};
 #else
-    return Bytes(hn::OrAnd(hn::ShiftRight<8>(even), odd, hn::Set(D16(), 0xFF00)));
+    even = hn::ShiftRight<kShift>(even);
+    odd = hn::ShiftRight<kShift>(odd);
+#if HWY_TARGET == HWY_AVX3
+    const V8 halves{_mm512_packus_epi16(even.raw, odd.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    const V8 halves{_mm256_packus_epi16(even.raw, odd.raw)};
+#else
+    const V8 halves{_mm_packus_epi16(even.raw, odd.raw)};
+#endif
+    static constexpr BlockBytes kInTurn = {{0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15}};
+    return hn::TableLookupBytes(halves, LoadBlock(kInTurn));
+#endif
+}
+
+/// The words of even and of odd index of two vectors' worth of memory.
+struct WordPairs {
+    V16 even, odd;
+};
+HWY_INLINE WordPairs LoadWordPairs(const std::uint8_t* from) {
+#if HWY_TARGET == HWY_AVX3
+    const V16 lower = Words(Load(from)), upper = Words(Load(from + kLanes));
+    return {hn::ConcatEven(D16(), upper, lower), hn::ConcatOdd(D16(), upper, lower)};
+#else
+    // Within blocks; with more than one in a vector, the even ones of memory in the first vector, the odd ones in the second.
+#if HWY_TARGET == HWY_AVX2
+    const __m128i* const blocks = reinterpret_cast<const __m128i*>(from);
+    const V8 first{
+        _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(blocks)), _mm_loadu_si128(blocks + 2), 1)};
+    const V8 second{
+        _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(blocks + 1)), _mm_loadu_si128(blocks + 3), 1)};
+#else
+    const V8 first = Load(from), second = Load(from + kLanes);
+#endif
+    static constexpr BlockBytes kEvenFirst = {{0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15}};
+    const TagOf<std::uint64_t> d;
+    const auto firstHalves = hn::BitCast(d, hn::TableLookupBytes(first, LoadBlock(kEvenFirst))),
+               secondHalves = hn::BitCast(d, hn::TableLookupBytes(second, LoadBlock(kEvenFirst)));
+    return {hn::BitCast(D16(), hn::InterleaveLower(d, firstHalves, secondHalves)),
+            hn::BitCast(D16(), hn::InterleaveUpper(d, firstHalves, secondHalves))};
 #endif
 }
 

@@ -31,7 +31,6 @@ public:
             left.source += left.sourceLine;
             left.destination += left.destinationLine;
         }
-        if (stream) hwy::FlushStream();
     }
 
 private:

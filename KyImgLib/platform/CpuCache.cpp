@@ -52,4 +52,10 @@ std::size_t LastLevelCacheSize() {
     return size;
 }
 
+void FinishStreaming() {
+#if defined(__x86_64__)
+    __builtin_ia32_sfence();
+#endif
+}
+
 }  // namespace ky

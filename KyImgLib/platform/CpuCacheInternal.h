@@ -12,6 +12,10 @@ std::size_t LastLevelCacheSize();
 /// source and destination together fill about two thirds of the last level; below that they lose up to 2.5 times.
 inline bool ExceedsCache(std::size_t bytes) { return bytes > LastLevelCacheSize() / 3 * 2; }
 
+/// Makes streamed writes visible to other threads in the order of the program. Kernels leave it to the end of an area, for
+/// what waits for them cannot do anything else meanwhile.
+void FinishStreaming();
+
 }  // namespace ky
 
 #endif

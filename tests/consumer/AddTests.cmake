@@ -8,16 +8,27 @@ add_test(NAME consumer/Install COMMAND ${CMAKE_COMMAND}
   -D BUILD=${PROJECT_BINARY_DIR} -D WORK=${work} -D CONFIG=$<CONFIG> -P ${consumer}/Install.cmake)
 set_tests_properties(consumer/Install PROPERTIES FIXTURES_SETUP installed)
 
+set(find_options -DCMAKE_PREFIX_PATH=${work}/prefix)
+if(CMAKE_CROSSCOMPILING)
+  # The toolchain file looks for packages in the other system's folders alone.
+  set(find_options -DCMAKE_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE}
+    -DKyImgLib_DIR=${work}/prefix/${CMAKE_INSTALL_LIBDIR}/cmake/KyImgLib)
+endif()
+
 add_test(NAME consumer/FindPackage COMMAND ${CMAKE_CTEST_COMMAND}
   --build-and-test ${consumer} ${work}/find-package
   --build-generator ${CMAKE_GENERATOR} --build-makeprogram ${CMAKE_MAKE_PROGRAM}
-  --build-options -DCMAKE_PREFIX_PATH=${work}/prefix
+  --build-options ${find_options}
     -DCMAKE_C_COMPILER=${CMAKE_C_COMPILER} -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}
     -DCMAKE_C_FLAGS=${CMAKE_C_FLAGS} -DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS}
   --test-command ${CMAKE_CTEST_COMMAND} --output-on-failure --no-tests=error)
 
 add_test(NAME consumer/PkgConfig COMMAND sh ${consumer}/pkg-config.sh ${work}/pkg-config)
+list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " emulator)
+if(MINGW)
+  set(link_flags "-static-libgcc -Wl,-Bstatic")  # its runtime libraries are no part of Windows
+endif()
 set_tests_properties(consumer/PkgConfig PROPERTIES ENVIRONMENT
-  "CC=${CMAKE_C_COMPILER};CXX=${CMAKE_CXX_COMPILER};PKG_CONFIG=${PKG_CONFIG_PROGRAM};PKG_CONFIG_PATH=${work}/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+  "CC=${CMAKE_C_COMPILER};CXX=${CMAKE_CXX_COMPILER};PKG_CONFIG=${PKG_CONFIG_PROGRAM};PKG_CONFIG_PATH=${work}/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig;LDFLAGS=${link_flags};EMULATOR=${emulator}")
 
 set_tests_properties(consumer/FindPackage consumer/PkgConfig PROPERTIES FIXTURES_REQUIRED installed)

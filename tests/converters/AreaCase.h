@@ -3,6 +3,7 @@
 
 #include <KyImgLib/KyImgLib.h>
 #include <tests/converters/FilterCase.h>
+#include <tests/support/Emulation.h>
 #include <tests/support/GuardedBuffer.h>
 #include <tests/support/Random.h>
 
@@ -58,9 +59,10 @@ inline AreaCase RandomArea(support::Random& random, const std::vector<FilterCase
 /// Widths that end anywhere in vectors of any size, alone and after many whole ones.
 inline std::vector<std::uint32_t> InterestingWidths() {
     std::vector<std::uint32_t> widths;
-    for (std::uint32_t width = 1; width <= 70; ++width) widths.push_back(width);
+    const std::uint32_t stride = support::Stride();
+    for (std::uint32_t width = 1; width <= 70; width += stride) widths.push_back(width);
     for (const std::uint32_t around : {95u, 129u, 192u, 257u, 321u, 640u, 1000u})
-        for (std::uint32_t width = around - 2; width <= around + 2; ++width) widths.push_back(width);
+        for (std::uint32_t width = around - 2; width <= around + 2; width += stride) widths.push_back(width);
     return widths;
 }
 

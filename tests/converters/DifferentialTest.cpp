@@ -1,6 +1,7 @@
 // Every converter of lines at every level of this CPU, against the reference.
 #include <tests/converters/Kind.h>
 #include <tests/support/CpuLevels.h>
+#include <tests/support/Emulation.h>
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ TEST_P(LineKernel, EveryWidth) {
 TEST_P(LineKernel, ManyLines) {
     for (const Kind& kind : kinds)
         for (const std::uint32_t width : {3u, 31u, 1500u})
-            ASSERT_EQ("", Difference(kind, Form::kArea, RandomCase(kind, width, 41), random));
+            ASSERT_EQ("", Difference(kind, Form::kArea, RandomCase(kind, width, support::ManyLines()), random));
 }
 
 TEST_P(LineKernel, LineAndPixelFormsInsideAndOutsideOfAreas) {

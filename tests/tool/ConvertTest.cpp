@@ -123,6 +123,7 @@ TEST_F(ConvertTest, PipesCarryWhatFilesDo) {
     ASSERT_EQ(Run(kCommand + "--bayer GRBG -o file.png").status, 0);
     const std::string options = " --type 131088 --size 22x10 --bayer GRBG --format png -o ";
     for (const std::string& arguments : {options + "-", " -" + options + "-", options + "/dev/stdout"}) {
+        if (arguments.ends_with("/dev/stdout") && !std::filesystem::exists("/dev/stdout")) continue;
         const ToolResult result = Run("convert" + arguments, mosaic);
         EXPECT_EQ(result.status, 0) << result.messages;
         EXPECT_EQ(result.output, ReadText("file.png")) << arguments;

@@ -83,8 +83,9 @@ TEST_F(GrayTest, LinesOfHalfAPairNeedToRunOn) {
     Bytes shorter = packed;
     shorter.pop_back();
     EXPECT_NE(Run(rgb + "0x410003", shorter).messages.find("needs 24"), std::string::npos);
-    for (const std::string types :
-         {"0x10003 --to 0x10003", "0x1410003 --to 0x10003", "0x610003 --to 0x10003", "0x410003 --to 0x410003"}) {
+    EXPECT_NE(Run(rgb + "0x410003 --line-bytes 9", packed).messages.find("contradict"), std::string::npos);
+    for (const std::string types : {"0x10003 --to 0x10003", "0x1410003 --to 0x10003", "0x610003 --to 0x10003",
+                                    "0x410003 --to 0x410003", "0x420012 --to RGB24", "0x410003 --to 0x820002"}) {
         const ToolResult result = Run(rgb + types, packed);
         EXPECT_EQ(result.status, 2) << types;
         EXPECT_NE(result.messages.find("--continuous"), std::string::npos) << result.messages;
@@ -102,6 +103,10 @@ TEST_F(GrayTest, OutputsComeBackInScanOrder) {
     ASSERT_EQ(result.status, 0) << result.messages;
     EXPECT_NE(result.messages.find("3x2"), std::string::npos) << result.messages;
     EXPECT_EQ(DecodePng("out.png").samples, (Bytes{0, 1, 2, 10, 11, 12}));
+    ASSERT_EQ(Run("convert lines.raw --type 0x10010001 --size 3x3 --to 0x820002 --format raw -o out.raw").status, 0);
+    EXPECT_EQ(Read("out.raw"), (Bytes{0, 1, 2, 10, 11, 12, 0, 1, 2, 10, 11, 12, 0, 1, 2, 10, 11, 12}));
+    EXPECT_NE(Run("convert lines.raw --type 0x10010001 --size 9x1 -o no.png").messages.find("two lines"),
+              std::string::npos);
 }
 
 }  // namespace

@@ -65,6 +65,86 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
                   std::string::npos);
 }
 
+/// Lines of 16-bit words as a camera of another type sends them: its outputs, alignment, packing and fields.
+std::vector<Bytes> Encode(std::int64_t type, unsigned bits, const Bytes& words, std::uint32_t height) {
+    std::vector<Bytes> lines(height);
+    for (std::uint32_t y = 0; y < height; ++y) {
+        const std::int64_t tap = type & KY_TAP_LAYOUT_MASK;
+        const bool leftInverted = (tap & (KY_TAP_LEFT_INVERTED_RIGHT | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED)) != 0;
+        const bool rightInverted = (tap & (KY_TAP_LEFT_RIGHT_INVERTED | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED)) != 0;
+        std::vector<unsigned> sent;
+        for (std::uint32_t i = 0; i < kWidth; ++i) {
+            const std::uint32_t last = kWidth / 2 - 1, step = i / 2;
+            std::uint32_t x = i;
+            if (tap != 0)
+                x = i % 2 == 0 ? (leftInverted ? last - step : step)
+                               : kWidth / 2 + (rightInverted ? last - step : step);
+            const std::size_t at = 2 * (std::size_t{y} * kWidth + x);
+            sent.push_back(words[at] + 256U * words[at + 1]);
+        }
+        Bytes& line = lines[(type & KY_TYPE_INTERLACED) == 0 ? y : y % 2 == 0 ? y / 2 : (height + 1) / 2 + y / 2];
+        const auto put = [&line](unsigned byte) { line.push_back(static_cast<std::uint8_t>(byte)); };
+        for (std::size_t i = 0; i < sent.size(); i += 2) {
+            const unsigned s0 = sent[i], s1 = sent[i + 1], rest = bits - 8, mask = (1U << rest) - 1;
+            if ((type & KY_TYPE_PACKED) != 0) {
+                put(s0 >> rest), put((s0 & mask) | (s1 & mask) << 4), put(s1 >> rest);
+                continue;
+            }
+            for (const unsigned sample : {s0, s1}) {
+                const unsigned word = (type & KY_TYPE_NORMALIZED) != 0 ? sample << (16 - bits) : sample;
+                put(word & 0xFF), put(word >> 8);
+            }
+        }
+    }
+    return lines;
+}
+
+TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
+    constexpr std::uint32_t kLines = 9;  // one field has a line more; the last line has no neighbour below
+    for (const std::int64_t type : {0x420011, 0x420012, 0x420014, 0x420015, 0x1420012, 0x8420011, 0x2020011, 0x4020012,
+                                    0x1120012, 0x220011, 0x220014, 0x320011}) {
+        SCOPED_TRACE(type);
+        const std::int64_t plain = type & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
+        const unsigned bits = KyPixelTypeFactory::FindPixelType(type)->GetPixelBitSize();
+        const Bytes words = MakeWords(bits);
+        Write("plain.raw", Bytes(words.begin(), words.begin() + 2 * kWidth * kLines));
+        Bytes sent, padded;
+        for (const Bytes& line : Encode(type, bits, words, kLines)) {
+            sent.insert(sent.end(), line.begin(), line.end());
+            padded.insert(padded.end(), line.begin(), line.end());
+            padded.insert(padded.end(), {0xAA, 0xBB, 0xCC});
+        }
+        Write("sent.raw", sent);
+        Write("padded.raw", padded);
+        const std::string padding = " --line-bytes " + std::to_string(sent.size() / kLines + 3);
+        const auto convert = [this](const std::string& source, std::int64_t id, const std::string& options) {
+            const ToolResult result = Run("convert -q --format raw -o - --size 22x9 --bayer RGGB --type " +
+                                          std::to_string(id) + " " + source + options);
+            EXPECT_EQ(result.messages, "") << options;
+            return Bytes(result.output.begin(), result.output.end());
+        };
+        for (const std::string options : {"", " -i", " --gain 1.7,1,0.6 --offset 100,0,9", " -i --gain 1.7,1,0.6"}) {
+            const bool interpolates = options.find("-i") != std::string::npos;
+            const Bytes rgb = convert("plain.raw", plain, options + " --to RGB24");
+            ASSERT_EQ(rgb.size(), 3U * kWidth * (interpolates ? 9 : 8));
+            EXPECT_EQ(convert("sent.raw", type, options), rgb);
+            EXPECT_EQ(convert("padded.raw", type, options + padding), rgb);
+            EXPECT_EQ(convert("sent.raw", type, options + " --to 0x820002"), ToPlanes(rgb)) << options;
+            for (const std::string to : {" --to RGB16", " --to BGR32"})
+                EXPECT_EQ(convert("sent.raw", type, options + to), convert("plain.raw", plain, options + to));
+        }
+        EXPECT_EQ(Run("convert sent.raw -q --format raw -o out.raw --size 22x9 --type " + std::to_string(type) +
+                      " --to " + std::to_string(plain))
+                      .messages,
+                  "");
+        EXPECT_EQ(Read("out.raw"), Read("plain.raw"));
+    }
+    const ToolResult odd = Run("convert sent.raw --type 0x420012 --size 21x9 -o no.png");
+    EXPECT_EQ(odd.status, 1);
+    EXPECT_NE(odd.messages.find("the width must be even"), std::string::npos) << odd.messages;
+    EXPECT_EQ(ListFiles().count("no.png"), 0U);
+}
+
 TEST_F(MosaicTest, SheetHasWhatConvertMakesOfEachOrder) {
     Write("in.raw", MakeWords(12));
     const std::string source = "in.raw --type 0x20012 --size 22x10 --gain 2,1,1.5 ";

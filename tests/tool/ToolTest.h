@@ -1,6 +1,8 @@
 #ifndef TESTS_TOOL_TOOLTEST_H
 #define TESTS_TOOL_TOOLTEST_H
 
+#include "RunProgram.h"
+
 #include <gtest/gtest.h>
 #include <png.h>
 
@@ -39,6 +41,14 @@ inline Bytes MakeBytes(std::size_t count) {
     return bytes;
 }
 
+/// Of RGB24.
+inline Bytes ToPlanes(const Bytes& rgb) {
+    Bytes planes;
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        for (std::size_t i = channel; i < rgb.size(); i += 3) planes.push_back(rgb[i]);
+    return planes;
+}
+
 /// Runs the program that the environment variable KYIMG names, in an empty folder of the test's own.
 class ToolTest : public testing::Test {
 protected:
@@ -49,13 +59,16 @@ protected:
     }
     void TearDown() override { std::filesystem::remove_all(folder); }
 
-    /// `arguments` are for the shell. Input comes through a pipe, as a file would tell its size.
+    /// `arguments` are for the shell.
     ToolResult Run(const std::string& arguments, const Bytes& input = {}) const {
         Write("../stdin", input);
-        const std::string command = "cd '" + (folder / "files").string() + "' && cat ../stdin | \"$KYIMG\" " +
-                                    arguments + " >../stdout 2>../stderr";
-        const int status = std::system(command.c_str());
-        return {status < 0 ? status : status >> 8, ReadText("../stdout"), ReadText("../stderr")};
+        const int status = RunProgram(arguments, folder);
+        ToolResult result = {status, ReadText("../stdout"), ReadText("../stderr")};
+#if defined(_WIN32)  // text has other ends of lines there; a picture must not
+        if (arguments.find("-o -") == std::string::npos) std::erase(result.output, '\r');
+        std::erase(result.messages, '\r');
+#endif
+        return result;
     }
 
     void Write(const std::string& name, const Bytes& bytes) const {
@@ -79,7 +92,7 @@ protected:
 
     DecodedPng DecodePng(const std::string& name) const {
         DecodedPng picture;
-        std::FILE* const file = std::fopen((folder / "files" / name).c_str(), "rb");
+        std::FILE* const file = std::fopen((folder / "files" / name).string().c_str(), "rb");
         if (file == nullptr) return picture;
         png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
         png_infop info = png_create_info_struct(png);

@@ -3,6 +3,7 @@
 
 #include "ConvertOptions.h"
 #include "Picture.h"
+#include "SourceLines.h"
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
@@ -20,10 +21,10 @@ public:
     /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
     explicit Conversion(const ConvertOptions& options);
 
-    /// "1920x1080 Bayer RGB 8-bits"
+    /// "1920x1080 Bayer RGB 8-bits", and how its lines lie when that does not follow from the width alone
     std::string DescribeSource() const;
 
-    std::uint64_t GetSourceFrameSize() const;
+    std::uint64_t GetSourceFrameSize() const { return lines.GetFrameBytes(); }
 
     /// Whether a PNG or PPM can show the result.
     bool MakesPicture() const;
@@ -32,27 +33,28 @@ public:
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
 
-    /// Converts a frame. `source` must have kSlack bytes more than GetSourceFrameSize(). Throws Failure.
+    /// Converts a frame of GetSourceFrameSize() bytes. Throws Failure.
     ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;
 
-    /// Converters of pixel groups may go a group past the end of a frame.
-    static constexpr std::size_t kSlack = 64;
-
 private:
+    void DivideChain();
     void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
     void ChooseFilter(const ConvertOptions& options, bool isColour);
     void ChooseArea(bool isDemosaicing);
-    void CheckPairs(bool isDemosaicing) const;
-    ImageSize GetConvertedSize() const;
+    void NoteFlaws();
+    ImageSize GetFilled() const;
     ConvertedFrame DescribeDestination() const;
+    std::vector<std::uint8_t> Run(const KyPixelConverter& step, const KyRGBFilter* usedFilter,
+                                  const std::uint8_t* pixels, ImageSize from, ImageSize to) const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
     ImageSize size;
-    ImageSize area;     ///< what of the size the converter fills
-    bool isContinuous;  ///< pairs of packed pixels do not end with a line
     std::uint32_t flags = 0;
-    const KyPixelConverter* converter = nullptr;
+    const KyPixelConverter* converter;
+    const KyPixelConverter* finisher = nullptr;  ///< converts on from RGB24, without filter; null: nothing left to do
+    SourceLines lines;
+    ImageSize area;                       ///< the picture
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
     std::vector<std::string> notes;
 };

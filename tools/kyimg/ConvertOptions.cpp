@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string_view>
@@ -21,7 +22,8 @@ constexpr const char* kExamples = R"(Examples:
   camera-grab | kyimg convert --type "Bayer RGB 8-bits" --size 640x480 --bayer RGGB --to RGB16 \
         --format raw -o - > frame.565
   kyimg convert film.raw --type 0x20010 --size 640x480 --bayer BGGR --frames all -o film.ppm
-        writes film-0001.ppm, film-0002.ppm, ...)";
+        writes film-0001.ppm, film-0002.ppm, ...
+  kyimg convert frame.yuyv --type "YUV 8-bits 4:2:2" --size 637x480 --line-bytes 1280 -o frame.png)";
 
 std::optional<std::uint64_t> ParseWhole(std::string_view digits) {
     std::uint64_t number = 0;
@@ -48,8 +50,16 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
         "Pixel type: ID (0x20010 or decimal) or display name,\nsee kyimg list")
         ->required();
     Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
+    const auto notNegative = [](const std::string& text) {
+        return text.starts_with('-') ? "must not be negative" : "";
+    };
     Add(command, kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
-        ->check([](const std::string& text) { return text.starts_with('-') ? "must not be negative" : ""; });
+        ->check(notNegative);
+    Add(command, kInput, "--line-bytes", options.lineBytes, "N",
+        "From the start of one line to that of the next, where\n"
+        "lines are padded. Without it they follow one another, of\n"
+        "4:2:2 in whole pairs of pixels, of 4:1:1 in whole fours")
+        ->check(notNegative);
 }
 
 void AddGains(CLI::App* command, ConvertOptions& options) {
@@ -57,7 +67,10 @@ void AddGains(CLI::App* command, ConvertOptions& options) {
         ->delimiter(',')
         ->expected(3);
     Add(command, kConversion, "--offset", options.offsets, "R,G,B",
-        "Whole numbers to add after the gain, in values of a\nsource sample")
+        "Whole numbers to add after the gain, in values of a\n"
+        "source sample: of its high byte for normalized types (but\n"
+        "not for interlaced or tapped mosaics), of the RGB of 8\n"
+        "bits that comes out of YUV")
         ->delimiter(',')
         ->expected(3);
 }
@@ -89,7 +102,8 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     Add(command, kConversion, "--to", options.destination, "TYPE",
         "RGB16, RGB24, BGR24, RGB32, BGR32, an ID or a display\n"
         "name. RGB48 keeps the 10 to 14 bits of a mosaic in words.\n"
-        "Default: RGB24, for gray types 8-bit gray");
+        "Default: RGB24, for gray types 8-bit gray, for RGB16 itself.\n"
+        "YUV counts as BT.601, with Y from 16 to 235");
     command
         ->add_flag("-i,--interpolate", options.interpolate,
                    "Mosaic: bilinear interpolation, instead of one colour for\neach cell of 2x2 pixels")
@@ -139,10 +153,9 @@ CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options) {
 }
 
 ImageSize ParseSize(const std::string& text) {
-    const std::size_t cross = text.find_first_of("xX");
+    const std::size_t cross = std::min(text.find_first_of("xX"), text.size());
     const auto width = ParseWhole(std::string_view(text).substr(0, cross));
-    const auto height =
-        cross == std::string::npos ? std::nullopt : ParseWhole(std::string_view(text).substr(cross + 1));
+    const auto height = ParseWhole(std::string_view(text).substr(std::min(cross + 1, text.size())));
     if (!width || !height) throw UsageError(fmt::format("--size: \"{}\" is not like 1920x1080", text));
     if (*width == 0 || *height == 0) throw UsageError(fmt::format("--size: an image of {} has no pixels", text));
     if (*width > kMostPixels / *height)

@@ -21,6 +21,7 @@ struct ConvertOptions {
     std::vector<double> offsets;  ///< likewise
     std::string frames;           ///< empty: the input is one frame
     std::uint64_t skipBytes = 0;
+    std::uint64_t lineBytes = 0;  ///< 0: not given
     bool isContinuous = false;
     std::string output;
     std::string format;  ///< empty: by the extension of the output

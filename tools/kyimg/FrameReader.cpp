@@ -11,7 +11,7 @@ FrameReader::FrameReader(const ConvertOptions& options, const Conversion& wanted
     : conversion(wantedConversion), range(wantedRange), severalHint(hint), input(options.input) {
     if (options.skipBytes > 0) input.Skip(options.skipBytes);
     if (const auto available = input.GetRemainingSize()) CheckInputSize(*available);
-    frame.resize(conversion.GetSourceFrameSize() + Conversion::kSlack);
+    frame.resize(conversion.GetSourceFrameSize());
 }
 
 void FrameReader::CheckInputSize(std::uint64_t available) const {

@@ -23,7 +23,7 @@ public:
     /// Reads the next wanted frame; false at the end. Throws Failure.
     bool Next();
 
-    /// What Next() read, with the slack that Conversion::Convert() needs.
+    /// What Next() read.
     const std::vector<std::uint8_t>& GetFrame() const { return frame; }
     /// Its number; the first frame of the input is 1.
     std::uint64_t GetNumber() const { return number; }

@@ -3,29 +3,41 @@
 #include "CameraNames.h"
 #include "Columns.h"
 #include "ConvertOptions.h"
+#include "ConverterChoice.h"
+#include "Errors.h"
 #include "Json.h"
 #include "MemoryLayout.h"
 #include "Routes.h"
+#include "SourceLines.h"
 #include "TypeFacts.h"
 #include "TypeNames.h"
 
-#include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <fmt/format.h>
 
+#include <optional>
 #include <string>
 
 namespace kyimg {
 
 namespace {
 
-/// Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
-std::uint64_t FrameBytes(const Route& route, const ImageSize& size) {
-    const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(route.source, route.destination);
-    return std::uint64_t{converter.GetSourceByteSize(size.width)} * size.height;
+/// Of a frame as kyimg convert reads it; nothing when there is none of this size. Converters of a type do not all read
+/// frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
+std::optional<std::uint64_t> FrameBytes(const Route& route, const ImageSize& size) {
+    try {
+        return SourceLines(FindConverter(route.source, route.destination), size, ConvertOptions()).GetFrameBytes();
+    } catch (const Failure&) {  // such as an odd width of packed pairs
+        return std::nullopt;
+    }
+}
+
+std::string FrameBytesText(const Route& route, const ImageSize& size) {
+    const auto bytes = FrameBytes(route, size);
+    return bytes ? std::to_string(*bytes) : "-";
 }
 
 void PrintFact(const std::string& title, const std::string& text) { PrintLine(fmt::format("{:<15}", title), text); }
@@ -44,7 +56,7 @@ void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) 
     fmt::print("\nconverts to  how       through     frame bytes  name\n");
     for (const Route& route : routes)
         PrintLine(fmt::format("{}   {:<8}  {:<10}  {:>11}  ", FormatTypeID(route.destination), HowText(route.how),
-                              route.through ? FormatTypeID(*route.through) : "-", FrameBytes(route, size)),
+                              route.through ? FormatTypeID(*route.through) : "-", FrameBytesText(route, size)),
                   DisplayName(route.destination));
 }
 
@@ -81,7 +93,7 @@ void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, cons
     json["converters"] = Json::array();
     for (const Route& route : routes) {
         Json converter = RouteToJson(route);
-        converter["frameBytes"] = FrameBytes(route, size);
+        if (const auto bytes = FrameBytes(route, size)) converter["frameBytes"] = *bytes;
         json["converters"].push_back(converter);
     }
     PrintJson(json);

@@ -24,7 +24,10 @@ std::optional<PictureLayout> GrayLayout(std::int64_t id, std::uint32_t bits, std
 
 std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, std::size_t pixelBytes,
                                           std::size_t planeBytes) {
-    if ((id & KY_TYPE_PLANAR) != 0) return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
+    if ((id & KY_TYPE_PLANAR) != 0) {
+        if (planeBytes == 0) return std::nullopt;  // a copy of something planar, whose planes are not known
+        return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
+    }
     switch (id & KY_TYPE_INDEX_MASK) {
         case 0x01: return PictureLayout{3, 8, true, pixelBytes, {}};
         case 0x02:  // RGB24

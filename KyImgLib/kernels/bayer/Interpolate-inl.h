@@ -233,7 +233,6 @@ public:
             if (done == 1) job.line = job.line.Next();
             y += done;
         }
-        if (stream) hwy::FlushStream();
     }
 
 private:

@@ -18,7 +18,6 @@ public:
             else
                 stream ? Convert<false, true>(pair, begin, end) : Convert<false, false>(pair, begin, end);
         }
-        if (stream) hwy::FlushStream();
     }
 
 private:

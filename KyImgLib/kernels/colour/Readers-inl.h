@@ -107,14 +107,10 @@ struct ReadYUV422 : ReadByteGroups<2, 4> {
     }
 #if !KY_PLAIN
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
-        return FromVectors(Load(from), Load(from + kLanes));
-    }
-    static HWY_INLINE Planes8 FromVectors(V8 lower, V8 upper) {
-        const V16 evenAndU = hn::ConcatEven(D16(), Words(upper), Words(lower));
-        const V16 oddAndV = hn::ConcatOdd(D16(), Words(upper), Words(lower));
-        const Chroma chroma = ChromaOf(UpperBytesAlone(evenAndU), UpperBytesAlone(oddAndV));
-        return InTurn(RGBOf(LumaOfLower(LowerBytesAlone(evenAndU)), chroma),
-                      RGBOf(LumaOfLower(LowerBytesAlone(oddAndV)), chroma));
+        const WordPairs pairs = LoadWordPairs(from);
+        const Chroma chroma = ChromaOf(UpperBytesAlone(pairs.even), UpperBytesAlone(pairs.odd));
+        return InTurn(RGBOf(LumaOfLower(LowerBytesAlone(pairs.even)), chroma),
+                      RGBOf(LumaOfLower(LowerBytesAlone(pairs.odd)), chroma));
     }
 #endif
 };
@@ -128,7 +124,10 @@ struct ReadYUV422Words : ReadWordGroups<std::uint8_t, 2, 4> {
     }
 #if !KY_PLAIN
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings& settings) {
-        return ReadYUV422::FromVectors(Narrow(from, settings), Narrow(from + 2 * kLanes, settings));
+        HWY_ALIGN std::uint8_t bytes[2 * kLanes];
+        hn::Store(Narrow(from, settings), D8(), bytes);
+        hn::Store(Narrow(from + 2 * kLanes, settings), D8(), bytes + kLanes);
+        return ReadYUV422::ReadVector(bytes, settings);
     }
 
 private:
@@ -148,8 +147,8 @@ struct ReadYUV411 : ReadByteGroups<4, 6> {
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         const Groups groups(from);
         const Chroma chroma = ChromaOf(groups.Samples<0, 0>(), groups.Samples<3, 3>());
-        RGBWords even = RGBOf(LumaOf(groups.Samples<1, 4>()), chroma);
-        RGBWords odd = RGBOf(LumaOf(groups.Samples<2, 5>()), chroma);
+        RGBSums even = RGBOf(LumaOf(groups.Samples<1, 4>()), chroma);
+        RGBSums odd = RGBOf(LumaOf(groups.Samples<2, 5>()), chroma);
         even.first = RedOf(LumaOf(groups.Samples<1, 2>()), chroma);
         odd.first = RedOf(LumaOf(groups.Samples<2, 2>()), chroma);
         return InTurn(even, odd);

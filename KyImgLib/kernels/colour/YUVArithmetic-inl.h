@@ -9,7 +9,7 @@
 //     blue  = (149 Y + 258 U             - 35344) >> 7  =  (floor(149 Y / 2) + 129 U - 17672) >> 6
 //
 // A sum that saturates in unsigned words before the last subtraction is above 255 all the same, and one that would be less
-// than 0 ends there. Doubling a sum, again with saturation, limits it to 255 and brings that to the upper byte.
+// than 0 ends there. The shift, and the limit of 255, come last.
 //
 // Samples are taken in the upper bytes of words: the high half of a product is then sample * factor / 256, exactly.
 
@@ -24,21 +24,19 @@ HWY_INLINE Chroma ChromaOf(V16 u, V16 v) {
     return {Times(v, 409 * 128), hn::Add(Times(v, 104 * 256), Times(u, 50 * 256)), Times(u, 129 * 256)};
 }
 
-/// Red, green and blue in the upper bytes of words.
-using RGBWords = Planes16;
-
-HWY_INLINE V16 Double(V16 v) { return hn::SaturatedAdd(v, v); }
+/// Red, green and blue before the shift.
+using RGBSums = Planes16;
 
 HWY_INLINE V16 RedOf(V16 luma, const Chroma& chroma) {
-    return Double(hn::SaturatedSub(hn::SaturatedAdd(luma, chroma.red), hn::Set(D16(), 28496)));
+    return hn::SaturatedSub(hn::SaturatedAdd(luma, chroma.red), hn::Set(D16(), 28496));
 }
 
 /// `luma` is 149 Y.
-HWY_INLINE RGBWords RGBOf(V16 luma, const Chroma& chroma) {
+HWY_INLINE RGBSums RGBOf(V16 luma, const Chroma& chroma) {
     const D16 d;
     const V16 green = hn::SaturatedSub(hn::Add(luma, hn::Set(d, 17392)), chroma.green);
     const V16 blue = hn::SaturatedSub(hn::Add(hn::ShiftRight<1>(luma), chroma.blue), hn::Set(d, 17672));
-    return {RedOf(luma, chroma), Double(green), Double(Double(blue))};
+    return {RedOf(luma, chroma), green, blue};
 }
 
 HWY_INLINE V16 LumaOf(V16 y) { return Times(y, 149 * 256); }
@@ -47,8 +45,9 @@ HWY_INLINE V16 LumaOfLower(V16 y) { return hn::Mul(y, hn::Set(D16(), 149)); }
 HWY_INLINE V16 LowerBytesAlone(V16 v) { return hn::And(v, hn::Set(D16(), 0x00FF)); }
 HWY_INLINE V16 UpperBytesAlone(V16 v) { return hn::And(v, hn::Set(D16(), 0xFF00)); }
 
-HWY_INLINE Planes8 InTurn(const RGBWords& even, const RGBWords& odd) {
-    return {UpperBytes(even.first, odd.first), UpperBytes(even.second, odd.second), UpperBytes(even.third, odd.third)};
+HWY_INLINE Planes8 InTurn(const RGBSums& even, const RGBSums& odd) {
+    return {LimitPairs<7>(even.first, odd.first), LimitPairs<7>(even.second, odd.second),
+            LimitPairs<6>(even.third, odd.third)};
 }
 
 #endif

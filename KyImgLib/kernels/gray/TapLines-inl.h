@@ -138,7 +138,6 @@ public:
             from += band.sourceLine;
             to += band.destinationLine;
         }
-        if (stream) hwy::FlushStream();
     }
 
 private:

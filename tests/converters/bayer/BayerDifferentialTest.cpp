@@ -1,6 +1,7 @@
 // Every kernel of the Bayer families at every level of this CPU, against the reference.
 #include <tests/converters/bayer/BayerCase.h>
 #include <tests/support/CpuLevels.h>
+#include <tests/support/Emulation.h>
 
 #include <gtest/gtest.h>
 
@@ -43,7 +44,7 @@ TEST_P(BayerKernel, EveryWidthAndHeight) {
 TEST_P(BayerKernel, ManyLines) {
     for (const bool interpolate : {false, true})
         for (const std::uint32_t step : {1u, 2u}) {
-            BayerCase test = RandomCase(interpolate, 3000, 41);
+            BayerCase test = RandomCase(interpolate, 3000, support::ManyLines());
             test.step = std::max(step, kind.samples.bytes);
             ASSERT_EQ("", Run(test));
         }

@@ -1,0 +1,109 @@
+/*
+ * unload_under_threads LIBRARY: a program in plain C that knows nothing of the library but its file and the names of its
+ * functions. Threads convert a frame each; then the library is unloaded while they live, and they end after that.
+ */
+#include <stdint.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#if defined(_WIN32)
+#include <windows.h>
+
+typedef HMODULE Library;
+typedef HANDLE Thread;
+typedef HANDLE Semaphore;
+typedef FARPROC Address;
+#define THREAD_FUNCTION static DWORD WINAPI
+static Library Load(const char* path) { return LoadLibraryA(path); }
+static int Unload(Library library) { return FreeLibrary(library) != 0; }
+static Address Find(Library library, const char* name) { return GetProcAddress(library, name); }
+static void Create(Semaphore* semaphore) { *semaphore = CreateSemaphoreA(NULL, 0, 1000, NULL); }
+static void Post(Semaphore* semaphore) { ReleaseSemaphore(*semaphore, 1, NULL); }
+static void Wait(Semaphore* semaphore) { WaitForSingleObject(*semaphore, INFINITE); }
+static int Start(Thread* thread, LPTHREAD_START_ROUTINE function) {
+    *thread = CreateThread(NULL, 0, function, NULL, 0, NULL);
+    return *thread != NULL;
+}
+static int Ends(Thread thread) { return WaitForSingleObject(thread, 60000) == WAIT_OBJECT_0; }
+#else
+#include <dlfcn.h>
+#include <pthread.h>
+#include <semaphore.h>
+
+typedef void* Library;
+typedef pthread_t Thread;
+typedef sem_t Semaphore;
+typedef void* Address;
+#define THREAD_FUNCTION static void*
+static Library Load(const char* path) { return dlopen(path, RTLD_NOW | RTLD_LOCAL); }
+static int Unload(Library library) { return dlclose(library) == 0; }
+static Address Find(Library library, const char* name) { return dlsym(library, name); }
+static void Create(Semaphore* semaphore) { sem_init(semaphore, 0, 0); }
+static void Post(Semaphore* semaphore) { sem_post(semaphore); }
+static void Wait(Semaphore* semaphore) { sem_wait(semaphore); }
+static int Start(Thread* thread, void* (*function)(void*)) { return pthread_create(thread, NULL, function, NULL) == 0; }
+static int Ends(Thread thread) { return pthread_join(thread, NULL) == 0; }
+#endif
+
+enum { THREADS = 8, WIDTH = 64, HEIGHT = 4 };
+
+static const void* (*get_converter)(int64_t, int64_t);
+static uint32_t (*convert_area)(const void*, const uint8_t*, uint32_t, uint32_t, uint8_t*, uint32_t, uint32_t, uint32_t,
+                                uint32_t, uint32_t, uint32_t);
+static Semaphore converted, unloaded;
+
+static void Require(int holds, const char* what) {
+    if (holds) return;
+    fprintf(stderr, "%s\n", what);
+    exit(1);
+}
+
+/* A Bayer mosaic of one grey value becomes an RGB picture of it. */
+static void Convert(void) {
+    uint8_t mosaic[WIDTH * HEIGHT], picture[3 * WIDTH * HEIGHT];
+    size_t right = 0;
+    memset(mosaic, 77, sizeof mosaic);
+    memset(picture, 0, sizeof picture);
+    Require(convert_area(get_converter(0x20010, 0x20002), mosaic, WIDTH, HEIGHT, picture, WIDTH, HEIGHT, WIDTH, HEIGHT,
+                         0x110, 0) == 0,
+            "the conversion failed");
+    while (right < sizeof picture && picture[right] == 77) ++right;
+    Require(right == sizeof picture, "wrong picture");
+}
+
+THREAD_FUNCTION ConvertAndStay(void* unused) {
+    (void)unused;
+    Convert();
+    Post(&converted);
+    Wait(&unloaded);
+    return 0;
+}
+
+static void FindFunction(Library library, const char* name, void* function) {
+    const Address address = Find(library, name);
+    Require(address != NULL, name);
+    memcpy(function, &address, sizeof address);
+}
+
+int main(int argc, char** argv) {
+    Thread threads[THREADS];
+    Library library;
+    int i;
+
+    Require(argc == 2, "usage: unload_under_threads LIBRARY");
+    library = Load(argv[1]);
+    Require(library != NULL, "cannot load the library");
+    FindFunction(library, "KyPixelTypeFactory_GetConverter", &get_converter);
+    FindFunction(library, "KyPixelConverter_ConvertArea", &convert_area);
+    Create(&converted);
+    Create(&unloaded);
+
+    Convert();
+    for (i = 0; i < THREADS; ++i) Require(Start(&threads[i], ConvertAndStay), "cannot start a thread");
+    for (i = 0; i < THREADS; ++i) Wait(&converted);
+    Require(Unload(library), "cannot unload the library");
+    for (i = 0; i < THREADS; ++i) Post(&unloaded);
+    for (i = 0; i < THREADS; ++i) Require(Ends(threads[i]), "a thread does not end");
+    return 0;
+}

@@ -1,0 +1,21 @@
+#ifndef KYIMG_CONVERTERCHOICE_H
+#define KYIMG_CONVERTERCHOICE_H
+
+#include <KyImgLib/conversion/KyPixelConverter.h>
+
+#include <cstdint>
+
+namespace kyimg {
+
+/// What a source becomes when the user does not say.
+std::int64_t DefaultDestination(std::int64_t source);
+
+/// Throws Failure, which names the destinations there are, when the library has no such converter.
+const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination);
+
+/// A mosaic of right-aligned samples, each in a 16-bit word of its own, line by line: it can become RGB48.
+bool IsMosaicOfWords(std::int64_t id);
+
+}  // namespace kyimg
+
+#endif
