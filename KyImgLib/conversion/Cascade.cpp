@@ -29,22 +29,25 @@ bool Cascade::Serves(const CascadeStages& stages) {
     if (stages.count > CascadeStages::kMost) return false;
     for (std::size_t i = 0; i < stages.count; ++i) {
         if (!stages.converters[i]->ConvertsByPassFunction()) return false;
-        if (i > 0 && (stages.converters[i]->GetSourceType() & kFarApart) != 0) return false;
+        const std::int64_t source = stages.converters[i]->GetSourceType();
+        if (i > 0 && (source & kFarApart) != 0) return false;
+        // Fields of pixel groups: a line's surplus pixel falls on the first one of a line of the other field.
+        if ((source & KY_TYPE_INTERLACED) != 0 && (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV) return false;
         if (i + 1 < stages.count && (stages.converters[i]->GetDestinationType() & kFarApart) != 0) return false;
     }
     return true;
 }
 
-Cascade::Cascade(const CascadeStages& chain, const Area& area, const KyRGBFilter* filter)
-    : wanted(area), stages{}, count(chain.count) {
+Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& threadContext)
+    : wanted(area), context(threadContext), stages{}, count(chain.count) {
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0;
     for (std::size_t i = 0; i < count; ++i) {
         const KyPixelConverter& converter = *chain.converters[i];
         Stage& stage = stages[i];
         stage.converter = &converter;
-        stage.context.referenceCount = 1;
-        stage.context.filter = filter != nullptr ? filter : &converter.GetDefaultFilter();
+        stage.context = context;
+        if (stage.context.filter == nullptr) stage.context.filter = &converter.GetDefaultFilter();
         // All but the last convert an image into one of the same size.
         const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
                             area.sourceWidth, area.sourceHeight, area.flags,       0};
@@ -72,9 +75,20 @@ std::size_t Cascade::SizeOf(const Stage& stage) {
     return RoundUp(std::size_t{stage.stripLines} * stage.context.destinationLineSize + kAlignment);
 }
 
+bool Cascade::CanConvert() const {
+    for (std::size_t i = 0; i + 1 < count; ++i) {
+        const std::size_t pixel = stages[i].converter->GetDestinationByteSize();
+        const std::size_t line = stages[i].context.destinationLineSize;
+        if (line != stages[i + 1].context.sourceLineSize || pixel * wanted.sourceWidth > UINT32_MAX) return false;
+    }
+    return true;
+}
+
 void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips) {
     image = source;
     output = destination;
+    // What a stage leaves out, as the last line of an odd number, is the same every time.
+    std::memset(strips, 0, stripBytes);
     strips += RoundUp(reinterpret_cast<std::uintptr_t>(strips)) - reinterpret_cast<std::uintptr_t>(strips);
     for (std::size_t i = 0; i + 1 < count; ++i) {
         stages[i].strip = strips;
@@ -82,7 +96,7 @@ void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std
     }
     const std::uint32_t lines = stages[count - 1].lines;
     for (std::uint32_t line = 0; line < lines;) {
-        line = std::min(lines, line + linesAtOnce);
+        line += std::min(lines - line, linesAtOnce);
         Advance(count - 1, line);
     }
     if (isLarge) FinishStreaming();
@@ -91,7 +105,8 @@ void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std
 /// Makes a stage give its lines up to `end`, or a few more.
 void Cascade::Advance(std::size_t index, std::uint32_t end) {
     Stage& stage = stages[index];
-    end = std::min(stage.lines, (end + stage.step - 1) / stage.step * stage.step);
+    if (end < stage.lines) end = std::min(stage.lines, end + (stage.step - end % stage.step) % stage.step);
+    end = std::min(end, stage.lines);
     if (end <= stage.done) return;
 
     AreaLines lines = {};
@@ -111,7 +126,11 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     } else {
         lines.destination = MakeRoom(stage, stages[index + 1], end);
     }
-    stage.converter->ConvertLines(stage.context, lines);
+    // The stage finds its settings where it finds those of an area conversion of its own.
+    const std::uint32_t references = context.referenceCount;
+    static_cast<KyPixelConverterContext&>(context) = stage.context;
+    context.referenceCount = references;
+    stage.converter->ConvertLines(context, lines);
     stage.done = end;
 }
 

@@ -2,7 +2,7 @@
 #define KYIMGLIB_CONVERSION_CASCADEINTERNAL_H
 
 #include <KyImgLib/conversion/AreaInternal.h>
-#include <KyImgLib/conversion/KyPixelConverterContext.h>
+#include <KyImgLib/conversion/ContextInternal.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -32,16 +32,17 @@ public:
     /// Whether these stages can work so. (Fields of an interlaced image or planes lie too far apart for a strip of it.)
     static bool Serves(const CascadeStages& stages);
 
-    /// `filter` is null when each stage is to take its default.
-    Cascade(const CascadeStages& chain, const Area& area, const KyRGBFilter* filter);
+    /// Without a filter in the thread's context, each stage takes its default.
+    Cascade(const CascadeStages& chain, const Area& area, ThreadContext& threadContext);
+
+    /// Whether this area's intermediate lines are as long for the one stage as for the other, and no longer than a converter
+    /// can tell.
+    bool CanConvert() const;
 
     /// Bytes of memory that Convert() needs.
     std::size_t GetStripBytes() const { return stripBytes; }
 
     void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips);
-
-    /// The context that the last stage's lines were converted with.
-    const KyPixelConverterContext& GetLastContext() const { return stages[count - 1].context; }
 
 private:
     struct Stage {
@@ -62,6 +63,7 @@ private:
     void Advance(std::size_t index, std::uint32_t end);
 
     Area wanted;
+    ThreadContext& context;
     Stage stages[CascadeStages::kMost];
     std::size_t count;
     std::uint32_t linesAtOnce;

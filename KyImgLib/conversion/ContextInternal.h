@@ -7,8 +7,6 @@ namespace ky {
 
 /// A thread's context as the library keeps it: the public record, and what only the library reads.
 struct ThreadContext : KyPixelConverterContext {
-    ThreadContext* next;            ///< in the table of contexts
-    std::uint32_t threadID;         ///< its key there
     std::uint32_t areaSourceWidth;  ///< source width of the area conversion that the thread is in
 };
 
@@ -33,18 +31,31 @@ private:
     ThreadContext* context;
 };
 
-/// Leaves a thread's context as the conversion that worked with `last` would have left it.
-inline void LeaveContext(ThreadContext& context, const KyPixelConverterContext& last) {
-    const std::uint32_t references = context.referenceCount;
-    static_cast<KyPixelConverterContext&>(context) = last;
-    context.referenceCount = references;
-    context.filter = nullptr;
-}
+/// A thread's context during an area conversion. It leaves no filter behind, whichever way the conversion ends, and the
+/// source width of the area around it.
+class AreaScope {
+public:
+    explicit AreaScope(std::uint32_t sourceWidth) : outerSourceWidth(context->areaSourceWidth) {
+        context->areaSourceWidth = sourceWidth;
+    }
+    ~AreaScope() {
+        context->filter = nullptr;
+        context->areaSourceWidth = outerSourceWidth;
+    }
+    AreaScope(const AreaScope&) = delete;
+    AreaScope& operator=(const AreaScope&) = delete;
+    ThreadContext* operator->() const { return &*context; }
+    ThreadContext& operator*() const { return *context; }
+
+private:
+    ContextHolder context;
+    std::uint32_t outerSourceWidth;
+};
 
 /// The identity filter for a source of this bit size: of 8, 10, 12 or 14 bits, for every other size of 16 bits.
 const KyRGBFilter& DefaultFilter(std::uint16_t bitSize);
 
-/// Creates the table of contexts and the default filters, so that they outlive everything created later.
+/// Creates the default filters, so that they outlive everything created later.
 void PrepareConversion();
 
 }  // namespace ky

@@ -79,7 +79,9 @@ private:
 std::size_t DestinationSize(const KyPixelConverter& converter, std::uint32_t width, std::uint32_t lines) {
     constexpr std::size_t kGroup = 64;
     const std::size_t oneRun = converter.GetDestinationByteSize(width * lines);
-    return std::max(oneRun, std::size_t{converter.GetDestinationByteSize(width)} * lines) + kGroup;
+    const std::size_t line = std::max(std::size_t{converter.GetDestinationByteSize(width)},
+                                      std::size_t{converter.GetDestinationByteSize()} * width);
+    return std::max(oneRun, line * lines) + kGroup;
 }
 
 }  // namespace
@@ -142,18 +144,19 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
                                           std::uint32_t destinationWidth, std::uint32_t destinationHeight,
                                           std::uint32_t width, std::uint32_t height, std::uint32_t flags,
                                           std::uint32_t destinationPadding) const {
-    const ky::ContextHolder context;
+    const ky::AreaScope context(sourceWidth);
     const KyRGBFilter* const filter = context->filter;
     if (stages->cascade.count > 0) {
         context->flags = flags;  // which stages ask for when they are asked for their lines per convert
         ky::Cascade cascade(
             stages->cascade,
             {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags, destinationPadding},
-            filter);
-        const LentBuffer strips(stages->intermediate, cascade.GetStripBytes());
-        cascade.Convert(source, destination, strips.Get());
-        ky::LeaveContext(*context, cascade.GetLastContext());
-        return KY_STATUS_SUCCESS;
+            *context);
+        if (cascade.CanConvert()) {
+            const LentBuffer strips(stages->intermediate, cascade.GetStripBytes());
+            cascade.Convert(source, destination, strips.Get());
+            return KY_STATUS_SUCCESS;
+        }
     }
     const LentBuffer image(stages->intermediate, DestinationSize(stages->first, sourceWidth, sourceHeight));
     const std::uint32_t status = stages->first.Convert(source, sourceWidth, sourceHeight, image.Get(), sourceWidth,

@@ -25,12 +25,6 @@ namespace {
 constexpr std::uint32_t kBayerPatternFlags = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_GBRG |
                                              KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_BGGR;
 
-/// An area conversion leaves no filter behind, whichever way it ends.
-struct FilterClearer {
-    KyPixelConverterContext& context;
-    ~FilterClearer() { context.filter = nullptr; }
-};
-
 }  // namespace
 
 struct KyPixelConverter::Record : KyObject {
@@ -99,10 +93,8 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
                                         std::uint32_t destinationWidth, std::uint32_t destinationHeight,
                                         std::uint32_t width, std::uint32_t height, std::uint32_t flags,
                                         std::uint32_t destinationPadding) const {
-    const ky::ContextHolder context;
-    const FilterClearer clearer{*context};
+    const ky::AreaScope context(sourceWidth);
     if (context->filter == nullptr) context->filter = &GetDefaultFilter();
-    context->areaSourceWidth = sourceWidth;
     FillContext(*context, {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags,
                            destinationPadding});
     ky::AreaLines lines = {};

@@ -142,7 +142,7 @@ protected:
     /// Makes `function` do the work: in the line form unless that is overridden, and in area conversions, which call it
     /// once per pass instead of the line form once per step. Called in the constructor of the class `owner`. Area
     /// conversions use the function only for objects of exactly this class: one derived from it may have overridden the
-    /// line form.
+    /// line form. The class itself must not override the area form, which chains pass over.
     ///
     /// \param neighbourLines  lines above and below a line that its conversion reads as well
     void SetPassFunction(const std::type_info& owner, PassFunction function, std::uint32_t neighbourLines = 0);

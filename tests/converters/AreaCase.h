@@ -3,6 +3,7 @@
 
 #include <KyImgLib/KyImgLib.h>
 #include <tests/converters/FilterCase.h>
+#include <tests/reference/Area.h>
 #include <tests/support/Emulation.h>
 #include <tests/support/GuardedBuffer.h>
 #include <tests/support/Random.h>
@@ -16,12 +17,8 @@
 #include <vector>
 
 /// An area, the buffers around it, and where those lie in memory.
-struct AreaCase {
+struct AreaCase : reference::Area {
     const FilterCase* filter = nullptr;
-    std::uint32_t width = 0, height = 0;                             ///< of the area
-    std::uint32_t sourceWidth = 0, destinationWidth = 0, lines = 0;  ///< of the buffers
-    std::uint32_t padding = 0;
-    std::uint32_t flags = 0;
     support::GuardedBuffer::Side sourceSide = support::GuardedBuffer::Side::kEnd;
     support::GuardedBuffer::Side destinationSide = support::GuardedBuffer::Side::kEnd;
     std::uint32_t sourceGap = 0, destinationGap = 0;
@@ -29,9 +26,9 @@ struct AreaCase {
     std::string Describe() const {
         std::ostringstream text;
         text << " filter " << filter->name << ", area " << width << " x " << height << " of " << sourceWidth << " x "
-             << lines << " to lines of " << destinationWidth << " + " << padding << " bytes, flags " << std::hex
-             << flags << std::dec << ", gaps " << sourceGap << " and " << destinationGap << ", sides "
-             << static_cast<int>(sourceSide) << " and " << static_cast<int>(destinationSide);
+             << sourceLines << " to " << destinationWidth << " x " << destinationLines << " + " << padding
+             << " bytes, flags " << std::hex << flags << std::dec << ", gaps " << sourceGap << " and " << destinationGap
+             << ", sides " << static_cast<int>(sourceSide) << " and " << static_cast<int>(destinationSide);
         return text.str();
     }
 };
@@ -45,7 +42,7 @@ inline AreaCase RandomArea(support::Random& random, const std::vector<FilterCase
     test.filter = &random.Pick(filters);
     test.width = width;
     test.height = height;
-    test.lines = height + random.Below(3);
+    test.sourceLines = test.destinationLines = height + random.Below(3);
     test.sourceWidth = width + random.Below(2) * random.Below(40);
     test.destinationWidth = width + random.Below(2) * random.Below(40);
     test.padding = random.Below(2) * random.Below(70);
@@ -73,11 +70,11 @@ using Conversion = std::function<std::uint32_t(const std::uint8_t* source, std::
 inline Conversion Converting(const KyPixelConverter& converter, const AreaCase& test) {
     return [&](const std::uint8_t* source, std::uint8_t* destination) {
         return test.filter->filter == nullptr
-                   ? converter.Convert(source, test.sourceWidth, test.lines, destination, test.destinationWidth,
-                                       test.lines, test.width, test.height, test.flags, test.padding)
-                   : converter.Convert(*test.filter->filter, source, test.sourceWidth, test.lines, destination,
-                                       test.destinationWidth, test.lines, test.width, test.height, test.flags,
-                                       test.padding);
+                   ? converter.Convert(source, test.sourceWidth, test.sourceLines, destination, test.destinationWidth,
+                                       test.destinationLines, test.width, test.height, test.flags, test.padding)
+                   : converter.Convert(*test.filter->filter, source, test.sourceWidth, test.sourceLines, destination,
+                                       test.destinationWidth, test.destinationLines, test.width, test.height,
+                                       test.flags, test.padding);
     };
 }
 

@@ -62,7 +62,7 @@ TEST_P(LineKernel, EveryWord) {
             AreaCase test;
             test.filter = &FiltersOf(kind.samples)[filter];
             test.width = test.sourceWidth = test.destinationWidth = 65536 * kind.layout.groupPixels;
-            test.height = test.lines = 1;
+            test.height = test.sourceLines = test.destinationLines = 1;
             ASSERT_EQ("", Difference(kind, Form::kArea, test, random, [&](std::span<std::uint8_t> source) {
                           FillWithAllWords(source, kind.layout.groupBytes / 2);
                       }));

@@ -32,10 +32,8 @@ private:
     std::uint32_t step;
 };
 
-void ConvertLine(const Kind& kind, const reference::Reader& read, const reference::Line& line, std::uint32_t count,
-                 std::uint8_t* destination, std::size_t planeBytes) {
-    for (std::uint32_t x = 0; x < count; ++x)
-        reference::Store(kind.format, read(line, x), destination + x * reference::BytesOf(kind.format), planeBytes);
+reference::LineConversion ConversionOf(const Kind& kind, Form form, bool interlaced) {
+    return {kind.format, kind.layout, form == Form::kPixel ? kind.readOne : kind.read, kind.rows, interlaced};
 }
 
 }  // namespace
@@ -49,34 +47,16 @@ const std::vector<FilterCase>& FiltersOf(const Samples& samples) {
 
 std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
                        const std::function<void(std::span<std::uint8_t>)>& fill) {
-    const bool planar = kind.format == Format::kPlanar, interlaced = kind.woven != nullptr && random.Below(4) == 0;
-    const std::uint32_t pixelBytes = reference::BytesOf(kind.format),
-                        sourceLine = kind.layout.LineBytes(area.sourceWidth);
-    const std::size_t planeBytes = std::size_t{area.destinationWidth} * area.lines;
-    const std::size_t destinationLine =
-        planar ? area.sourceWidth : std::size_t{area.destinationWidth} * pixelBytes + area.padding;
-    const bool inverted = (area.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0;
-    const std::vector<reference::LinePlace> lines =
-        interlaced ? reference::InterlacedWalk(area.height, sourceLine, destinationLine, area.lines, inverted)
-                   : reference::PlainWalk(area.height, sourceLine, destinationLine, kind.rows);
-
-    const std::uint32_t pixels = form == Form::kPixel ? area.width : kind.layout.PixelsWritten(area.width);
-    std::size_t sourceSize = 0, destinationSize = 0;
-    for (const reference::LinePlace& line : lines) {
-        sourceSize = std::max(sourceSize, line.source + kind.layout.BytesRead(area.width));
-        destinationSize = std::max(destinationSize, line.destination + pixels * pixelBytes);
-    }
-    if (planar && !lines.empty()) destinationSize += 2 * planeBytes;
-
+    const bool interlaced = kind.woven != nullptr && random.Below(4) == 0;
+    const reference::LineConversion conversion = ConversionOf(kind, form, interlaced);
+    const reference::Extent needs = conversion.Needs(area);
     const KyPixelConverter& converter = interlaced ? *kind.woven : *kind.converter;
-    const Caller caller(converter, kind.rows, form == Form::kPixel, planar ? 1 : converter.GetDestinationByteSize());
+    const Caller caller(converter, kind.rows, form == Form::kPixel,
+                        kind.format == Format::kPlanar ? 1 : converter.GetDestinationByteSize());
     const std::string difference = Difference(
-        area, sourceSize, destinationSize, random, Converting(form == Form::kArea ? converter : caller, area),
+        area, needs.source, needs.destination, random, Converting(form == Form::kArea ? converter : caller, area),
         [&](const std::uint8_t* source, std::uint8_t* destination) {
-            for (const reference::LinePlace& line : lines)
-                ConvertLine(kind, form == Form::kPixel ? kind.readOne : kind.read,
-                            {source + line.source, area.width, area.filter->tables, line.row}, pixels,
-                            destination + line.destination, planeBytes);
+            conversion.Convert(area, area.filter->tables, source, destination);
         },
         fill);
     if (difference.empty()) return "";
@@ -92,16 +72,16 @@ std::string DifferenceOutside(const Kind& kind, Form form, std::uint32_t width, 
     area.filter = &FiltersOf(samples).front();
     area.width = onePixel ? 1 : width;
     area.height = 1;
-    const std::uint32_t pixels = onePixel ? 1 : kind.layout.PixelsWritten(width);
+    const reference::LineConversion conversion = ConversionOf(kind, form, false);
+    const reference::Extent needs = conversion.Needs(area);
     const std::string difference = Difference(
-        area, kind.layout.BytesRead(area.width), pixels * reference::BytesOf(kind.format), random,
+        area, needs.source, needs.destination, random,
         [&](const std::uint8_t* source, std::uint8_t* destination) {
             return onePixel ? kind.converter->Convert(source, destination)
                             : kind.converter->Convert(source, destination, width);
         },
         [&](const std::uint8_t* source, std::uint8_t* destination) {
-            ConvertLine(kind, onePixel ? kind.readOne : kind.read, {source, area.width, area.filter->tables}, pixels,
-                        destination, 0);
+            conversion.Convert(area, area.filter->tables, source, destination);
         });
     return difference.empty() ? "" : kind.name + " outside of an area, " + difference;
 }

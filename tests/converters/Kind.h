@@ -3,7 +3,7 @@
 
 #include <KyImgLib/KyImgLib.h>
 #include <tests/converters/AreaCase.h>
-#include <tests/reference/Lines.h>
+#include <tests/reference/LineConversion.h>
 
 #include <functional>
 #include <memory>

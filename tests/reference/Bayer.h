@@ -1,8 +1,10 @@
 #ifndef KYIMGLIB_TESTS_REFERENCE_BAYER_H
 #define KYIMGLIB_TESTS_REFERENCE_BAYER_H
 
+#include <tests/reference/Area.h>
 #include <tests/reference/Pixels.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -60,16 +62,40 @@ inline Rgb BayerPixel(const BayerImage& image, bool interpolate, std::uint32_t x
     return {Interpolated(image, x, y, 'R'), Interpolated(image, x, y, 'G'), Interpolated(image, x, y, 'B')};
 }
 
-/// Converts the first `height` lines; without interpolation only whole cells.
-inline void ConvertBayer(const BayerImage& image, bool interpolate, const Tables& filter, Format format,
-                         std::uint8_t* destination, std::size_t lineSize, std::uint32_t height) {
-    const std::uint32_t width = interpolate ? image.width : image.width - image.width % 2;
-    if (!interpolate) height -= height % 2;
-    for (std::uint32_t y = 0; y < height; ++y)
-        for (std::uint32_t x = 0; x < width; ++x)
-            Store(format, filter.Apply(BayerPixel(image, interpolate, x, y)),
-                  destination + y * lineSize + x * BytesOf(format));
-}
+/// Samples at the end of each pixel's bytes; without interpolation only whole cells are converted.
+struct BayerConversion {
+    Format format;
+    std::uint32_t step, sampleBytes;
+
+    Extent Needs(const Area& area, bool interpolate) const {
+        const Area converted = Converted(area, interpolate);
+        const std::uint32_t linesRead =
+            interpolate ? std::min(area.height + 1, area.destinationLines) : converted.height;
+        if (linesRead == 0 || converted.width == 0 || converted.height == 0) return {};
+        return {(std::size_t{linesRead - 1} * area.sourceWidth + converted.width) * step,
+                (converted.height - 1) * LineSize(area) + converted.width * BytesOf(format)};
+    }
+
+    void Convert(const Area& area, const char* order, bool interpolate, const Tables& filter,
+                 const std::uint8_t* source, std::uint8_t* destination) const {
+        const Area converted = Converted(area, interpolate);
+        const BayerImage image = {source,          area.sourceWidth,     step, sampleBytes, order,
+                                  converted.width, area.destinationLines};
+        for (std::uint32_t y = 0; y < converted.height; ++y)
+            for (std::uint32_t x = 0; x < converted.width; ++x)
+                Store(format, filter.Apply(BayerPixel(image, interpolate, x, y)),
+                      destination + y * LineSize(area) + x * BytesOf(format));
+    }
+
+private:
+    static Area Converted(Area area, bool interpolate) {
+        if (!interpolate) area.width -= area.width % 2, area.height -= area.height % 2;
+        return area;
+    }
+    std::size_t LineSize(const Area& area) const {
+        return std::size_t{area.destinationWidth} * BytesOf(format) + area.padding;
+    }
+};
 
 }  // namespace reference
 

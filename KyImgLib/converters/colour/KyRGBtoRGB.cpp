@@ -20,8 +20,10 @@ struct KyRGBtoRGB::Kernels {
     bool Convert() const {
         const ky::RGBKernels& kernels = ky::ActiveKernels().rgb;
         const std::uint32_t destinationBytes = converter.DestinationBytes();
-        if (destinationBytes < 2 || destinationBytes > 4) return false;
-        switch (converter.SourceBytes() / converter.ChannelBytes) {
+        if (destinationBytes < 2 || destinationBytes > 4 || converter.ChannelBytes == 0) return false;
+        const std::uint32_t channels = converter.SourceBytes() / converter.ChannelBytes;
+        if ((converter.GetDestinationType() & KY_TYPE_PLANAR) != 0 && channels != 3) return false;
+        switch (channels) {
             case 2: {
                 const ky::RGB16Filter filter(ky::FilterOf(context, 8), expandFirst);
                 ConvertBytes(kernels.fromRGB16, filter.Stage(converter.DestinationIsBGR));

@@ -24,7 +24,8 @@
 ///   - From RGB16 only green is converted. Red and blue are constants, made of the first entries of their tables; see
 ///     KyRGB16ToRGB24 and KyRGB16ToRGB32.
 ///
-/// All forms return KY_STATUS_SUCCESS. Any number of threads may convert with one object at once.
+/// All forms return KY_STATUS_SUCCESS; only the one-pixel form of a derived class of some other layout returns
+/// KY_STATUS_NOT_SUPPORTED. Any number of threads may convert with one object at once.
 class KYIMGLIB_API KyRGBtoRGB : public KyPixelConverter {
 public:
     using KyPixelConverter::Convert;

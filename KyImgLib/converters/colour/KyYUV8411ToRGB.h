@@ -12,7 +12,8 @@
 ///
 /// Pixels are converted in groups of four: a line call reads the whole last group and writes up to three pixels more than
 /// asked, so both buffers need room for them. In an area conversion the surplus pixels of a line are overwritten by the next
-/// line where lines follow one another without padding.
+/// line where lines follow one another without padding. (Of an interlaced source the lines of one field
+/// come first, so there it replaces the first pixel of a line of the other: give interlaced lines whole groups.)
 ///
 /// Any number of threads may convert with one object at once.
 class KYIMGLIB_API KyYUV8411ToRGB : public KyPixelConverter {

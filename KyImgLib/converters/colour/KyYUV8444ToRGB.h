@@ -11,8 +11,8 @@
 ///
 /// The arithmetic is that of KyYUV8toRGB. With `extra`, samples have more than one byte and pixels follow each other every
 /// 3 * (extra + 1) bytes; the index of a sample still counts bytes, from byte `extra` of its pixel.
-/// GetSourceByteSize() says 3 bytes a pixel all the same, so an area conversion of such a source needs lines of its own
-/// reckoning: give it the width of 3 * (extra + 1) bytes a pixel as the source width.
+/// GetSourceByteSize() says 3 bytes a pixel all the same, so for an area conversion of such a source give a source width of
+/// (extra + 1) times its pixels.
 ///
 /// Any number of threads may convert with one object at once.
 class KYIMGLIB_API KyYUV8444ToRGB : public KyPixelConverter {

@@ -19,7 +19,8 @@
 ///
 /// Pixels are converted in pairs: with an odd count a line call reads the whole last pair and writes one pixel more than
 /// asked, so both buffers need room for it. In an area conversion the surplus pixel of a line is overwritten by the next
-/// line where lines follow one another without padding.
+/// line where lines follow one another without padding. (Of an interlaced source the lines of one field
+/// come first, so there it replaces the first pixel of a line of the other: give interlaced lines whole groups.)
 ///
 /// Any number of threads may convert with one object at once.
 class KYIMGLIB_API KyYUV8toRGB : public KyPixelConverter {

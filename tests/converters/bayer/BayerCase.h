@@ -71,21 +71,14 @@ struct BayerCase : AreaCase {
 };
 
 inline std::string Difference(const KyPixelConverter& converter, const BayerCase& test, support::Random& random) {
-    const std::uint32_t linesRead =
-        test.interpolate ? std::min(test.height + 1, test.lines) : test.height - test.height % 2;
-    const std::size_t sourceSize =
-        linesRead == 0 ? 0 : (std::size_t{linesRead - 1} * test.sourceWidth + test.width) * test.step;
-    const std::uint32_t pixelSize = reference::BytesOf(test.kind.format);
-    const std::size_t lineSize = std::size_t{test.destinationWidth} * pixelSize + test.padding;
-
     AreaCase area = test;
     area.flags = test.order.flag | (test.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
+    const reference::BayerConversion conversion = {test.kind.format, test.step, test.kind.samples.bytes};
+    const reference::Extent needs = conversion.Needs(area, test.interpolate);
     const std::string difference = Difference(
-        area, sourceSize, (test.height - 1) * lineSize + test.width * pixelSize, random, Converting(converter, area),
+        area, needs.source, needs.destination, random, Converting(converter, area),
         [&](const std::uint8_t* source, std::uint8_t* destination) {
-            reference::ConvertBayer(
-                {source, test.sourceWidth, test.step, test.kind.samples.bytes, test.order.name, test.width, test.lines},
-                test.interpolate, test.filter->tables, test.kind.format, destination, lineSize, test.height);
+            conversion.Convert(area, test.order.name, test.interpolate, test.filter->tables, source, destination);
         });
     return difference.empty() ? "" : test.kind.Name() + " step " + std::to_string(test.step) + difference;
 }

@@ -108,8 +108,8 @@ TEST(BayerClass, LineFormTakesEverythingFromTheContext) {
     EXPECT_EQ(KY_STATUS_SUCCESS, converter.Convert(mosaic.data(), picture.data(), 33));
     converter.ReleaseContext();
 
-    reference::ConvertBayer({mosaic.data(), 50, 1, 1, "GBRG", 33, 2}, false, filter.tables, reference::Format::kBGR24,
-                            expected.data(), 100, 2);
+    reference::BayerConversion{reference::Format::kBGR24, 1, 1}.Convert({33, 2, 50, 2, 33, 2, 1}, "GBRG", false,
+                                                                        filter.tables, mosaic.data(), expected.data());
     EXPECT_EQ(expected, picture);
 }
 

@@ -20,7 +20,7 @@ TEST(BayerThread, OneConverterServesManyThreads) {
                 test.filter = &random.Pick(filters);
                 test.width = 1 + random.Below(300);
                 test.height = 1 + random.Below(20);
-                test.lines = test.height + random.Below(2);
+                test.sourceLines = test.destinationLines = test.height + random.Below(2);
                 test.sourceWidth = test.destinationWidth = test.width + random.Below(5);
                 auto& difference = differences[static_cast<std::size_t>(thread)];
                 if (difference.empty()) difference = Difference(*converter, test, random);

@@ -1,0 +1,86 @@
+// Chains whose strips hold few lines of wide images, or many of narrow ones.
+#include <tests/pairs/ChainCase.h>
+#include <tests/support/Threads.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+/// Pairs whose chains have something of everything.
+const Path kEnds[] = {
+    {0x00610002, KY_TYPE_RGB24},         // interlaced, packed
+    {0x02610003, KY_TYPE_BGR32},         // interlaced, packed, of two outputs
+    {0x00220011, KY_TYPE_RGB24},         // interlaced Bayer
+    {0x00320014, KY_TYPE_RGB16},         // the same, normalized
+    {0x00220011, KY_TYPE_RGB24_PLANAR},  // through two intermediate images
+    {0x00420012, KY_TYPE_RGB24_PLANAR},  // packed Bayer
+    {0x08420011, KY_TYPE_BGR24},         // packed Bayer of two outputs
+    {0x01020010, KY_TYPE_RGB32},         // bytes of two outputs, Bayer
+    {0x00020010, KY_TYPE_RGB24_PLANAR},  // Bayer first
+    {0x10010001, KY_TYPE_RGB24_PLANAR},  // two lines at a time
+    {0x00110007, KY_TYPE_GRAYSCALE8},    // four outputs
+    {0x00410008, KY_TYPE_RGB16},         // packed as GigE Vision does it
+    {0x00440006, KY_TYPE_RGB24_PLANAR},  // 4:1:1
+    {0x00040001, KY_TYPE_RGB24_PLANAR},  // 4:2:2
+    {0x00140002, KY_TYPE_RGB24_PLANAR},  // 4:2:2, words
+    {0x00240001, KY_TYPE_RGB24_PLANAR},  // 4:2:2, interlaced
+    {0x00640006, KY_TYPE_RGB24_PLANAR},  // 4:1:1, interlaced
+    {0x00020001, KY_TYPE_RGB24_PLANAR},  // 5-6-5
+};
+
+class ChainStrips : public testing::TestWithParam<Path> {
+protected:
+    AreaCase RandomCase(bool interpolated, std::uint32_t lineBytes, std::uint32_t height) {
+        AreaCase test = RandomChainCase(path, reference, interpolated, lineBytes, height, random);
+        // Groups that are cut go on where the line below begins, whichever of the two fields comes later.
+        if (reference::TypeFormat(path.front()).IsInterlaced()) test.sourceWidth = (test.sourceWidth + 3) / 4 * 4;
+        return test;
+    }
+    std::string Run(const AreaCase& test, const Source& source, support::Random& own) const {
+        return Difference(chain, StagesOf(path), test, source.Pick(reference.Needs(test).source, own));
+    }
+
+    const Path path = PathOf(GetParam().front(), GetParam().back());
+    const PairReference reference{path};
+    const KyPixelConverter& chain = *KyPixelTypeFactory::FindConverter(path.front(), path.back());
+    support::Random random{5};
+};
+
+TEST_P(ChainStrips, OfWideLines) {
+    EXPECT_NE(nullptr, dynamic_cast<const KyComplexConverter*>(&chain));
+    const Source source(8 * kWideLine * 64);
+    for (const bool interpolated : {false, true})
+        for (std::uint32_t height = 1; height <= 40; ++height)
+            ASSERT_EQ("", Run(RandomCase(interpolated, kWideLine, height), source, random)) << Describe(path);
+}
+
+TEST_P(ChainStrips, OfHighImages) {
+    const Source source(16000000);
+    for (const bool interpolated : {false, true})
+        for (const std::uint32_t lineBytes : {500u, 3000u, 9000u, 3 * kWideLine})
+            ASSERT_EQ("",
+                      Run(RandomCase(interpolated, lineBytes, std::min(1200u, 3000000 / lineBytes)), source, random))
+                << Describe(path);
+}
+
+TEST_P(ChainStrips, OnManyThreads) {
+    constexpr int kThreads = 3;
+    const Source source(8 * kWideLine * 54);
+    std::array<std::vector<AreaCase>, kThreads> tests;
+    for (auto& own : tests)
+        for (std::uint32_t i = 0; i < 4; ++i) own.push_back(RandomCase(i % 2 == 0, 2000u << i, 30));
+    std::array<std::string, kThreads> differences;
+    support::RunOnThreads(kThreads, [&](int thread) {
+        const auto index = static_cast<std::size_t>(thread);
+        support::Random own(static_cast<std::uint32_t>(thread));
+        for (const AreaCase& test : tests[index]) differences[index] += Run(test, source, own);
+    });
+    EXPECT_EQ((std::array<std::string, kThreads>{}), differences) << Describe(path);
+}
+
+INSTANTIATE_TEST_SUITE_P(Chains, ChainStrips, testing::ValuesIn(kEnds),
+                         [](const auto& test) { return NameOf(test.param); });
+
+}  // namespace
