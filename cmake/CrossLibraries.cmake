@@ -1,6 +1,5 @@
-# What kyimg needs when it is built for another system: CLI11, fmt and nlohmann-json as headers of this one, libpng and zlib from the
-# sources that scripts/fetch-sources left. Sets CLI11_FOUND, fmt_FOUND,
-# nlohmann_json_FOUND and PNG_FOUND like the packages do.
+# What kyimg needs when it is built for another system: CLI11, fmt and nlohmann-json as headers of this one, libpng and
+# zlib from the sources that scripts/fetch-sources left. Sets CLI11_FOUND and so on like the packages do.
 
 if(NOT "$ENV{KYIMGLIB_SOURCES}" STREQUAL "")
   set(default_sources "$ENV{KYIMGLIB_SOURCES}")
@@ -28,11 +27,11 @@ endfunction()
 kyimglib_header_library(CLI11::CLI11 CLI CLI.hpp)
 kyimglib_header_library(fmt::fmt fmt format.h)
 kyimglib_header_library(nlohmann_json::nlohmann_json nlohmann json.hpp)
-if(TARGET nlohmann_json::nlohmann_json)
-  set(nlohmann_json_FOUND ON)
-endif()
 if(TARGET CLI11::CLI11)
   set(CLI11_FOUND ON)
+endif()
+if(TARGET nlohmann_json::nlohmann_json)
+  set(nlohmann_json_FOUND ON)
 endif()
 if(TARGET fmt::fmt)
   set(fmt_FOUND ON)

@@ -39,6 +39,7 @@ TEST_F(CameraNamesTest, StandForTypes) {
     for (const char* name : {"Mono12p", "BayerRG12p", "Y10P", "Y10B", "RGB565p", "BGR16", "UYVY", "YUV422Packed",
                              "YUV24", "YCbCr411_8", "gray10be", "gbrp", "BayerRG16"})
         EXPECT_NE(TypeOf(name).find("unknown pixel type"), std::string::npos) << name;
+    EXPECT_NE(TypeOf("Mono12p").find("no type has the packing of PFNC's \"p\" formats"), std::string::npos);
     EXPECT_NE(TypeOf("Mono12Packd").find("did you mean Mono12Packed (0x00410009)"), std::string::npos);
 }
 

@@ -126,6 +126,9 @@ TEST_F(ListTest, InfoTellsOfOneType) {
                              "p9 to p2", "0x00420011   identity", "0x00820002   chain     0x00020011"})
         EXPECT_NE(text.find(part), std::string::npos) << part << " is not in\n" << text;
 
+    // Packed pairs have whole lines of an even width only.
+    EXPECT_NE(Run("info 0x420011 --size 5x3").output.find("  -  Bayer RGB 10-bits\n"), std::string::npos);
+
     const Json info = RunJson("info 0x02610002 --size 16x4");  // packed, two taps, interlaced
     const std::string layout = info["layout"].dump();
     for (const char* part : {"q9 to q2", "l0 l1 l2 l3 r3 r2 r1 r0", "fields: lines 0, 2, 4"})

@@ -5,8 +5,8 @@
 
 namespace kyimg {
 
-/// Prints `start`, then `rest` of it, to standard output. On a terminal `rest` is broken between words, so that further lines
-/// begin below it; elsewhere all is one line, as programs want it.
+/// Prints `start` and `rest` as a line to standard output. On a terminal `rest` is broken between words, and further lines
+/// of it begin below the first; elsewhere all is one line, as programs want it.
 void PrintLine(const std::string& start, const std::string& rest);
 
 /// The lines of `text`, broken between words where they would be longer than `width`.

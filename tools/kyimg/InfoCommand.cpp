@@ -12,7 +12,6 @@
 #include "TypeFacts.h"
 #include "TypeNames.h"
 
-#include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
@@ -26,18 +25,18 @@ namespace kyimg {
 
 namespace {
 
-/// Of a frame as kyimg convert reads it; none when there is none of this size, such as of an odd width of packed pairs.
-/// Converters of a type do not all read frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
+/// Of a frame as kyimg convert reads it; nothing when there is none of this size. Converters of a type do not all read
+/// frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
 std::optional<std::uint64_t> FrameBytes(const Route& route, const ImageSize& size) {
     try {
         return SourceLines(FindConverter(route.source, route.destination), size, ConvertOptions()).GetFrameBytes();
-    } catch (const Failure&) {
+    } catch (const Failure&) {  // such as an odd width of packed pairs
         return std::nullopt;
     }
 }
 
 std::string FrameBytesText(const Route& route, const ImageSize& size) {
-    const std::optional<std::uint64_t> bytes = FrameBytes(route, size);
+    const auto bytes = FrameBytes(route, size);
     return bytes ? std::to_string(*bytes) : "-";
 }
 
@@ -94,7 +93,7 @@ void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, cons
     json["converters"] = Json::array();
     for (const Route& route : routes) {
         Json converter = RouteToJson(route);
-        if (const std::optional<std::uint64_t> bytes = FrameBytes(route, size)) converter["frameBytes"] = *bytes;
+        if (const auto bytes = FrameBytes(route, size)) converter["frameBytes"] = *bytes;
         json["converters"].push_back(converter);
     }
     PrintJson(json);

@@ -86,7 +86,15 @@ std::optional<std::size_t> Distance(const std::string& typed, const std::string&
     return distance;
 }
 
+/// Mono12p, BayerRG10p: names that come near those of types here, which have other bytes.
+bool IsBitStream(const std::string& typed) {
+    const std::string name = Essence(typed);
+    const bool isPacked = name.size() > 2 && name.ends_with('p') && name[name.size() - 2] <= '9';
+    return isPacked && (name.starts_with("mono") || name.starts_with("bayer"));
+}
+
 std::string SuggestNames(const std::string& typed) {
+    if (IsBitStream(typed)) return "no type has the packing of PFNC's \"p\" formats, and \"Packed\" is another";
     struct Candidate {
         std::size_t distance;
         std::string text;
