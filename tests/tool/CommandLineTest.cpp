@@ -115,6 +115,10 @@ TEST_F(CommandLineTest, AssumedOrderIsTold) {
     ExpectMessage(Run(command + "0x20013", frame), 0, "RGGB assumed");
     EXPECT_EQ(Run(command + "0x20010 -q", frame).messages, "");
     EXPECT_EQ(Run(command + "0x20010 --bayer RGGB", frame).messages, "");
+    const Bytes bytes = Read("out.png");
+    // A camera's name of the type tells the order.
+    EXPECT_EQ(Run(command + "BayerRG8", frame).messages, "");
+    EXPECT_EQ(Read("out.png"), bytes);
 }
 
 TEST_F(CommandLineTest, VersionNamesTheCpuLevels) {

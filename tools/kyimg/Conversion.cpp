@@ -92,7 +92,7 @@ void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing
                                      options.interpolate ? "--interpolate" : "--bayer", DescribeType(sourceType),
                                      DescribeType(destinationType)));
     }
-    std::string order = options.bayer;
+    std::string order = options.bayer.empty() ? FindOrder(options.type) : options.bayer;
     if (order.empty()) {
         order = IsNamedRGGB(sourceType) ? "RGGB" : "GRBG";
         notes.push_back(fmt::format("no --bayer given, {} assumed", order));

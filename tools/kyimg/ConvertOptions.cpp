@@ -47,7 +47,7 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
     command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
         ->type_name("FILE");
     Add(command, kInput, "-t,--type", options.type, "TYPE",
-        "Pixel type: ID (0x20010 or decimal) or display name,\nsee kyimg list")
+        "Pixel type: ID (0x20010 or decimal), display name or\ncamera-world name (BayerRG8, YUYV), see kyimg list")
         ->required();
     Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
     const auto notNegative = [](const std::string& text) {
