@@ -127,8 +127,8 @@ protected:
     KyPixelConverter(const std::int64_t& sourceType, const std::int64_t& destinationType, std::uint32_t sourceByteSize,
                      std::uint32_t destinationByteSize, std::uint32_t pipeliningSize, std::uint32_t linesPerConvert);
 
-    /// The calling thread's context, created when this is its outermost conversion. Each call needs its
-    /// ReleaseContext(). Throws std::bad_alloc when there is no memory.
+    /// The calling thread's context, a new one when this is its outermost conversion. Each call needs its
+    /// ReleaseContext().
     KyPixelConverterContext* GetContext() const;
     void ReleaseContext() const;
 
