@@ -1,6 +1,7 @@
 #ifndef KYIMGLIB_CONVERTERS_FILTERSTAGEINTERNAL_H
 #define KYIMGLIB_CONVERTERS_FILTERSTAGEINTERNAL_H
 
+#include <KyImgLib/conversion/ContextInternal.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/kernels/Filter16.h>
 #include <KyImgLib/kernels/Filter8.h>
@@ -9,6 +10,11 @@
 #include <utility>
 
 namespace ky {
+
+/// The filter of a conversion; a line call outside of an area has none.
+inline const KyRGBFilter& FilterOf(const KyPixelConverterContext& context, std::uint16_t defaultBits) {
+    return context.filter == nullptr ? DefaultFilter(defaultBits) : *context.filter;
+}
 
 inline FilterChannel8 ChannelOf(const std::uint8_t* table, const KyFilterShape& shape) {
     return {table,       shape.isIdentity, shape.isLinear,       shape.addsIndex, shape.offset,

@@ -4,6 +4,7 @@
 #include <KyImgLib/conversion/ContextInternal.h>
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/converters/FilterStageInternal.h>
 #include <KyImgLib/converters/bayer/PatternInternal.h>
 #include <KyImgLib/kernels/bayer/BayerBand.h>
 
@@ -18,10 +19,10 @@ public:
     using Filter = typename Band::Filter;
 
     BayerKernels<Band> kernels;
-    std::uint32_t sourceStep;          ///< bytes of a source pixel
-    bool blueFirst;                    ///< the destination stores blue in the first place
-    const KyRGBFilter& defaultFilter;  ///< for line calls outside of an area
-    std::uint32_t shift;               ///< of filtered words
+    std::uint32_t sourceStep;   ///< bytes of a source pixel
+    bool blueFirst;             ///< the destination stores blue in the first place
+    std::uint16_t defaultBits;  ///< of the filter for line calls outside of an area
+    std::uint32_t shift;        ///< of filtered words
     Filter (*makeFilter)(const KyRGBFilter& filter, bool blueFirst, std::uint32_t shift);
 
     std::uint32_t ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const {
@@ -88,7 +89,7 @@ private:
         band.hasLineAbove = index > 0;
         band.hasLineBelow = index + (lines - 1) < context.destinationHeight - 1;
         band.isLarge = isLarge;
-        band.filter = makeFilter(context.filter == nullptr ? defaultFilter : *context.filter, blueFirst, shift);
+        band.filter = makeFilter(FilterOf(context, defaultBits), blueFirst, shift);
         (interpolate ? kernels.interpolate : kernels.replicate)(band);
     }
 };

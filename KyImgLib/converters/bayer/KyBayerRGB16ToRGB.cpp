@@ -13,7 +13,7 @@ struct KyBayerRGB16ToRGB::Kernels {
         return {ky::ActiveKernels().bayer16.*kernels,
                 sizeof(std::uint16_t),
                 converter.swapRedBlue,
-                ky::DefaultFilter(16),
+                16,
                 converter.shiftOrStep,
                 &ky::WordStage};
     }

@@ -10,12 +10,8 @@ struct KyBayerRGB8ToRGB::Kernels {
     using Of = ky::BayerKernels<ky::Bayer8Band> ky::Bayer8Table::*;
 
     static ky::BayerDriver<ky::Bayer8Band> Driver(const KyBayerRGB8ToRGB& converter, Of kernels) {
-        return {ky::ActiveKernels().bayer8.*kernels,
-                converter.shiftOrStep,
-                converter.swapRedBlue,
-                ky::DefaultFilter(8),
-                0,
-                &ky::ByteStage};
+        return {
+            ky::ActiveKernels().bayer8.*kernels, converter.shiftOrStep, converter.swapRedBlue, 8, 0, &ky::ByteStage};
     }
 
     template <Of kKernels>

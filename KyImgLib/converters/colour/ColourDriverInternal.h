@@ -9,11 +9,6 @@
 
 namespace ky {
 
-/// The filter of a conversion; a line call outside of an area has none.
-inline const KyRGBFilter& FilterOf(const KyPixelConverterContext& context, std::uint16_t defaultBits) {
-    return context.filter == nullptr ? DefaultFilter(defaultBits) : *context.filter;
-}
-
 constexpr std::int64_t RGB24Or(bool isBGR) { return isBGR ? KY_TYPE_BGR24 : KY_TYPE_RGB24; }
 constexpr std::int64_t RGB32Or(bool isBGR) { return isBGR ? KY_TYPE_BGR32 : KY_TYPE_RGB32; }
 

@@ -5,7 +5,6 @@
 #include <KyImgLib/kernels/Filter8.h>
 
 #include <cstdint>
-#include <iterator>
 #include <utility>
 
 namespace ky {

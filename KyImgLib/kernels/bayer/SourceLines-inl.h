@@ -46,7 +46,8 @@ public:
         const std::size_t slot = static_cast<std::size_t>(y) % kRows;
         std::uint8_t* const row = rows[slot] + kMargin;
         if (held[slot] != y) {
-            Gather(band.source + y * band.sourceLine + std::size_t{firstColumn} * band.sourceStep, row);
+            GatherLastBytes(band.source + y * band.sourceLine + std::size_t{firstColumn} * band.sourceStep,
+                            band.sourceStep, columns, row);
             held[slot] = y;
         }
         return row - firstColumn;
@@ -58,19 +59,6 @@ public:
 private:
     static constexpr std::size_t kRows = 4;
     static constexpr std::size_t kMargin = 2 * kLanes;
-
-    void Gather(const std::uint8_t* from, std::uint8_t* row) const {
-        const std::size_t step = band.sourceStep;
-        std::size_t x = 0;
-        if (step == 2) {
-            for (; x + kLanes <= columns; x += kLanes) {
-                V8 low, high;
-                hn::LoadInterleaved2(D8(), from + 2 * x, low, high);
-                hn::StoreU(high, D8(), row + x);
-            }
-        }
-        for (; x < columns; ++x) row[x] = from[x * step + step - 1];
-    }
 
     const Bayer8Band& band;
     std::uint32_t firstColumn;

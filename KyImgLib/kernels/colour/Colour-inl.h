@@ -3,6 +3,7 @@
 // Each piece builds on those before it.
 // clang-format off
 #include <KyImgLib/kernels/Lanes-inl.h>
+#include <KyImgLib/kernels/Gather-inl.h>
 #include <KyImgLib/kernels/Streaming-inl.h>
 #include <KyImgLib/kernels/PixelLines-inl.h>
 #include <KyImgLib/kernels/Filter8-inl.h>

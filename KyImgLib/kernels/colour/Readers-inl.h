@@ -19,20 +19,6 @@ struct PixelSamples {
 
 inline std::uint16_t WordAt(const std::uint8_t* at) { return static_cast<std::uint16_t>(at[0] | at[1] << 8); }
 
-/// The last byte of each of `count` samples.
-inline void GatherLastBytes(const std::uint8_t* from, std::size_t sampleBytes, std::size_t count, std::uint8_t* to) {
-    std::size_t i = 0;
-#if !KY_PLAIN
-    if (sampleBytes == 2) {
-        for (; i + kLanes <= count; i += kLanes) {
-            const V16 lower = Words(Load(from + 2 * i)), upper = Words(Load(from + 2 * i + kLanes));
-            hn::StoreU(LowBytes(hn::ShiftRight<8>(lower), hn::ShiftRight<8>(upper)), D8(), to + i);
-        }
-    }
-#endif
-    for (; i < count; ++i) to[i] = from[i * sampleBytes + sampleBytes - 1];
-}
-
 /// Groups of `kBytes` samples, all alike.
 template <std::size_t kPixels, std::size_t kBytes>
 struct ReadByteGroups {
