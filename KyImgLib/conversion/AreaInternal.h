@@ -1,6 +1,7 @@
 #ifndef KYIMGLIB_CONVERSION_AREAINTERNAL_H
 #define KYIMGLIB_CONVERSION_AREAINTERNAL_H
 
+#include <cstddef>
 #include <cstdint>
 
 namespace ky {
@@ -25,6 +26,9 @@ struct AreaLines {
     std::uint32_t begin, end;    ///< destination lines
     std::uint32_t width;         ///< pixels of each
     bool isLarge;                ///< see KyLinePass
+    /// What is read once these lines are done; null where that is simply what follows them in the source.
+    const std::uint8_t* ahead;
+    std::size_t aheadLine;  ///< bytes of it for each line
 };
 
 }  // namespace ky

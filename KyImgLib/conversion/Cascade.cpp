@@ -123,6 +123,11 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
         const std::size_t lineSize = stage.context.destinationLineSize;
         lines.destination = output + lines.begin * lineSize;
         lines.isLarge = isLarge;
+        // What the first stage reads next; fields of an interlaced image it reads in turn.
+        if ((stages[0].converter->GetSourceType() & KY_TYPE_INTERLACED) == 0) {
+            lines.aheadLine = stages[0].context.sourceLineSize;
+            lines.ahead = image + stages[0].done * lines.aheadLine;
+        }
     } else {
         lines.destination = MakeRoom(stage, stages[index + 1], end);
     }

@@ -141,7 +141,7 @@ void KyPixelConverter::FillContext(KyPixelConverterContext& context, const ky::A
 void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const {
     // Read now: a composite converter's line call changes the context.
     const std::size_t sourceLineSize = context.sourceLineSize, destinationLineSize = context.destinationLineSize;
-    KyLinePass pass;
+    KyLinePass pass = {};
     pass.width = lines.width;
     pass.firstLine = lines.begin;
     pass.height = lines.end - lines.begin;
@@ -152,6 +152,7 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
     if ((GetSourceType() & KY_TYPE_INTERLACED) == 0) {
         pass.source = lines.source + (lines.begin - lines.sourceFirst) * sourceLineSize;
         pass.sourceStep = pass.lineStep * sourceLineSize;
+        AskAhead(pass, lines, sourceLineSize);
         ConvertPass(context, pass);
         return;
     }
@@ -161,9 +162,23 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
     pass.sourceStep = sourceLineSize;
     for (const std::uint8_t* const field : fields) {
         pass.source = field + lines.begin / 2 * sourceLineSize;
+        AskAhead(pass, lines, sourceLineSize);
         ConvertPass(context, pass);
         pass.destination += destinationLineSize;
     }
+}
+
+void KyPixelConverter::AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const {
+    if (!pass.isLarge) return;
+    if (lines.ahead != nullptr) {
+        pass.ahead = lines.ahead;
+        pass.aheadStep = pass.aheadBytes = pass.lineStep * lines.aheadLine;
+        return;
+    }
+    // Neighbours on both sides are read already; of what follows them, a line call's lines are enough.
+    pass.ahead = pass.source + (1 + 2 * record->neighbourLines) * pass.sourceStep;
+    pass.aheadStep = pass.sourceStep;
+    pass.aheadBytes = pass.sourceStep - sourceLineSize + GetSourceByteSize(pass.width);
 }
 
 void KyPixelConverter::ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const {

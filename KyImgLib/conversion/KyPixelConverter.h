@@ -160,6 +160,7 @@ private:
     const KyRGBFilter& GetDefaultFilter() const;
     void FillContext(KyPixelConverterContext& context, const ky::Area& area) const;
     void ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const;
+    void AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const;
     void ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const;
 
     struct Record;
@@ -179,6 +180,11 @@ struct KyLinePass {
     /// The whole area reads and writes more than the caches hold. What is written around them needs no fence here: an area
     /// conversion ends with one.
     bool isLarge;
+    /// Memory that is read soon: `aheadBytes` at `ahead` plus a multiple of `aheadStep` for each line call. A large area is
+    /// faster when this is asked for while lines are written.
+    const std::uint8_t* ahead;
+    std::size_t aheadStep;
+    std::size_t aheadBytes;  ///< 0: nothing
 };
 
 #endif

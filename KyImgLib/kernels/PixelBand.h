@@ -1,6 +1,8 @@
 #ifndef KYIMGLIB_KERNELS_PIXELBAND_H
 #define KYIMGLIB_KERNELS_PIXELBAND_H
 
+#include <KyImgLib/kernels/FetchAhead.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -14,7 +16,8 @@ struct PixelBand {
     std::ptrdiff_t destinationLine;  ///< bytes from a line to the next one
     std::size_t width;               ///< pixels of each line; whole groups, where pixels share samples
     std::uint32_t lines;
-    bool isLarge;  ///< reads and writes more than the caches hold
+    bool isLarge;      ///< reads and writes more than the caches hold
+    FetchAhead ahead;  ///< with each line, where it is large
 };
 
 }  // namespace ky

@@ -17,15 +17,16 @@ public:
         // Lines that follow one another without a gap are one line.
         if (left.sourceLine == static_cast<std::ptrdiff_t>(SourceBytes(left.width)) &&
             left.destinationLine == static_cast<std::ptrdiff_t>(DestinationBytes(left.width)) &&
-            left.width % Step::kGroup == 0) {
+            left.ahead.line == static_cast<std::ptrdiff_t>(left.ahead.bytes) && left.width % Step::kGroup == 0) {
             left.width *= left.lines;
+            left.ahead.bytes *= left.lines;
             left.lines = 1;
         }
         if (left.width == 0) return;
         const bool stream = MayStream(left);
         for (std::uint32_t line = 0; line < left.lines; ++line) {
             if (stream)
-                Stream(left.source, left.destination, left.width);
+                Stream(left.source, left.destination, left.width, left.ahead.At(line));
             else
                 Cover(left.source, left.destination, left.width);
             left.source += left.sourceLine;
@@ -61,21 +62,25 @@ private:
     }
 
     /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
-    void Stream(const std::uint8_t* from, std::uint8_t* to, std::size_t width) const {
+    void Stream(const std::uint8_t* from, std::uint8_t* to, std::size_t width, const FetchAhead& ahead) const {
         const std::size_t head = AlignedPixels<Step::kPixelBytes, Step::kGroup>(to, kPixels) % kPixels;
         Staged(from, to, head);
         const std::size_t whole = (width - head) / kPixels * kPixels;
-        if (whole != 0) Steps<true>(step, from + SourceBytes(head), to + DestinationBytes(head), whole);
+        if (whole != 0) Steps<true>(step, from + SourceBytes(head), to + DestinationBytes(head), whole, ahead);
         const std::size_t done = head + whole;
         Staged(from + SourceBytes(done), to + DestinationBytes(done), width - done);
     }
 
     /// The one place where the work is compiled.
     template <bool kStream>
-    static HWY_NOINLINE void Steps(const Step& toTake, const std::uint8_t* from, std::uint8_t* to, std::size_t width) {
+    static HWY_NOINLINE void Steps(const Step& toTake, const std::uint8_t* from, std::uint8_t* to, std::size_t width,
+                                   [[maybe_unused]] const FetchAhead& ahead = {}) {
         // Local, so that no write to the destination can be taken for a change of it.
         const Step localStep = toTake;
-        for (std::size_t steps = width / kPixels; steps != 0; --steps) {
+        std::size_t steps = width / kPixels;
+        [[maybe_unused]] Fetcher fetcher(ahead, kStream ? steps : 1);
+        for (; steps != 0; --steps) {
+            if constexpr (kStream) fetcher.Step();
             localStep.template Run<kStream>(from, to);
             from += SourceBytes(kPixels);
             to += DestinationBytes(kPixels);

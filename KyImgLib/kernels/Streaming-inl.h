@@ -1,4 +1,4 @@
-// When writes may go around the caches. Needs Lanes-inl.h before it.
+// When writes may go around the caches, and what is read meanwhile. Needs Lanes-inl.h before it.
 
 #if !KY_PLAIN
 
@@ -14,5 +14,25 @@ HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) 
     while (pixels != 0 && !IsAligned(out + pixels * kPixelBytes)) pixels -= kGroup;
     return pixels;
 }
+
+/// Asks for what is read soon, a part with each of `steps` steps. A processor that finds nothing in the cache until a line is
+/// written reads and writes in turn, where it could do both at once.
+class Fetcher {
+public:
+    HWY_INLINE Fetcher(const FetchAhead& ahead, std::size_t steps)
+        : next(reinterpret_cast<std::uintptr_t>(ahead.from) / kCacheLine * kCacheLine),
+          end(reinterpret_cast<std::uintptr_t>(ahead.from)), part((ahead.bytes + steps - 1) / steps) {}
+
+    HWY_INLINE void Step() {
+        end += part;
+        for (; next < end; next += kCacheLine) hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(next));
+    }
+
+private:
+    static constexpr std::uintptr_t kCacheLine = 64;
+    // Numbers, for the address may lie outside of all memory.
+    std::uintptr_t next, end;
+    std::size_t part;
+};
 
 #endif

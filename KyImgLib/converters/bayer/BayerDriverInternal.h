@@ -5,6 +5,7 @@
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/converters/FilterStageInternal.h>
+#include <KyImgLib/converters/PassBandInternal.h>
 #include <KyImgLib/converters/bayer/PatternInternal.h>
 #include <KyImgLib/kernels/bayer/BayerBand.h>
 
@@ -28,7 +29,7 @@ public:
     std::uint32_t ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const {
         const ContextHolder context;
         if (!HasBayerPattern(context->flags)) return KY_STATUS_BAD_ARGUMENT;
-        Convert(*context, false, false, source, context->sourceLineSize, destination, count, 2, 0);
+        Convert(*context, false, context->sourceLineSize, OneCall(source, destination, count, 2, 0));
         return KY_STATUS_SUCCESS;
     }
 
@@ -39,7 +40,7 @@ public:
         // composite converter's line call changes them. A call outside of an area has only the context to go by.
         const std::size_t areaLine = std::size_t{context->areaSourceWidth} * sourceStep;
         const std::size_t sourceLine = areaLine != 0 ? areaLine : context->sourceLineSize;
-        Convert(*context, true, false, source, sourceLine, destination, count, 1, context->lineIndex);
+        Convert(*context, true, sourceLine, OneCall(source, destination, count, 1, context->lineIndex));
         return KY_STATUS_SUCCESS;
     }
 
@@ -49,46 +50,62 @@ public:
         const bool isOneImage = pass.sourceStep == pass.lineStep * sourceLine;
         // One band for all lines, up to the one that the destination's height calls the last: that line and any after it
         // have no neighbour below.
+        KyLinePass lines = pass;
         std::uint32_t line = 0;
         if (isOneImage) {
-            line = pass.height;
-            if (interpolate && context.destinationHeight != 0)
-                line = std::min(line, context.destinationHeight - std::min(context.destinationHeight, pass.firstLine));
-            Convert(context, interpolate, pass.isLarge, pass.source, sourceLine, pass.destination, pass.width, line,
-                    pass.firstLine);
+            if (interpolate && context.destinationHeight != 0) {
+                const std::uint32_t above = std::min(context.destinationHeight, pass.firstLine);
+                lines.height = std::min(lines.height, context.destinationHeight - above);
+            }
+            Convert(context, interpolate, sourceLine, lines);
+            line = lines.height;
         }
         // What is left goes line call by line call, and so do the fields of an interlaced source, where calls come with
         // every second index, and lines from each following one.
+        lines.height = interpolate ? 1 : 2;
         for (; line < pass.height; line += pass.lineStep) {
             const std::size_t call = line / pass.lineStep;
-            Convert(context, interpolate, pass.isLarge, pass.source + call * pass.sourceStep, sourceLine,
-                    pass.destination + call * pass.destinationStep, pass.width, interpolate ? 1 : 2,
-                    pass.firstLine + line);
+            lines.source = pass.source + call * pass.sourceStep;
+            lines.destination = pass.destination + call * pass.destinationStep;
+            lines.ahead = pass.ahead + call * pass.aheadStep;
+            lines.firstLine = pass.firstLine + line;
+            Convert(context, interpolate, sourceLine, lines);
         }
     }
 
 private:
-    /// Converts `lines` lines of `width` pixels, the first of which has this index.
-    void Convert(const KyPixelConverterContext& context, bool interpolate, bool isLarge, const std::uint8_t* source,
-                 std::size_t sourceLine, std::uint8_t* destination, std::uint32_t width, std::uint32_t lines,
-                 std::uint32_t index) const {
-        if (!interpolate) width -= width % 2;
-        if (width == 0 || lines == 0) return;
+    static KyLinePass OneCall(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t width,
+                              std::uint32_t lines, std::uint32_t index) {
+        KyLinePass pass = {};
+        pass.source = source;
+        pass.destination = destination;
+        pass.width = width;
+        pass.height = lines;
+        pass.firstLine = index;
+        return pass;
+    }
+
+    /// Converts lines that follow one another in the image.
+    void Convert(const KyPixelConverterContext& context, bool interpolate, std::size_t sourceLine,
+                 const KyLinePass& lines) const {
+        const std::uint32_t width = interpolate ? lines.width : lines.width - lines.width % 2;
+        if (width == 0 || lines.height == 0) return;
 
         Band band;
-        band.source = source;
+        band.source = lines.source;
         band.sourceLine = static_cast<std::ptrdiff_t>(sourceLine);
         band.sourceStep = sourceStep;
-        band.destination = destination;
+        band.destination = lines.destination;
         band.destinationLine = static_cast<std::ptrdiff_t>(context.destinationLineSize);
         band.width = width;
-        band.lines = lines;
+        band.lines = lines.height;
         band.firstLine = MosaicLine::OfType(EvenRowType(context.flags));
-        if (interpolate && index % 2 != 0) band.firstLine = band.firstLine.Next();
+        if (interpolate && lines.firstLine % 2 != 0) band.firstLine = band.firstLine.Next();
         if (blueFirst) band.firstLine = band.firstLine.Exchanged();
-        band.hasLineAbove = index > 0;
-        band.hasLineBelow = index + (lines - 1) < context.destinationHeight - 1;
-        band.isLarge = isLarge;
+        band.hasLineAbove = lines.firstLine > 0;
+        band.hasLineBelow = lines.firstLine + (lines.height - 1) < context.destinationHeight - 1;
+        band.isLarge = lines.isLarge;
+        band.ahead = AheadOf(lines);
         band.filter = makeFilter(FilterOf(context, defaultBits), blueFirst, shift);
         (interpolate ? kernels.interpolate : kernels.replicate)(band);
     }

@@ -4,6 +4,7 @@
 #include <KyImgLib/conversion/ContextInternal.h>
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/converters/FilterStageInternal.h>
+#include <KyImgLib/converters/PassBandInternal.h>
 #include <KyImgLib/kernels/KernelTable.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
@@ -31,14 +32,9 @@ typename ColourKernels<Band>::Kernel KernelTo(const ColourKernels<Band>& kernels
 template <typename Band>
 void ConvertLines(typename ColourKernels<Band>::Kernel kernel, std::uint32_t groupPixels, Band band,
                   const KyLinePass& pass) {
-    band.source = pass.source;
-    band.sourceLine = static_cast<std::ptrdiff_t>(pass.sourceStep);
-    band.destination = pass.destination;
-    band.destinationLine = static_cast<std::ptrdiff_t>(pass.destinationStep);
-    band.width = (std::size_t{pass.width} + groupPixels - 1) / groupPixels * groupPixels;
-    band.lines = pass.height / pass.lineStep;
-    band.isLarge = pass.isLarge;
-    if (band.width != 0 && band.lines != 0) kernel(band);
+    const std::size_t width = (std::size_t{pass.width} + groupPixels - 1) / groupPixels * groupPixels;
+    static_cast<PixelBand&>(band) = BandOf(pass, width);
+    if (band.lines != 0) kernel(band);
 }
 
 }  // namespace ky

@@ -1,4 +1,6 @@
 #include <KyImgLib/converters/grayscale/GrayBandInternal.h>
+
+#include <KyImgLib/converters/PassBandInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 namespace ky {
@@ -21,13 +23,7 @@ TapLayout TapLayout::OfSource(const KyPixelConverter& converter) {
 GrayBand BandOf(const KyPixelConverter& converter, const KyPixelConverterContext& context, const KyLinePass& pass,
                 std::uint32_t width, TapLayout layout) {
     GrayBand band = {};
-    band.source = pass.source;
-    band.sourceLine = static_cast<std::ptrdiff_t>(pass.sourceStep);
-    band.destination = pass.destination;
-    band.destinationLine = static_cast<std::ptrdiff_t>(pass.destinationStep);
-    band.lines = width == 0 ? 0 : pass.height / pass.lineStep;
-    band.width = width;
-    band.isLarge = pass.isLarge;
+    static_cast<PixelBand&>(band) = BandOf(pass, width);
 
     const auto pixel = static_cast<std::ptrdiff_t>(converter.GetDestinationByteSize());
     const std::ptrdiff_t pixels = static_cast<std::ptrdiff_t>(width);

@@ -7,7 +7,5 @@
 #include <type_traits>
 #include <utility>
 
-#include <hwy/cache_control.h>
-
 #define KY_KERNEL_FILE "KyImgLib/kernels/bayer/Bayer8-inl.h"
 #include <KyImgLib/kernels/EveryLevel.h>

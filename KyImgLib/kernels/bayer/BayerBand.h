@@ -1,6 +1,7 @@
 #ifndef KYIMGLIB_KERNELS_BAYER_BAYERBAND_H
 #define KYIMGLIB_KERNELS_BAYER_BAYERBAND_H
 
+#include <KyImgLib/kernels/FetchAhead.h>
 #include <KyImgLib/kernels/Filter16.h>
 #include <KyImgLib/kernels/Filter8.h>
 #include <KyImgLib/kernels/bayer/Mosaic.h>
@@ -27,6 +28,7 @@ struct BayerBand {
     bool hasLineAbove;  ///< the first line has a neighbour above it in the source
     bool hasLineBelow;  ///< the last line has a neighbour below it in the source
     bool isLarge;       ///< reads and writes more than the caches hold
+    FetchAhead ahead;   ///< where it is large; with each line, or each two that are replicated
     Filter filter;
 };
 

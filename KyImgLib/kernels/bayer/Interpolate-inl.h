@@ -13,6 +13,7 @@ struct InterpolationJob {
     MosaicLine line;         ///< the first of the lines
     std::size_t begin, end;  ///< columns
     std::size_t width;       ///< of the image
+    FetchAhead ahead[2];     ///< with each of the lines
 };
 
 enum class Lines { kOneWithOneNeighbour, kOne, kTwo };
@@ -108,25 +109,18 @@ private:
         // Local, so that no write to the destination can be taken for a change of them.
         const InterpolationJob localJob = of;
         const Output localOutput = to;
-        // From the last line to the next one that the following two will add to what is in the cache.
-        const std::ptrdiff_t pitch = kLines == Lines::kTwo ? localJob.rows[3] - localJob.rows[2] : 0;
+        const std::size_t steps = kStream ? (last - x) / kPixels + 1 : 1;
+        [[maybe_unused]] Fetcher first(of.ahead[0], steps), second(of.ahead[1], steps);
         for (;;) {
-            if constexpr (kLines == Lines::kTwo) FetchAhead(Row(localJob, 3, x), pitch);
+            if constexpr (kStream) {
+                first.Step();
+                second.Step();
+            }
             Step<kStream>(localJob, localOutput, x);
             if (x >= last) break;
             x = std::min(x + kPixels, last);
         }
         LeaveVectors();
-    }
-
-    /// Asks for a step's bytes of the two lines that come next. Processors follow lines that they see read, and come late to
-    /// those that each two lines add. An address outside the image does no harm.
-    static HWY_INLINE void FetchAhead(const std::uint8_t* line, std::ptrdiff_t pitch) {
-        constexpr std::size_t kCacheLine = 64;
-        for (std::size_t offset = 0; offset < kPixels * sizeof(Sample); offset += kCacheLine) {
-            hwy::Prefetch(line + pitch + offset);
-            hwy::Prefetch(line + 2 * pitch + offset);
-        }
     }
 
     /// The vectors at column x: as many as make one of the writer's.
@@ -220,6 +214,7 @@ public:
             job.out[0] = band.destination + y * band.destinationLine;
             job.out[1] = job.out[0] + band.destinationLine;
             const std::ptrdiff_t line = y;
+            for (std::ptrdiff_t i = 0; i < 2; ++i) job.ahead[i] = band.ahead.At(line + i).Part(begin, end, band.width);
             if (!hasAbove && !hasBelow) {
                 LoneLine(source.Line(line), job);
             } else {

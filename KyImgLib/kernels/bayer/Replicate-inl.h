@@ -10,7 +10,8 @@ public:
         const bool stream = MayStream<Writer>(band, kPixels);
         for (std::uint32_t y = 0; y < band.lines; y += 2) {
             const std::ptrdiff_t line = y;
-            LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue};
+            LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue, {}};
+            pair.ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
             pair.out[0] = band.destination + line * band.destinationLine;
             pair.out[1] = pair.out[0] + band.destinationLine;
             if (band.firstLine.greenFirst)
@@ -31,6 +32,7 @@ private:
         const std::uint8_t* rows[2];
         std::uint8_t* out[2];
         bool ownIsBlue;
+        FetchAhead ahead;
     };
 
     template <bool kGreenFirst, bool kStream>
@@ -59,7 +61,9 @@ private:
         // Local, so that no write to the destination can be taken for a change of them.
         const LinePair localPair = pair;
         const Output localOutput = output;
+        [[maybe_unused]] Fetcher fetcher(pair.ahead, kStream ? (last - x) / kPixels + 1 : 1);
         for (;;) {
+            if constexpr (kStream) fetcher.Step();
             Step<kGreenFirst, kStream>(localPair, localOutput, x);
             if (x >= last) break;
             x = std::min(x + kPixels, last);
@@ -95,7 +99,7 @@ private:
         std::uint8_t result[2][kPixels * Writer::kPixelBytes];
         for (int row = 0; row < 2; ++row)
             std::memcpy(input[row], pair.rows[row] + begin * sizeof(Sample), pixels * sizeof(Sample));
-        Steps<kGreenFirst, false>({{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue}, output, 0, 0);
+        Steps<kGreenFirst, false>({{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue, {}}, output, 0, 0);
         for (int line = 0; line < 2; ++line)
             std::memcpy(pair.out[line] + begin * Writer::kPixelBytes, result[line], pixels * Writer::kPixelBytes);
     }

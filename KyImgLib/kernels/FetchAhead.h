@@ -1,0 +1,25 @@
+#ifndef KYIMGLIB_KERNELS_FETCHAHEAD_H
+#define KYIMGLIB_KERNELS_FETCHAHEAD_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ky {
+
+/// Memory that is read soon, to be asked for while lines are written. It need not be readable.
+struct FetchAhead {
+    const std::uint8_t* from;  ///< while the first line is written
+    std::ptrdiff_t line;       ///< bytes from there to what comes with the next line
+    std::size_t bytes;         ///< with each line; 0: nothing
+
+    /// What comes with line y.
+    FetchAhead At(std::ptrdiff_t y) const { return {from + y * line, line, bytes}; }
+    /// What comes with some columns of a line.
+    FetchAhead Part(std::size_t begin, std::size_t end, std::size_t width) const {
+        return {from + bytes * begin / width, line, bytes * (end - begin) / width};
+    }
+};
+
+}  // namespace ky
+
+#endif
