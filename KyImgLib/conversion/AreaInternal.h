@@ -26,7 +26,7 @@ struct AreaLines {
     std::uint32_t begin, end;    ///< destination lines
     std::uint32_t width;         ///< pixels of each
     bool isLarge;                ///< see KyLinePass
-    /// What is read once these lines are done; null where that is simply what follows them in the source.
+    /// What is read once these lines are done; null where that is simply what follows them in the source, if at all.
     const std::uint8_t* ahead;
     std::size_t aheadLine;  ///< bytes of it for each line
 };

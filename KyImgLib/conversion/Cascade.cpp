@@ -11,11 +11,12 @@ namespace ky {
 
 namespace {
 
-/// Of all strips together: well within a second-level cache, with what goes in and out beside them.
-constexpr std::size_t kStripBytes = 192 * 1024;
+/// Of all strips together: near the size of a first-level cache.
+constexpr std::size_t kStripBytes = 48 * 1024;
 
-/// Lines that are wanted at a time, at least: stages that convert few lines at once spend their time on starting.
-constexpr std::uint32_t kFewestLines = 8;
+/// Lines that are wanted at a time, at least. Stages that convert few lines at once spend their time on starting, and more
+/// of it where a line needs its neighbours.
+constexpr std::uint32_t kFewestLines = 2, kFewestWithNeighbours = 8;
 
 /// Strips start at a multiple of it, and conversions of pixel groups may write as much after their end.
 constexpr std::size_t kAlignment = 64;
@@ -42,6 +43,7 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
     : wanted(area), context(threadContext), stages{}, count(chain.count) {
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0;
+    std::uint32_t fewestLines = kFewestLines;
     for (std::size_t i = 0; i < count; ++i) {
         const KyPixelConverter& converter = *chain.converters[i];
         Stage& stage = stages[i];
@@ -58,12 +60,18 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
         stage.width = own.width;
         if (!IsLast(stage)) bytesOfLine += stage.context.destinationLineSize;
         surplus += 2 * (converter.GetNeighbourLines() + stage.step);
+        if (converter.GetNeighbourLines() != 0) fewestLines = kFewestWithNeighbours;
     }
     const std::size_t fitting = kStripBytes / std::max<std::size_t>(bytesOfLine, 1);
-    linesAtOnce = std::max(kFewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
+    linesAtOnce = std::max(fewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
     const std::size_t bytesInAndOut =
         std::size_t{stages[0].context.sourceLineSize} + stages[count - 1].context.destinationLineSize;
     isLarge = ExceedsCache(bytesInAndOut * stages[count - 1].lines);
+    // Memory must not be idle: it is while a first stage of much arithmetic works, and otherwise waits for the last stage,
+    // which writes. (Fields of an interlaced image are read in turn.)
+    const std::int64_t source = stages[0].converter->GetSourceType();
+    fetchingStage = (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV ? 0 : count - 1;
+    if ((source & KY_TYPE_INTERLACED) != 0) fetchingStage = count;
     stripBytes = kAlignment;
     for (std::size_t i = 0; i + 1 < count; ++i) {
         stages[i].stripLines = linesAtOnce + surplus;
@@ -123,13 +131,12 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
         const std::size_t lineSize = stage.context.destinationLineSize;
         lines.destination = output + lines.begin * lineSize;
         lines.isLarge = isLarge;
-        // What the first stage reads next; fields of an interlaced image it reads in turn.
-        if ((stages[0].converter->GetSourceType() & KY_TYPE_INTERLACED) == 0) {
-            lines.aheadLine = stages[0].context.sourceLineSize;
-            lines.ahead = image + stages[0].done * lines.aheadLine;
-        }
     } else {
         lines.destination = MakeRoom(stage, stages[index + 1], end);
+    }
+    if (isLarge && index == fetchingStage) {
+        lines.aheadLine = stages[0].context.sourceLineSize;
+        lines.ahead = image + std::size_t{index == 0 ? end : stages[0].done} * lines.aheadLine;
     }
     // The stage finds its settings where it finds those of an area conversion of its own.
     const std::uint32_t references = context.referenceCount;

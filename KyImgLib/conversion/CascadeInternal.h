@@ -68,7 +68,8 @@ private:
     std::size_t count;
     std::uint32_t linesAtOnce;
     std::size_t stripBytes;
-    bool isLarge;  ///< see KyLinePass
+    bool isLarge;               ///< see KyLinePass
+    std::size_t fetchingStage;  ///< asks for what the first stage reads next; `count` where none does
     const std::uint8_t* image;
     std::uint8_t* output;
 };

@@ -169,12 +169,12 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
 }
 
 void KyPixelConverter::AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const {
-    if (!pass.isLarge) return;
     if (lines.ahead != nullptr) {
         pass.ahead = lines.ahead;
         pass.aheadStep = pass.aheadBytes = pass.lineStep * lines.aheadLine;
         return;
     }
+    if (!pass.isLarge) return;
     // Neighbours on both sides are read already; of what follows them, a line call's lines are enough.
     pass.ahead = pass.source + (1 + 2 * record->neighbourLines) * pass.sourceStep;
     pass.aheadStep = pass.sourceStep;

@@ -6,9 +6,9 @@
 
 namespace ky {
 
-/// Memory that is read soon, to be asked for while lines are written. It need not be readable.
+/// Memory that is read soon, to be asked for while lines are converted. It need not be readable.
 struct FetchAhead {
-    const std::uint8_t* from;  ///< while the first line is written
+    const std::uint8_t* from;  ///< while the first line is converted
     std::ptrdiff_t line;       ///< bytes from there to what comes with the next line
     std::size_t bytes;         ///< with each line; 0: nothing
 

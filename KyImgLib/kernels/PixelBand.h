@@ -17,7 +17,7 @@ struct PixelBand {
     std::size_t width;               ///< pixels of each line; whole groups, where pixels share samples
     std::uint32_t lines;
     bool isLarge;      ///< reads and writes more than the caches hold
-    FetchAhead ahead;  ///< with each line, where it is large
+    FetchAhead ahead;  ///< with each line
 };
 
 }  // namespace ky

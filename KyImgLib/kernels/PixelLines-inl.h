@@ -28,7 +28,7 @@ public:
             if (stream)
                 Stream(left.source, left.destination, left.width, left.ahead.At(line));
             else
-                Cover(left.source, left.destination, left.width);
+                Cover(left.source, left.destination, left.width, left.ahead.At(line));
             left.source += left.sourceLine;
             left.destination += left.destinationLine;
         }
@@ -54,11 +54,11 @@ private:
     }
 
     /// Steps overlap where their number does not divide.
-    void Cover(const std::uint8_t* from, std::uint8_t* to, std::size_t width) const {
+    void Cover(const std::uint8_t* from, std::uint8_t* to, std::size_t width, const FetchAhead& ahead) const {
         if (width < kPixels)
             Staged(from, to, width);
         else
-            Steps<false>(step, from, to, width);
+            Steps<false>(step, from, to, width, ahead);
     }
 
     /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
@@ -74,13 +74,13 @@ private:
     /// The one place where the work is compiled.
     template <bool kStream>
     static HWY_NOINLINE void Steps(const Step& toTake, const std::uint8_t* from, std::uint8_t* to, std::size_t width,
-                                   [[maybe_unused]] const FetchAhead& ahead = {}) {
+                                   const FetchAhead& ahead = {}) {
         // Local, so that no write to the destination can be taken for a change of it.
         const Step localStep = toTake;
         std::size_t steps = width / kPixels;
-        [[maybe_unused]] Fetcher fetcher(ahead, kStream ? steps : 1);
+        Fetcher fetcher(ahead, steps);
         for (; steps != 0; --steps) {
-            if constexpr (kStream) fetcher.Step();
+            fetcher.Step();
             localStep.template Run<kStream>(from, to);
             from += SourceBytes(kPixels);
             to += DestinationBytes(kPixels);

@@ -21,7 +21,7 @@ class Fetcher {
 public:
     HWY_INLINE Fetcher(const FetchAhead& ahead, std::size_t steps)
         : next(reinterpret_cast<std::uintptr_t>(ahead.from) / kCacheLine * kCacheLine),
-          end(reinterpret_cast<std::uintptr_t>(ahead.from)), part((ahead.bytes + steps - 1) / steps) {}
+          end(reinterpret_cast<std::uintptr_t>(ahead.from)), part(ahead.bytes == 0 ? 0 : (ahead.bytes + steps - 1) / steps) {}
 
     HWY_INLINE void Step() {
         end += part;
