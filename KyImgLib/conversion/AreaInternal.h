@@ -24,6 +24,7 @@ struct AreaLines {
     std::uint32_t sourceFirst;   ///< 0 for an interlaced source
     std::uint8_t* destination;   ///< line `begin`
     std::uint32_t begin, end;    ///< destination lines
+    std::uint32_t step;          ///< lines that are converted together
     std::uint32_t width;         ///< pixels of each
     bool isLarge;                ///< see KyLinePass
     /// What is read once these lines are done; null where that is simply what follows them in the source, if at all.

@@ -126,6 +126,7 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     }
     lines.begin = stage.done;
     lines.end = end;
+    lines.step = stage.step;
     lines.width = stage.width;
     if (IsLast(stage)) {
         const std::size_t lineSize = stage.context.destinationLineSize;

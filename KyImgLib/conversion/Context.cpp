@@ -7,27 +7,31 @@ namespace ky {
 namespace {
 
 // Each thread's record is its own, so that threads which convert small images do not wait for each other, and the child of a
-// fork finds no lock that another thread holds. Neither variable needs a destructor, which a library unloaded before the
-// thread ends could not run.
+// fork finds no lock that another thread holds. It needs no destructor, which a library unloaded before the thread ends
+// could not run.
 thread_local ThreadContext own;
-thread_local ThreadContext* current = nullptr;
+
+/// Asking where it lies is a call, in a shared library, which compilers repeat for each use rather than keep the answer.
+__attribute__((noinline)) ThreadContext* Own() { return &own; }
 
 }  // namespace
 
 ThreadContext* AcquireContext() {
-    if (current == nullptr) {
-        own = {};
-        current = &own;
-    }
-    ++current->referenceCount;
-    return current;
+    ThreadContext* const context = Own();
+    if (context->referenceCount == 0) *context = {};
+    ++context->referenceCount;
+    return context;
 }
 
 void ReleaseContext() {
-    if (--current->referenceCount == 0) current = nullptr;
+    ThreadContext* const context = Own();
+    if (context->referenceCount != 0) --context->referenceCount;
 }
 
-const ThreadContext* CurrentContext() { return current; }
+const ThreadContext* CurrentContext() {
+    const ThreadContext* const context = Own();
+    return context->referenceCount == 0 ? nullptr : context;
+}
 
 const KyRGBFilter& DefaultFilter(std::uint16_t bitSize) {
     static const KyRGBFilter filters[] = {KyRGBFilter(8), KyRGBFilter(10), KyRGBFilter(12), KyRGBFilter(14),

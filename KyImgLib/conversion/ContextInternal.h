@@ -21,7 +21,7 @@ const ThreadContext* CurrentContext();
 class ContextHolder {
 public:
     ContextHolder() : context(AcquireContext()) {}
-    ~ContextHolder() { ReleaseContext(); }
+    ~ContextHolder() { --context->referenceCount; }
     ContextHolder(const ContextHolder&) = delete;
     ContextHolder& operator=(const ContextHolder&) = delete;
     ThreadContext* operator->() const { return context; }

@@ -100,7 +100,8 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     ky::AreaLines lines = {};
     lines.source = source;
     lines.destination = destination;
-    lines.end = height - height % GetLineStep();
+    lines.step = GetLineStep();
+    lines.end = height - height % lines.step;
     lines.width = width;
     lines.isLarge = ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
     ConvertLines(*context, lines);
@@ -145,7 +146,7 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
     pass.width = lines.width;
     pass.firstLine = lines.begin;
     pass.height = lines.end - lines.begin;
-    pass.lineStep = GetLineStep();
+    pass.lineStep = lines.step;
     pass.isLarge = lines.isLarge;
     pass.destination = lines.destination;
     pass.destinationStep = pass.lineStep * destinationLineSize;

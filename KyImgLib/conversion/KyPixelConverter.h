@@ -128,7 +128,7 @@ protected:
                      std::uint32_t destinationByteSize, std::uint32_t pipeliningSize, std::uint32_t linesPerConvert);
 
     /// The calling thread's context, a new one when this is its outermost conversion. Each call needs its
-    /// ReleaseContext().
+    /// ReleaseContext(); one too many does nothing.
     KyPixelConverterContext* GetContext() const;
     void ReleaseContext() const;
 

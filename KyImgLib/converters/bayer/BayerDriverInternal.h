@@ -50,20 +50,22 @@ public:
         const bool isOneImage = pass.sourceStep == pass.lineStep * sourceLine;
         // One band for all lines, up to the one that the destination's height calls the last: that line and any after it
         // have no neighbour below.
-        KyLinePass lines = pass;
-        std::uint32_t line = 0;
-        if (isOneImage) {
-            if (interpolate && context.destinationHeight != 0) {
-                const std::uint32_t above = std::min(context.destinationHeight, pass.firstLine);
-                lines.height = std::min(lines.height, context.destinationHeight - above);
-            }
-            Convert(context, interpolate, sourceLine, lines);
-            line = lines.height;
+        std::uint32_t together = isOneImage ? pass.height : 0;
+        if (interpolate && context.destinationHeight != 0) {
+            const std::uint32_t above = std::min(context.destinationHeight, pass.firstLine);
+            together = std::min(together, context.destinationHeight - above);
         }
+        if (together == pass.height) {
+            Convert(context, interpolate, sourceLine, pass);
+            return;
+        }
+        KyLinePass lines = pass;
+        lines.height = together;
+        Convert(context, interpolate, sourceLine, lines);
         // What is left goes line call by line call, and so do the fields of an interlaced source, where calls come with
         // every second index, and lines from each following one.
         lines.height = interpolate ? 1 : 2;
-        for (; line < pass.height; line += pass.lineStep) {
+        for (std::uint32_t line = together; line < pass.height; line += pass.lineStep) {
             const std::size_t call = line / pass.lineStep;
             lines.source = pass.source + call * pass.sourceStep;
             lines.destination = pass.destination + call * pass.destinationStep;

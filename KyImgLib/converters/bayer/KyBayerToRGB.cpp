@@ -11,8 +11,8 @@ KyBayerToRGB::KyBayerToRGB(const std::int64_t& sourceType, const std::int64_t& d
       reservedArgument(reserved) {}
 
 std::uint32_t KyBayerToRGB::GetLinesPerConvert() const {
-    const ky::ContextHolder context;
-    return (context->flags & FLAG_BAYER_INTERPOLATE) != 0 ? 1 : 2;
+    const ky::ThreadContext* const context = ky::CurrentContext();
+    return context != nullptr && (context->flags & FLAG_BAYER_INTERPOLATE) != 0 ? 1 : 2;
 }
 
 std::uint32_t KyBayerToRGB::Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const {

@@ -5,10 +5,14 @@
 // written again by the general rule. The first and the last line have one neighbouring line instead of two, which makes an
 // average over three of the one over four.
 
-/// One or two lines to be interpolated over some columns.
-struct InterpolationJob {
+/// Where one or two lines come from and go to.
+struct InterpolatedLines {
     const std::uint8_t* rows[4];  ///< the line above, the line, (the second line,) the line below
     std::uint8_t* out[2];
+};
+
+/// Lines to be interpolated over some columns.
+struct InterpolationJob : InterpolatedLines {
     ReadableBytes readable;
     MosaicLine line;         ///< the first of the lines
     std::size_t begin, end;  ///< columns
@@ -16,7 +20,8 @@ struct InterpolationJob {
     FetchAhead ahead[2];     ///< with each of the lines
 };
 
-enum class Lines { kOneWithOneNeighbour, kOne, kTwo };
+/// How many lines; a single one with two neighbouring lines, one, or none.
+enum class Lines { kLone, kOneWithOneNeighbour, kOne, kTwo };
 
 template <class Writer, class Band, bool kIsIdentity, bool kFewBits, Lines kLines, bool kGreenFirst>
 class LineInterpolator {
@@ -42,18 +47,20 @@ private:
     using Sample = typename Band::Sample;
     using Stage = FilterStage<typename Band::Filter, kIsIdentity>;
     using Output = SiteOutput<Writer, Stage, Sample>;
-    using Pixels =
-        std::conditional_t<kFewBits && kLines != Lines::kOneWithOneNeighbour, WordsAround, PixelsAround<Sample>>;
+    using Pixels = std::conditional_t<kFewBits && (kLines == Lines::kOne || kLines == Lines::kTwo), WordsAround,
+                                      PixelsAround<Sample>>;
 
-    static constexpr int kRows = kLines == Lines::kTwo ? 4 : 3;
+    // Of the rows, those that are read.
+    static constexpr int kFirstRow = kLines == Lines::kLone ? 1 : 0;
+    static constexpr int kRows = kLines == Lines::kTwo ? 4 : kLines == Lines::kLone ? 2 : 3;
     static constexpr int kOutputs = kLines == Lines::kTwo ? 2 : 1;
     static constexpr std::size_t kPixels = Output::kPixels;
     static constexpr std::size_t kMargin = Pixels::kMargin;
 
-    static HWY_INLINE const std::uint8_t* Row(const InterpolationJob& of, int row, std::size_t x) {
+    static HWY_INLINE const std::uint8_t* Row(const InterpolatedLines& of, int row, std::size_t x) {
         return of.rows[row] + x * sizeof(Sample);
     }
-    static HWY_INLINE std::uint8_t* Out(const InterpolationJob& of, int line, std::size_t x) {
+    static HWY_INLINE std::uint8_t* Out(const InterpolatedLines& of, int line, std::size_t x) {
         return of.out[line] + x * Writer::kPixelBytes;
     }
 
@@ -61,7 +68,7 @@ private:
     /// the line itself.
     HWY_INLINE bool IsReadable(std::size_t x) const {
         constexpr std::size_t kBefore = kMargin * sizeof(Sample), kAfter = (kPixels + kMargin) * sizeof(Sample);
-        const std::uint8_t* const upper = std::min(Row(job, 0, x), Row(job, 1, x));
+        const std::uint8_t* const upper = std::min(Row(job, kFirstRow, x), Row(job, 1, x));
         const std::uint8_t* const lower = std::max(Row(job, 1, x), Row(job, kRows - 1, x));
         return upper - kBefore >= job.readable.begin && lower + kAfter <= job.readable.end;
     }
@@ -79,7 +86,7 @@ private:
             if (last < x + kMargin) return;
             last -= kMargin;
         }
-        if (x < evenEnd) Steps<false>(job, output, std::min(x, last), last);
+        if (x < evenEnd) Steps<false>(job, std::min(x, last), last);
     }
 
     /// The same with streaming writes. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
@@ -90,7 +97,7 @@ private:
         x += head;
         if (x + kPixels + kMargin <= evenEnd) {
             const std::size_t steps = (evenEnd - kMargin - x) / kPixels;
-            Steps<true>(job, output, x, x + (steps - 1) * kPixels);
+            Steps<true>(job, x, x + (steps - 1) * kPixels);
             x += steps * kPixels;
         }
         if (x < evenEnd) WholeOrPart(x, evenEnd - x);
@@ -98,25 +105,26 @@ private:
 
     HWY_INLINE void WholeOrPart(std::size_t x, std::size_t pixels) const {
         if (pixels == kPixels && IsReadable(x))
-            Steps<false>(job, output, x, x);
+            Steps<false>(job, x, x);
         else
             Staged(x, pixels);
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
     template <bool kStream>
-    static HWY_NOINLINE void Steps(const InterpolationJob& of, const Output& to, std::size_t x, std::size_t last) {
+    HWY_NOINLINE void Steps(const InterpolatedLines& of, std::size_t x, std::size_t last) const {
         // Local, so that no write to the destination can be taken for a change of them.
-        const InterpolationJob localJob = of;
-        const Output localOutput = to;
+        const InterpolatedLines lines = of;
+        const bool ownIsBlue = job.line.ownIsBlue;
+        const Output to = output;
         const std::size_t steps = kStream ? (last - x) / kPixels + 1 : 1;
-        [[maybe_unused]] Fetcher first(of.ahead[0], steps), second(of.ahead[1], steps);
+        [[maybe_unused]] Fetcher first(job.ahead[0], steps), second(job.ahead[1], steps);
         for (;;) {
             if constexpr (kStream) {
                 first.Step();
                 second.Step();
             }
-            Step<kStream>(localJob, localOutput, x);
+            Step<kStream>(lines, ownIsBlue, to, x);
             if (x >= last) break;
             x = std::min(x + kPixels, last);
         }
@@ -125,30 +133,34 @@ private:
 
     /// The vectors at column x: as many as make one of the writer's.
     template <bool kStream>
-    static HWY_INLINE void Step(const InterpolationJob& of, const Output& to, std::size_t x) {
+    static HWY_INLINE void Step(const InterpolatedLines& of, bool ownIsBlue, const Output& to, std::size_t x) {
         if constexpr (Output::kVectors == 1) {
             const TwoLines sites = Vectors(of, x);
             const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
-            to.template Write<kStream>(first, of.line.ownIsBlue, {Out(of, 0, x)});
-            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !of.line.ownIsBlue, {Out(of, 1, x)});
+            to.template Write<kStream>(first, ownIsBlue, {Out(of, 0, x)});
+            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !ownIsBlue, {Out(of, 1, x)});
         } else {
             const TwoLines sites = Vectors(of, x), next = Vectors(of, x + Output::kVectorPixels);
             const SitePlanes<Sample> first[] = {sites.first, next.first}, second[] = {sites.second, next.second};
-            to.template Write<kStream>(first, of.line.ownIsBlue, {Out(of, 0, x)});
-            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !of.line.ownIsBlue, {Out(of, 1, x)});
+            to.template Write<kStream>(first, ownIsBlue, {Out(of, 0, x)});
+            if constexpr (kOutputs == 2) to.template Write<kStream>(second, !ownIsBlue, {Out(of, 1, x)});
         }
     }
 
     struct TwoLines {
         SitePlanes<Sample> first, second;  ///< the same, where there is one line
     };
-    static HWY_INLINE TwoLines Vectors(const InterpolationJob& of, std::size_t x) {
-        const Pixels above(Row(of, 0, x)), line(Row(of, 1, x)), below(Row(of, 2, x));
-        if constexpr (kLines == Lines::kTwo) {
-            const Pixels further(Row(of, 3, x));
+    static HWY_INLINE TwoLines Vectors(const InterpolatedLines& of, std::size_t x) {
+        const Pixels line(Row(of, 1, x));
+        if constexpr (kLines == Lines::kLone) {
+            const auto only = InterpolateLoneSites<kGreenFirst>(line);
+            return {only, only};
+        } else if constexpr (kLines == Lines::kTwo) {
+            const Pixels above(Row(of, 0, x)), below(Row(of, 2, x)), further(Row(of, 3, x));
             return {InterpolateSites<kGreenFirst, false>(above, line, below),
                     InterpolateSites<!kGreenFirst, false>(line, below, further)};
         } else {
+            const Pixels above(Row(of, 0, x)), below(Row(of, 2, x));
             constexpr bool kOneNeighbour = kLines == Lines::kOneWithOneNeighbour;
             const auto only = InterpolateSites<kGreenFirst, kOneNeighbour>(above, line, below);
             return {only, only};
@@ -159,16 +171,16 @@ private:
     HWY_NOINLINE void Staged(std::size_t x, std::size_t pixels) const {
         std::uint8_t input[kRows][(kPixels + 2 * kMargin) * sizeof(Sample)] = {};
         std::uint8_t result[kOutputs][kPixels * Writer::kPixelBytes];
-        InterpolationJob staged = job;
+        InterpolatedLines staged;
         const std::size_t from = x < kMargin ? 0 : x - kMargin;
         const std::size_t to = std::min(x + pixels + kMargin, std::min(job.end + 1, job.width));
-        for (int row = 0; row < kRows; ++row) {
+        for (int row = kFirstRow; row < kRows; ++row) {
             std::memcpy(input[row] + (kMargin - (x - from)) * sizeof(Sample), Row(job, row, from),
                         (to - from) * sizeof(Sample));
             staged.rows[row] = input[row] + kMargin * sizeof(Sample);
         }
         for (int line = 0; line < kOutputs; ++line) staged.out[line] = result[line];
-        Steps<false>(staged, output, 0, 0);
+        Steps<false>(staged, 0, 0);
         for (int line = 0; line < kOutputs; ++line)
             std::memcpy(Out(job, line, x), result[line], pixels * Writer::kPixelBytes);
     }
@@ -177,8 +189,10 @@ private:
     HWY_INLINE void BorderPixel(std::size_t x) const {
         MosaicLine line = job.line;
         for (int i = 0; i < kOutputs; ++i, line = line.Next()) {
-            const std::uint8_t* const below = kLines == Lines::kOneWithOneNeighbour ? nullptr : Row(job, i + 2, x);
-            const auto site = InterpolateSite<Sample>(Row(job, i, x), Row(job, i + 1, x), below, x > 0,
+            constexpr bool kHasAbove = kLines != Lines::kLone;
+            constexpr bool kHasBelow = kHasAbove && kLines != Lines::kOneWithOneNeighbour;
+            const auto site = InterpolateSite<Sample>(kHasAbove ? Row(job, i, x) : nullptr, Row(job, i + 1, x),
+                                                      kHasBelow ? Row(job, i + 2, x) : nullptr, x > 0,
                                                       x + 1 < job.width, line.IsGreenSite(x));
             StoreSite<Writer>(tables, site, line.ownIsBlue, Out(job, i, x));
         }
@@ -210,20 +224,21 @@ public:
             const bool hasTwoBelow = y + 2 < band.lines || (y + 2 == band.lines && band.hasLineBelow);
             const Lines lines = hasAbove && hasTwoBelow ? Lines::kTwo
                                 : hasAbove && hasBelow  ? Lines::kOne
-                                                        : Lines::kOneWithOneNeighbour;
+                                : hasAbove || hasBelow  ? Lines::kOneWithOneNeighbour
+                                                        : Lines::kLone;
             job.out[0] = band.destination + y * band.destinationLine;
             job.out[1] = job.out[0] + band.destinationLine;
             const std::ptrdiff_t line = y;
-            for (std::ptrdiff_t i = 0; i < 2; ++i) job.ahead[i] = band.ahead.At(line + i).Part(begin, end, band.width);
-            if (!hasAbove && !hasBelow) {
-                LoneLine(source.Line(line), job);
-            } else {
-                job.rows[0] = source.Line(hasAbove ? line - 1 : line + 1);
-                job.rows[1] = source.Line(line);
-                job.rows[2] = source.Line(hasBelow ? line + 1 : line - 1);
-                if (lines == Lines::kTwo) job.rows[3] = source.Line(line + 2);
-                Convert(job, lines, stream);
-            }
+            if (stream)
+                for (std::ptrdiff_t i = 0; i < 2; ++i)
+                    job.ahead[i] = band.ahead.At(line + i).Part(begin, end, band.width);
+            // A neighbour that is missing is the other one's double, or the line's own.
+            const std::ptrdiff_t above = hasAbove ? -1 : hasBelow ? 1 : 0;
+            job.rows[0] = source.Line(line + above);
+            job.rows[1] = source.Line(line);
+            job.rows[2] = source.Line(hasBelow ? line + 1 : line + above);
+            if (lines == Lines::kTwo) job.rows[3] = source.Line(line + 2);
+            Convert(job, lines, stream);
             const std::uint32_t done = lines == Lines::kTwo ? 2 : 1;
             if (done == 1) job.line = job.line.Next();
             y += done;
@@ -249,22 +264,16 @@ private:
             ConvertLines<Lines::kTwo, kGreenFirst, false>(job);
         else if (lines == Lines::kOne)
             ConvertLines<Lines::kOne, kGreenFirst, false>(job);
-        else
+        else if (lines == Lines::kOneWithOneNeighbour)
             ConvertLines<Lines::kOneWithOneNeighbour, kGreenFirst, false>(job);
+        else
+            ConvertLines<Lines::kLone, kGreenFirst, false>(job);
     }
 
     template <Lines kLines, bool kGreenFirst, bool kStream>
     HWY_NOINLINE void ConvertLines(const InterpolationJob& job) const {
         LineInterpolator<Writer, Band, kIsIdentity, kFewBits, kLines, kGreenFirst>(job, band.filter)
             .template Run<kStream>();
-    }
-
-    HWY_NOINLINE void LoneLine(const std::uint8_t* here, const InterpolationJob& job) const {
-        for (std::size_t x = job.begin; x < job.end; ++x) {
-            const auto site = InterpolateSite<Sample>(nullptr, here + x * sizeof(Sample), nullptr, x > 0,
-                                                      x + 1 < job.width, job.line.IsGreenSite(x));
-            StoreSite<Writer>(band.filter, site, job.line.ownIsBlue, job.out[0] + x * Writer::kPixelBytes);
-        }
     }
 
     const Band& band;

@@ -11,7 +11,7 @@ public:
         for (std::uint32_t y = 0; y < band.lines; y += 2) {
             const std::ptrdiff_t line = y;
             LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue, {}};
-            pair.ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
+            if (stream) pair.ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
             pair.out[0] = band.destination + line * band.destinationLine;
             pair.out[1] = pair.out[0] + band.destinationLine;
             if (band.firstLine.greenFirst)

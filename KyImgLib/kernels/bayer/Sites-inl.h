@@ -107,6 +107,21 @@ HWY_INLINE SitePlanes<Sample> InterpolateSites(const PixelsAround<Sample>& above
     }
 }
 
+/// The same for a line without any neighbours: the opposite colour is 0.
+template <bool kGreenFirst, typename Sample>
+HWY_INLINE SitePlanes<Sample> InterpolateLoneSites(const PixelsAround<Sample>& line) {
+    using P = Pairs<Sample>;
+    const auto atEven = hn::ShiftRight<1>(hn::Add(P::Odd(line.left), P::Odd(line.here)));
+    const auto atOdd = P::template ToUpper<1>(hn::Add(P::Even(line.here), P::Even(line.right)));
+    const auto oddsOwn = P::MergeClean(atEven, line.here), evensOwn = P::Merge(line.here, atOdd);
+    const auto none = hn::Zero(TagOf<Sample>());
+    if constexpr (kGreenFirst) {
+        return {oddsOwn, evensOwn, none};
+    } else {
+        return {evensOwn, oddsOwn, none};
+    }
+}
+
 /// Words of which at most 14 bits count once they are averaged. Sums may then lose what does not fit into a word: a quarter
 /// of a sum of four keeps its lower 14 bits. So there is no need of pairs, and the sums over lines are shared.
 struct WordsAround {
