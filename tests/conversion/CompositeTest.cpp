@@ -42,6 +42,8 @@ TEST(Composite, CombinesTheSizesOfItsStages) {
         const Chain chain(&first, &second);
         EXPECT_EQ(combined, chain.GetPipeliningSize()) << a << ", " << b;
         EXPECT_EQ(combined, chain.GetLinesPerConvert()) << a << ", " << b;
+        EXPECT_EQ(&first, &chain.GetFirst());
+        EXPECT_EQ(&second, &chain.GetSecond());
         EXPECT_EQ((std::array{kPlainType, kEndType}), (std::array{chain.GetSourceType(), chain.GetDestinationType()}));
         EXPECT_EQ((std::array{3u, 33u}), (std::array{chain.GetSourceByteSize(), chain.GetSourceByteSize(11)}));
         EXPECT_EQ((std::array{11u, 22u}),
