@@ -1,6 +1,7 @@
 // The registered converters: which there are, and that they lead wherever users want to go.
 #include <tests/catalogue/Listing.h>
 #include <tests/pairs/Path.h>
+#include <tests/reference/TypeFormat.h>
 
 #include <cxxabi.h>
 
@@ -23,8 +24,8 @@ std::string ClassOf(const KyPixelConverter& converter) {
 /// Source, what a chain goes through, destination, class, and bytes of a source and of a destination pixel.
 std::string LineOf(const KyPixelConverter& converter) {
     Path path = {converter.GetSourceType(), converter.GetDestinationType()};
-    const std::int64_t between = IntermediateType(path.front(), path.back());
-    if (between != 0) path.insert(path.begin() + 1, between);
+    if (const auto* const chain = dynamic_cast<const KyComplexConverter*>(&converter))
+        path.insert(path.begin() + 1, chain->GetFirst().GetDestinationType());
     return Describe(path) + "  " + ClassOf(converter) + "  " + std::to_string(converter.GetSourceByteSize()) + " " +
            std::to_string(converter.GetDestinationByteSize());
 }
@@ -42,8 +43,11 @@ TEST(CataloguePairs, AreTheListedOnes) {
 TEST(CataloguePairs, ChainsAreOfRegisteredConverters) {
     std::int64_t source = 0, destination = 0;
     for (std::uint32_t i = 0; Factory::EnumConverters(i, source, destination); ++i)
-        if (ClassOf(*Factory::FindConverter(source, destination)) == "KyComplexConverter") {
-            EXPECT_NE(0, IntermediateType(source, destination)) << Describe(Path{source, destination});
+        if (const auto* const chain =
+                dynamic_cast<const KyComplexConverter*>(Factory::FindConverter(source, destination))) {
+            const std::int64_t between = chain->GetFirst().GetDestinationType();
+            EXPECT_EQ(Factory::FindConverter(source, between), &chain->GetFirst()) << Describe(PathOf(*chain));
+            EXPECT_EQ(Factory::FindConverter(between, destination), &chain->GetSecond()) << Describe(PathOf(*chain));
         }
 }
 

@@ -35,7 +35,8 @@ protected:
     AreaCase RandomCase(bool interpolated, std::uint32_t lineBytes, std::uint32_t height) {
         AreaCase test = RandomChainCase(path, reference, interpolated, lineBytes, height, random);
         // Groups that are cut go on where the line below begins, whichever of the two fields comes later.
-        if (reference::TypeFormat(path.front()).IsInterlaced()) test.sourceWidth = (test.sourceWidth + 3) / 4 * 4;
+        constexpr std::int64_t kInterlaced = 0x00200000;
+        if ((path.front() & kInterlaced) != 0) test.sourceWidth = (test.sourceWidth + 3) / 4 * 4;
         return test;
     }
     std::string Run(const AreaCase& test, const Source& source) {
@@ -43,10 +44,10 @@ protected:
         return Difference(test, Converted(chain, test, from), ConvertedByStages(stages, test, from));
     }
 
-    const Path path = PathOf(GetParam().front(), GetParam().back());
+    const KyPixelConverter& chain = Registered(GetParam().front(), GetParam().back());
+    const Path path = PathOf(chain);
     const PairReference reference{path};
     const Stages stages = StagesOf(path);
-    const KyPixelConverter& chain = Registered(path.front(), path.back());
     support::Random random{5};
 };
 
