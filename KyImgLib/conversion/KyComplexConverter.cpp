@@ -131,6 +131,10 @@ std::unique_ptr<KyComplexConverter::Stages> KyComplexConverter::MakeStages(const
 
 KyComplexConverter::~KyComplexConverter() { delete stages; }
 
+const KyPixelConverter& KyComplexConverter::GetFirst() const { return stages->first; }
+
+const KyPixelConverter& KyComplexConverter::GetSecond() const { return stages->second; }
+
 std::uint32_t KyComplexConverter::GetSourceByteSize(std::uint32_t count) const {
     return stages->first.GetSourceByteSize(count);
 }

@@ -23,6 +23,10 @@ public:
     using KyPixelConverter::GetDestinationByteSize;
     using KyPixelConverter::GetSourceByteSize;
 
+    /// The stages, as they were given: either may be a chain itself.
+    const KyPixelConverter& GetFirst() const;
+    const KyPixelConverter& GetSecond() const;
+
     /// The first converter's.
     std::uint32_t GetSourceByteSize(std::uint32_t count) const override;
     /// The second converter's.

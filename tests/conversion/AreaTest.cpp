@@ -113,20 +113,6 @@ TEST_F(Area, ChoosesTheDefaultFilterByTheBitSizeOfTheSource) {
     EXPECT_EQ(16u, bitsOfFilter(0, 0x0001FF21)) << "not registered";
 }
 
-TEST_F(Area, FilteredFormHandsItsFilterToTheLineCalls) {
-    const Recorder recorder(kPlainType, kOtherType, 2);
-    const KyRGBFilter filter(5);
-    EXPECT_EQ(KY_STATUS_SUCCESS, recorder.Convert(filter, source.data(), 10, 4, destination.data(), 20, 8, 7, 4,
-                                                  KyPixelConverter::FLAG_BAYER_BGGR, 3));
-    ASSERT_EQ(2u, recorder.calls.size());
-    const Recorder::Call& call = recorder.calls[1];
-    EXPECT_EQ(&filter, call.context.filter);
-    EXPECT_EQ(source.data() + 20, call.source);
-    EXPECT_EQ(destination.data() + 46, call.destination);
-    EXPECT_EQ(7u, call.count);
-    EXPECT_EQ(0x80u, call.context.flags);
-}
-
 /// Counts its line calls, and its passes while it is exactly the class that announced them.
 class PassConverter : public KyPixelConverter {
 public:

@@ -1,6 +1,4 @@
 #include <tests/conversion/Recorder.h>
-#include <tests/support/Random.h>
-#include <tests/support/Threads.h>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +40,8 @@ TEST(Composite, CombinesTheSizesOfItsStages) {
         const Chain chain(&first, &second);
         EXPECT_EQ(combined, chain.GetPipeliningSize()) << a << ", " << b;
         EXPECT_EQ(combined, chain.GetLinesPerConvert()) << a << ", " << b;
+        EXPECT_EQ(&first, &chain.GetFirst());
+        EXPECT_EQ(&second, &chain.GetSecond());
         EXPECT_EQ((std::array{kPlainType, kEndType}), (std::array{chain.GetSourceType(), chain.GetDestinationType()}));
         EXPECT_EQ((std::array{3u, 33u}), (std::array{chain.GetSourceByteSize(), chain.GetSourceByteSize(11)}));
         EXPECT_EQ((std::array{11u, 22u}),
@@ -152,24 +152,6 @@ TEST(Composite, KeepsItsBuffer) {
     EXPECT_EQ(buffer, first.calls.front().destination);
     chain.Convert(source.data(), destination.data(), 40);
     EXPECT_EQ(buffer, first.calls.back().destination);
-}
-
-TEST(CompositeThread, OneChainConvertsOnManyThreads) {
-    constexpr int threads = 8;
-    AddingConverter addOne(kPlainType, kOtherType, 1), addThree(kOtherType, kEndType, 3);
-    const KyComplexConverter chain(&addOne, &addThree);
-    std::array<int, threads> failures = {};
-    support::RunOnThreads(threads, [&](int thread) {
-        support::Random random(static_cast<std::uint32_t>(thread));
-        for (int round = 0; round < 200; ++round) {
-            const std::uint32_t width = 1 + random.Below(200), height = 1 + random.Below(20);
-            std::vector<std::uint8_t> source = random.Bytes(std::size_t{width} * height), destination(source.size());
-            chain.Convert(source.data(), width, height, destination.data(), width, height, width, height, 0, 0);
-            for (std::uint8_t& byte : source) byte = static_cast<std::uint8_t>(byte + 4);
-            failures[static_cast<std::size_t>(thread)] += source != destination;
-        }
-    });
-    EXPECT_EQ((std::array<int, threads>{}), failures);
 }
 
 }  // namespace

@@ -37,14 +37,6 @@ TEST(Converter, HasNoFormsThatItDoesNotOverride) {
     EXPECT_EQ(KY_STATUS_NOT_SUPPORTED, Bare().Convert(nullptr, nullptr, 1));
 }
 
-TEST(Converter, FlagsHaveTheirPublishedValues) {
-    const auto values = [](const auto&... flags) { return std::vector<std::uint32_t>{flags...}; };
-    EXPECT_EQ(values(0x1u, 0x10u, 0x20u, 0x40u, 0x80u, 0x100u),
-              values(KyPixelConverter::FLAG_INVERT_DEINTERLACER, KyPixelConverter::FLAG_BAYER_GRBG,
-                     KyPixelConverter::FLAG_BAYER_GBRG, KyPixelConverter::FLAG_BAYER_RGGB,
-                     KyPixelConverter::FLAG_BAYER_BGGR, KyPixelConverter::FLAG_BAYER_INTERPOLATE));
-}
-
 /// Its line call converts an area with another converter, as a chain does.
 class Nesting : public Recorder {
 public:

@@ -47,16 +47,4 @@ TEST(Identity, CopiesTheBytesOfTheSourceAndNoMore) {
     EXPECT_EQ(15, copied(KyIdentityConverter(0x0002FF00, 0x0002FF01, 5, 7), 3));
 }
 
-TEST(Identity, WeavesAnInterlacedImage) {
-    const std::vector<std::uint8_t> fields = {1, 2, 3, 4, 5, 6, 7, 8};
-    std::vector<std::uint8_t> frame(12);
-    const KyPixelConverter& converter = Identity(0x00210001, 0x00010001);
-    KyRGBFilter ignored(8);
-    ignored.SetMultipliers(0, 0, 0);
-    EXPECT_EQ(KY_STATUS_SUCCESS, converter.Convert(ignored, fields.data(), 2, 4, frame.data(), 2, 4, 2, 4, 0, 1));
-    EXPECT_EQ((std::vector<std::uint8_t>{1, 2, 0, 5, 6, 0, 3, 4, 0, 7, 8, 0}), frame);
-    converter.Convert(fields.data(), 2, 4, frame.data(), 2, 4, 2, 4, KyPixelConverter::FLAG_INVERT_DEINTERLACER, 1);
-    EXPECT_EQ((std::vector<std::uint8_t>{5, 6, 0, 1, 2, 0, 7, 8, 0, 3, 4, 0}), frame);
-}
-
 }  // namespace

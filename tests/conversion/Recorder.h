@@ -53,23 +53,4 @@ public:
     std::uint32_t status = KY_STATUS_SUCCESS;
 };
 
-/// An application's converter of bytes: adds a number to each, without looking at any context.
-class AddingConverter : public KyPixelConverter {
-public:
-    AddingConverter(std::int64_t source, std::int64_t destination, std::uint8_t number)
-        : KyPixelConverter(source, destination, 1, 1, 1, 1), added(number) {}
-
-    using KyPixelConverter::Convert;
-    std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
-        for (std::uint32_t i = 0; i < count; ++i) destination[i] = static_cast<std::uint8_t>(source[i] + added);
-        return KY_STATUS_SUCCESS;
-    }
-    std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination) const override {
-        return Convert(source, destination, 1);
-    }
-
-private:
-    std::uint8_t added;
-};
-
 #endif

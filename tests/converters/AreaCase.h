@@ -12,6 +12,7 @@
 #include <array>
 #include <cstring>
 #include <functional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -78,6 +79,16 @@ inline Conversion Converting(const KyPixelConverter& converter, const AreaCase& 
     };
 }
 
+/// Tells the first byte that differs, counted from the offset; nothing when all is well.
+inline std::string Difference(const AreaCase& test, std::span<const std::uint8_t> written,
+                              std::span<const std::uint8_t> expected, std::size_t offset = 0) {
+    if (std::memcmp(written.data(), expected.data(), expected.size()) == 0) return "";
+    const auto place = std::mismatch(written.begin(), written.end(), expected.begin());
+    return test.Describe() + ": byte " +
+           std::to_string(place.first - written.begin() - static_cast<std::ptrdiff_t>(offset)) + " is " +
+           std::to_string(*place.first) + ", not " + std::to_string(*place.second);
+}
+
 /// Converts between guarded buffers that hold not one byte more than is needed, and compares with the expectation
 /// everything there is: pixels, padding and surroundings. Returns what differs; nothing when all is well. The source is
 /// random unless `fill` writes it.
@@ -98,12 +109,7 @@ std::string Difference(const AreaCase& test, std::size_t sourceSize, std::size_t
 
     const std::uint32_t status = convert(source.data(), destination.data());
     if (status != KY_STATUS_SUCCESS) return test.Describe() + ": status " + std::to_string(status);
-    if (std::memcmp(written.data(), expected.data(), expected.size()) == 0) return "";
-
-    const auto place = std::mismatch(written.begin(), written.end(), expected.begin());
-    const auto offset = place.first - written.begin() - static_cast<std::ptrdiff_t>(destination.DataOffset());
-    return test.Describe() + ": byte " + std::to_string(offset) + " of " + std::to_string(destinationSize) + " is " +
-           std::to_string(*place.first) + ", not " + std::to_string(*place.second);
+    return Difference(test, written, expected, destination.DataOffset());
 }
 
 #endif

@@ -5,6 +5,7 @@
 #include <tests/converters/AreaCase.h>
 #include <tests/reference/LineConversion.h>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -22,6 +23,20 @@ struct Kind {
     std::shared_ptr<const KyPixelConverter> woven{};  ///< the same from an interlaced source
     std::uint32_t rows = 1;                           ///< lines of a call
 };
+
+inline constexpr std::int64_t kInterlaced = 0x00200000;
+inline constexpr std::array<reference::Format, 5> kRgbFormats = {reference::Format::kRGB24, reference::Format::kBGR24,
+                                                                 reference::Format::kRGB32, reference::Format::kBGR32,
+                                                                 reference::Format::kRGB16};
+
+/// The classes of a family differ in their destination; all but that of RGB16 take its order before what they share.
+template <typename To16, typename To24, typename To32, typename... Arguments>
+std::shared_ptr<const KyPixelConverter> MakeToRgb(std::int64_t source, reference::Format format,
+                                                  Arguments... arguments) {
+    if (format == reference::Format::kRGB16) return std::make_shared<To16>(source, arguments...);
+    if (reference::BytesOf(format) == 3) return std::make_shared<To24>(source, reference::IsBGR(format), arguments...);
+    return std::make_shared<To32>(source, reference::IsBGR(format), arguments...);
+}
 
 /// Kinds that are tested together: they share a reader.
 struct Group {

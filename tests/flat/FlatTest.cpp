@@ -46,6 +46,16 @@ std::int64_t TakeID(KyPixelType* type) {
     return id;
 }
 
+TEST(Flat, FlagsHaveTheirPublishedValuesInBothInterfaces) {
+    const auto values = [](const auto&... flags) { return std::vector<std::uint32_t>{std::uint32_t{flags}...}; };
+    const std::vector<std::uint32_t> published = {0x1, 0x10, 0x20, 0x40, 0x80, 0x100};
+    EXPECT_EQ(published, values(KY_FLAG_INVERT_DEINTERLACER, KY_FLAG_BAYER_GRBG, KY_FLAG_BAYER_GBRG, KY_FLAG_BAYER_RGGB,
+                                KY_FLAG_BAYER_BGGR, KY_FLAG_BAYER_INTERPOLATE));
+    EXPECT_EQ(published, values(KyPixelConverter::FLAG_INVERT_DEINTERLACER, KyPixelConverter::FLAG_BAYER_GRBG,
+                                KyPixelConverter::FLAG_BAYER_GBRG, KyPixelConverter::FLAG_BAYER_RGGB,
+                                KyPixelConverter::FLAG_BAYER_BGGR, KyPixelConverter::FLAG_BAYER_INTERPOLATE));
+}
+
 TEST(FlatPixelType, AnswersForNull) {
     const KyRGB24 other;
     KyPixelType_Destroy(nullptr);

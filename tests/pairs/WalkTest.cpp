@@ -1,4 +1,4 @@
-// Every registered pair at every level of this CPU, against a reference that knows nothing but the two IDs.
+// Every registered pair at every level of this CPU, against a reference that knows nothing but the IDs on its way.
 #include <tests/pairs/PairReference.h>
 #include <tests/support/CpuLevels.h>
 
@@ -29,7 +29,7 @@ const char* KindOf(const Pair& pair) {
 /// What differs in some areas of one pair; nothing when all is well.
 std::string DifferenceOf(const Pair& pair, support::Random& random) try {
     const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(pair.first, pair.second);
-    const Path path = PathOf(pair.first, pair.second);
+    const Path path = PathOf(converter);
     const PairReference reference(path);
     for (const bool filtered : {false, true})
         for (const bool interpolated : {false, true})

@@ -11,12 +11,10 @@ constexpr std::uint32_t kWidth = 22, kHeight = 10;
 const std::string kCommand = "convert in.raw --type 0x20010 --size 22x10 ";
 
 /// What the library itself makes of an 8-bit Bayer frame.
-Bytes ConvertHere(const Bytes& mosaic, std::int64_t type, std::uint32_t flags, const KyRGBFilter* filter = nullptr) {
+Bytes ConvertHere(const Bytes& mosaic, std::int64_t type, std::uint32_t flags) {
     const KyPixelConverter& converter = *KyPixelTypeFactory::FindConverter(0x20010, type);
     Bytes out(std::size_t{converter.GetDestinationByteSize(kWidth)} * kHeight);
-    const KyRGBFilter identity(8);
-    converter.Convert(filter == nullptr ? identity : *filter, mosaic.data(), kWidth, kHeight, out.data(), kWidth,
-                      kHeight, kWidth, kHeight, flags, 0);
+    converter.Convert(mosaic.data(), kWidth, kHeight, out.data(), kWidth, kHeight, kWidth, kHeight, flags, 0);
     return out;
 }
 
@@ -67,13 +65,6 @@ TEST_F(ConvertTest, EveryDestinationShowsTheSamePicture) {
         // White must stay white and black black.
         EXPECT_EQ(expanded[i] & (0xFF >> bits), expanded[i] >> bits & (0xFF >> bits));
     }
-}
-
-TEST_F(ConvertTest, GainsAndOffsetsGoThroughAFilter) {
-    KyRGBFilter filter(8);
-    ASSERT_EQ(filter.SetMultipliers(1.9, 1.0, 0.5, 3, 0, 20), KY_STATUS_SUCCESS);
-    ASSERT_EQ(Run(kCommand + "--bayer BGGR -i --gain 1.9,1.0,0.5 --offset 3,0,20 -o out.png").status, 0);
-    EXPECT_EQ(DecodePng("out.png").samples, ConvertHere(mosaic, KY_TYPE_RGB24, 0x180, &filter));
 }
 
 TEST_F(ConvertTest, PpmAndRawHoldTheSameBytes) {

@@ -66,16 +66,8 @@ TEST_F(ListTest, TypesAreThoseOfTheRegistry) {
     EXPECT_EQ(lines.size(), index + 1);
 }
 
-/// A converter's picture of random bytes, twice as many as any 8x4 picture has.
-Bytes Picture(const KyPixelConverter& converter, const Bytes& source) {
-    Bytes picture(2 * 8 * 8 * 4);
-    EXPECT_EQ(converter.Convert(source.data(), 8, 4, picture.data(), 8, 4, 8, 4, 0, 0), KY_STATUS_SUCCESS);
-    return picture;
-}
-
 TEST_F(ListTest, ConvertersAreThoseOfTheRegistry) {
     const Json list = RunJson("list converters");
-    const Bytes source = MakeBytes(2 * 8 * 8 * 4);
     std::int64_t from = 0, to = 0;
     std::uint32_t index = 0;
     std::map<std::string, int> counts;
@@ -84,17 +76,13 @@ TEST_F(ListTest, ConvertersAreThoseOfTheRegistry) {
         SCOPED_TRACE(told.dump());
         EXPECT_EQ(std::pair(IdOf(told["source"]), IdOf(told["destination"])), std::pair(from, to));
         const KyPixelConverter* const converter = Factory::FindConverter(from, to);
-        const bool isChain = dynamic_cast<const KyComplexConverter*>(converter) != nullptr;
+        const auto* const chain = dynamic_cast<const KyComplexConverter*>(converter);
         const bool isIdentity = dynamic_cast<const KyIdentityConverter*>(converter) != nullptr;
-        EXPECT_EQ(told["how"], isChain ? "chain" : isIdentity ? "identity" : "direct");
+        EXPECT_EQ(told["how"], chain != nullptr ? "chain" : isIdentity ? "identity" : "direct");
         ++counts[told["how"]];
-        ASSERT_EQ(told.contains("through"), isChain);
-        if (!isChain) continue;
-        const std::int64_t through = IdOf(told["through"]);
-        ASSERT_TRUE(through != from && through != to);
-        ASSERT_TRUE(Factory::HasConverter(from, through) && Factory::HasConverter(through, to));
-        const Bytes between = Picture(*Factory::FindConverter(from, through), source);
-        EXPECT_EQ(Picture(*converter, source), Picture(*Factory::FindConverter(through, to), between));
+        ASSERT_EQ(told.contains("through"), chain != nullptr);
+        if (chain == nullptr) continue;
+        EXPECT_EQ(IdOf(told["through"]), chain->GetSecond().GetSourceType());
     }
     EXPECT_EQ(list.size(), index);
     EXPECT_EQ(counts.size(), 3U);

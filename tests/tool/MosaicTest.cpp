@@ -65,58 +65,28 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
                   std::string::npos);
 }
 
-/// Lines of 16-bit words as a camera of another type sends them: its outputs, alignment, packing and fields.
-std::vector<Bytes> Encode(std::int64_t type, unsigned bits, const Bytes& words, std::uint32_t height) {
-    std::vector<Bytes> lines(height);
-    for (std::uint32_t y = 0; y < height; ++y) {
-        const std::int64_t tap = type & KY_TAP_LAYOUT_MASK;
-        const bool leftInverted = (tap & (KY_TAP_LEFT_INVERTED_RIGHT | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED)) != 0;
-        const bool rightInverted = (tap & (KY_TAP_LEFT_RIGHT_INVERTED | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED)) != 0;
-        std::vector<unsigned> sent;
-        for (std::uint32_t i = 0; i < kWidth; ++i) {
-            const std::uint32_t last = kWidth / 2 - 1, step = i / 2;
-            std::uint32_t x = i;
-            if (tap != 0)
-                x = i % 2 == 0 ? (leftInverted ? last - step : step)
-                               : kWidth / 2 + (rightInverted ? last - step : step);
-            const std::size_t at = 2 * (std::size_t{y} * kWidth + x);
-            sent.push_back(words[at] + 256U * words[at + 1]);
-        }
-        Bytes& line = lines[(type & KY_TYPE_INTERLACED) == 0 ? y : y % 2 == 0 ? y / 2 : (height + 1) / 2 + y / 2];
-        const auto put = [&line](unsigned byte) { line.push_back(static_cast<std::uint8_t>(byte)); };
-        for (std::size_t i = 0; i < sent.size(); i += 2) {
-            const unsigned s0 = sent[i], s1 = sent[i + 1], rest = bits - 8, mask = (1U << rest) - 1;
-            if ((type & KY_TYPE_PACKED) != 0) {
-                put(s0 >> rest), put((s0 & mask) | (s1 & mask) << 4), put(s1 >> rest);
-                continue;
-            }
-            for (const unsigned sample : {s0, s1}) {
-                const unsigned word = (type & KY_TYPE_NORMALIZED) != 0 ? sample << (16 - bits) : sample;
-                put(word & 0xFF), put(word >> 8);
-            }
-        }
-    }
-    return lines;
-}
-
 TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
     constexpr std::uint32_t kLines = 9;  // one field has a line more; the last line has no neighbour below
     for (const std::int64_t type : {0x420011, 0x420012, 0x420014, 0x420015, 0x1420012, 0x8420011, 0x2020011, 0x4020012,
                                     0x1120012, 0x220011, 0x220014, 0x320011}) {
         SCOPED_TRACE(type);
         const std::int64_t plain = type & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
-        const unsigned bits = KyPixelTypeFactory::FindPixelType(type)->GetPixelBitSize();
-        const Bytes words = MakeWords(bits);
-        Write("plain.raw", Bytes(words.begin(), words.begin() + 2 * kWidth * kLines));
-        Bytes sent, padded;
-        for (const Bytes& line : Encode(type, bits, words, kLines)) {
-            sent.insert(sent.end(), line.begin(), line.end());
-            padded.insert(padded.end(), line.begin(), line.end());
+        const std::int64_t inLines = type & ~KY_TYPE_INTERLACED;
+        const std::size_t lineBytes = KyPixelTypeFactory::FindPixelType(inLines)->GetBufferSizeFor(kWidth, 1);
+        const Bytes sent = MakeBytes(lineBytes * kLines);
+        Bytes words(2 * kWidth * kLines), padded;
+        for (std::size_t y = 0; y < kLines; ++y) {
+            // The first field has the even lines of the picture.
+            const std::size_t stored = inLines == type ? y : y % 2 == 0 ? y / 2 : (kLines + 1) / 2 + y / 2;
+            KyPixelTypeFactory::FindConverter(inLines, plain)
+                ->Convert(&sent[stored * lineBytes], &words[2 * kWidth * y], kWidth);
+            padded.insert(padded.end(), &sent[y * lineBytes], &sent[y * lineBytes] + lineBytes);
             padded.insert(padded.end(), {0xAA, 0xBB, 0xCC});
         }
+        Write("plain.raw", words);
         Write("sent.raw", sent);
         Write("padded.raw", padded);
-        const std::string padding = " --line-bytes " + std::to_string(sent.size() / kLines + 3);
+        const std::string padding = " --line-bytes " + std::to_string(lineBytes + 3);
         const auto convert = [this](const std::string& source, std::int64_t id, const std::string& options) {
             const ToolResult result = Run("convert -q --format raw -o - --size 22x9 --bayer RGGB --type " +
                                           std::to_string(id) + " " + source + options);

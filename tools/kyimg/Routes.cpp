@@ -8,26 +8,6 @@
 
 namespace kyimg {
 
-namespace {
-
-Route::How HowOf(const KyPixelConverter& converter) {
-    if (dynamic_cast<const KyComplexConverter*>(&converter) != nullptr) return Route::How::Chain;
-    if (dynamic_cast<const KyIdentityConverter*>(&converter) != nullptr) return Route::How::Identity;
-    return Route::How::Direct;
-}
-
-/// A chain does not tell its stages; this is the rule by which the library builds its own.
-std::optional<std::int64_t> IntermediateType(std::int64_t source, std::int64_t destination) {
-    const std::int64_t plain = PlainType(*KyPixelTypeFactory::FindPixelType(source)).value_or(KY_TYPE_RGB24);
-    for (const std::int64_t way : {plain, plain | (source & KY_TYPE_NORMALIZED), KY_TYPE_RGB24})
-        if (way != source && way != destination && KyPixelTypeFactory::HasConverter(source, way) &&
-            KyPixelTypeFactory::HasConverter(way, destination))
-            return way;
-    return std::nullopt;
-}
-
-}  // namespace
-
 const char* HowText(Route::How how) {
     switch (how) {
         case Route::How::Direct: return "direct";
@@ -39,8 +19,13 @@ const char* HowText(Route::How how) {
 std::optional<Route> FindRoute(std::int64_t source, std::int64_t destination) {
     const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(source, destination);
     if (converter == nullptr) return std::nullopt;
-    Route route = {source, destination, HowOf(*converter), std::nullopt};
-    if (route.how == Route::How::Chain) route.through = IntermediateType(source, destination);
+    Route route = {source, destination, Route::How::Direct, std::nullopt};
+    if (const auto* const chain = dynamic_cast<const KyComplexConverter*>(converter)) {
+        route.how = Route::How::Chain;
+        route.through = chain->GetFirst().GetDestinationType();
+    } else if (dynamic_cast<const KyIdentityConverter*>(converter) != nullptr) {
+        route.how = Route::How::Identity;
+    }
     return route;
 }
 

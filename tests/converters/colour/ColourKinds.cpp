@@ -7,18 +7,6 @@ using reference::Format;
 using reference::Places;
 using Converter = std::shared_ptr<const KyPixelConverter>;
 
-constexpr std::int64_t kInterlaced = 0x00200000;
-constexpr std::array<Format, 5> kPacked = {Format::kRGB24, Format::kBGR24, Format::kRGB32, Format::kBGR32,
-                                           Format::kRGB16};
-
-/// The classes of a family differ in their destination; all but that of RGB16 take its order before what they share.
-template <typename To16, typename To24, typename To32, typename... Arguments>
-Converter Make(std::int64_t source, Format format, Arguments... arguments) {
-    if (format == Format::kRGB16) return std::make_shared<To16>(source, arguments...);
-    if (reference::BytesOf(format) == 3) return std::make_shared<To24>(source, reference::IsBGR(format), arguments...);
-    return std::make_shared<To32>(source, reference::IsBGR(format), arguments...);
-}
-
 template <std::uint32_t channels>
 std::vector<Kind> FromBytes() {
     std::vector<Kind> kinds;
@@ -38,11 +26,12 @@ std::vector<Kind> FromBytes() {
                                  reference::RgbBytes(channels, unit, 0, places),
                                  make(type + kInterlaced)});
             };
-            for (const Format format : kPacked)
+            for (const Format format : kRgbFormats)
                 add(format, [&](std::int64_t type) {
                     return channels == 3
-                               ? Make<KyRGB24ToRGB16, KyRGB24ToRGB24, KyRGB24ToRGB32>(type, format, extra, swapped)
-                               : Make<KyRGB32ToRGB16, KyRGB32ToRGB24, KyRGB32ToRGB32>(type, format, extra, swapped);
+                               ? MakeToRgb<KyRGB24ToRGB16, KyRGB24ToRGB24, KyRGB24ToRGB32>(type, format, extra, swapped)
+                               : MakeToRgb<KyRGB32ToRGB16, KyRGB32ToRGB24, KyRGB32ToRGB32>(type, format, extra,
+                                                                                           swapped);
                 });
             if (channels == 3)
                 add(Format::kPlanar,
@@ -60,7 +49,7 @@ std::vector<Kind> FromWords() {
                    {0x0002000C, 12, 0}, {0x00020004, 16, 0}, {0x00020004, 16, 20}};
     std::vector<Kind> kinds;
     for (const auto& source : sources)
-        for (const Format format : kPacked) {
+        for (const Format format : kRgbFormats) {
             const std::int64_t type = source.type + (channels == 4 ? 1 : 0);
             const bool swap = reference::IsBGR(format);
             Converter converter;
@@ -107,7 +96,7 @@ std::vector<Kind> From565() {
 template <typename MakeConverter>
 void AddYuv(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, reference::Layout layout,
             const reference::Reader& reader, const MakeConverter& make) {
-    for (const Format format : kPacked)
+    for (const Format format : kRgbFormats)
         kinds.push_back({name + " to " + reference::NameOf(format), make(type, format), format, layout, reader,
                          kByteSamples, nullptr, make(type + kInterlaced, format)});
 }
@@ -118,7 +107,7 @@ std::vector<Kind> FromYuv422() {
         AddYuv(kinds, "4:2:2, extra " + std::to_string(extra), 0x00040001, {2, 4 * (extra + 1)},
                reference::Yuv422(extra + 1, [=](const std::uint8_t* sample) { return unsigned{sample[extra]}; }),
                [&](std::int64_t type, Format format) {
-                   return Make<KyYUV8ToRGB16, KyYUV8ToRGB24, KyYUV8ToRGB32>(type, format, extra);
+                   return MakeToRgb<KyYUV8ToRGB16, KyYUV8ToRGB24, KyYUV8ToRGB32>(type, format, extra);
                });
     return kinds;
 }
@@ -130,7 +119,7 @@ std::vector<Kind> FromYuv422Words() {
                reference::Yuv422(
                    2, [=](const std::uint8_t* sample) { return reference::LoadWord(sample) >> shift & 0xFF; }),
                [&](std::int64_t type, Format format) {
-                   return Make<KyYUV10ToRGB16, KyYUV10ToRGB24, KyYUV10ToRGB32>(type, format, shift);
+                   return MakeToRgb<KyYUV10ToRGB16, KyYUV10ToRGB24, KyYUV10ToRGB32>(type, format, shift);
                });
     return kinds;
 }
@@ -138,7 +127,7 @@ std::vector<Kind> FromYuv422Words() {
 std::vector<Kind> FromYuv411() {
     std::vector<Kind> kinds;
     AddYuv(kinds, "4:1:1", 0x00440006, {4, 6}, reference::Yuv411(), [](std::int64_t type, Format format) {
-        return Make<KyYUV8411ToRGB16, KyYUV8411ToRGB24, KyYUV8411ToRGB32>(type, format);
+        return MakeToRgb<KyYUV8411ToRGB16, KyYUV8411ToRGB24, KyYUV8411ToRGB32>(type, format);
     });
     return kinds;
 }
@@ -159,8 +148,8 @@ std::vector<Kind> FromYuv444() {
                    std::to_string(yuv[2]),
                0x00440003, {1, pixel, false, std::max(end, pixel) - pixel, 3}, reference::Yuv444(extra, yuv),
                [&](std::int64_t type, Format format) {
-                   return Make<KyYUV8444ToRGB16, KyYUV8444ToRGB24, KyYUV8444ToRGB32>(type, format, extra, yuv[0],
-                                                                                     yuv[1], yuv[2]);
+                   return MakeToRgb<KyYUV8444ToRGB16, KyYUV8444ToRGB24, KyYUV8444ToRGB32>(type, format, extra, yuv[0],
+                                                                                          yuv[1], yuv[2]);
                });
     }
     return kinds;

@@ -95,6 +95,14 @@ TEST(GrayscaleClass, PutsTapsInTheirPlaces) {
     EXPECT_EQ((Bytes{1, 5, 6, 2, 3, 7, 8, 4}), Line(quad, {1, 2, 3, 4, 5, 6, 7, 8}, 8));
     EXPECT_EQ((Bytes{1, 5, 6, 2, 3, 4}), Line(quad, {1, 2, 3, 4, 5, 6}, 6));
 
+    EXPECT_EQ(
+        (Bytes{1, 0, 5, 0, 6, 0, 2, 0, 3, 0, 7, 0, 8, 0, 4, 0}),
+        Line(Dalsa4x16ToGrayscale16(0x00010007, 0x00010002), {1, 0, 2, 0, 3, 0, 4, 0, 5, 0, 6, 0, 7, 0, 8, 0}, 8));
+    // 0x123 to 0x128 in pairs.
+    const KyGrayscale16PackedToGrayscale16 packed(0x08410003, 0x00110003, 4, 0x0F, 4);
+    EXPECT_EQ((Bytes{0x70, 0x12, 0x50, 0x12, 0x30, 0x12, 0x80, 0x12, 0x60, 0x12, 0x40, 0x12}),
+              Line(packed, {0x12, 0x43, 0x12, 0x12, 0x65, 0x12, 0x12, 0x87, 0x12}, 6));
+
     Bytes lines(6);
     KyDualLinesGrayscale8ToGrayscale8(0x10010001, 0x00010001)
         .Convert(sent.data(), 3, 2, lines.data(), 3, 2, 3, 2, 0, 0);

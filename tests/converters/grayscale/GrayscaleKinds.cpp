@@ -9,10 +9,7 @@ using reference::Format;
 using reference::Taps;
 using Converter = std::shared_ptr<const KyPixelConverter>;
 
-constexpr std::int64_t kInterlaced = 0x00200000, kDualLines = 0x10000000;
-constexpr std::array<Format, 5> kRgbFormats = {Format::kRGB24, Format::kBGR24, Format::kRGB32, Format::kBGR32,
-                                               Format::kRGB16};
-
+constexpr std::int64_t kDualLines = 0x10000000;
 /// Layouts of two outputs by their place in an ID; ordinary output is one part that is read forwards.
 const std::pair<std::int64_t, Taps> kLayouts[] = {{0x01000000, {false, false}},
                                                   {0x02000000, {false, true}},
@@ -28,14 +25,6 @@ void Add(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, F
          const reference::Reader& reader, const MakeConverter& make) {
     kinds.push_back({name + " to " + reference::NameOf(format), make(type), format, layout, reader, kByteSamples,
                      nullptr, make(type + kInterlaced)});
-}
-
-/// Classes that differ in the RGB format they write; the numbers come last.
-template <typename To16, typename To24, typename To32, typename... Numbers>
-Converter MakeRgb(std::int64_t type, Format format, Numbers... numbers) {
-    if (format == Format::kRGB16) return std::make_shared<To16>(type, numbers...);
-    if (reference::BytesOf(format) == 3) return std::make_shared<To24>(type, reference::IsBGR(format), numbers...);
-    return std::make_shared<To32>(type, reference::IsBGR(format), numbers...);
 }
 
 std::vector<Kind> Shifts() {
@@ -64,7 +53,7 @@ std::vector<Kind> ToRgb() {
         for (const std::uint32_t n : {0u, 1u, 2u}) {
             Add(kinds, Numbered("last byte after", n), 0x00010001, format, {1, n + 1},
                 reference::Gray(reference::ByteOf(n + 1, n)), [&](std::int64_t type) {
-                    return MakeRgb<KyGrayscale8ToRGB16, KyGrayscale8ToRGB24, KyGrayscale8ToRGB32>(type, format, n);
+                    return MakeToRgb<KyGrayscale8ToRGB16, KyGrayscale8ToRGB24, KyGrayscale8ToRGB32>(type, format, n);
                 });
             // With words, RGB16 alone has a rule of its own for one pixel.
             if (n == 0 || format == Format::kRGB16) kinds.back().readOne = reference::Gray(reference::ByteOf(n + 1, 0));
@@ -72,8 +61,8 @@ std::vector<Kind> ToRgb() {
         for (const std::uint32_t shift : {2u, 4u, 6u, 8u, 0u, 35u})
             Add(kinds, Numbered("word right by", shift), 0x00010004, format, {1, 2},
                 reference::Gray(reference::WordShiftedRight(shift)), [&](std::int64_t type) {
-                    return MakeRgb<KyGrayscale16ToRGB16, KyGrayscale16ToRGB24, KyGrayscale16ToRGB32>(type, format,
-                                                                                                     shift);
+                    return MakeToRgb<KyGrayscale16ToRGB16, KyGrayscale16ToRGB24, KyGrayscale16ToRGB32>(type, format,
+                                                                                                       shift);
                 });
     }
     return kinds;
@@ -115,8 +104,8 @@ std::vector<Kind> Packed() {
         for (const Format format : kRgbFormats)
             Add(kinds, name, 0x00410003 + layout, format, pairs, reader(reference::PackedHighByte()),
                 [&](std::int64_t type) {
-                    return MakeRgb<KyGrayscale16PackedToRGB16, KyGrayscale16PackedToRGB24, KyGrayscale16PackedToRGB32>(
-                        type, format, 4u, 0x0Fu);
+                    return MakeToRgb<KyGrayscale16PackedToRGB16, KyGrayscale16PackedToRGB24,
+                                     KyGrayscale16PackedToRGB32>(type, format, 4u, 0x0Fu);
                 });
     }
     Add(kinds, "GEV 10 bits", 0x00410008, Format::kGray16, pairs, reference::Gray(reference::Packed(2, 3, 4)),
