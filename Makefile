@@ -6,7 +6,7 @@ DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench docs format check-format deps deps-cross
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-windows docs format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
@@ -14,7 +14,8 @@ help:
 	@echo 'make test-windows  the same for Windows, with MinGW-w64 and Wine; make test-aarch64: for 64-bit ARM, with qemu;'
 	@echo '                   make test-nehalem: for a CPU without AVX, with qemu'
 	@echo 'make packages      Debian packages, a zip for Windows and a tarball of the sources, in build/packages'
-	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--benchmark_filter=..." is passed on)'
+	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--filter=..." is passed on); make bench-windows: for'
+	@echo '                   Windows, with MinGW-w64 and Wine'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
 	@echo 'make format        format all sources;  make check-format: only say which would change'
 	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
@@ -66,6 +67,11 @@ bench:
 	cmake --preset release -DKYIMGLIB_BUILD_BENCHMARKS=ON
 	cmake --build --preset release --target kyimglib-benchmarks
 	build/release/bin/kyimglib-benchmarks $(BENCH_ARGS)
+
+bench-windows: deps-cross
+	cmake --preset windows -DKYIMGLIB_BUILD_BENCHMARKS=ON
+	cmake --build --preset windows --target kyimglib-benchmarks
+	scripts/under-wine wine build/windows/bin/kyimglib-benchmarks.exe $(BENCH_ARGS)
 
 docs: deps
 	cmake --preset release

@@ -1,6 +1,6 @@
 #include "Conversions.h"
 
-#include <benchmark/benchmark.h>
+#include "Registration.h"
 
 #include <stdexcept>
 #include <string_view>
@@ -74,7 +74,7 @@ std::string BenchmarkName(const Row& row, Size size, std::uint32_t level) {
 
 void RegisterBenchmark(const Conversion& conversion, const Frames& frames) {
     const std::string name = BenchmarkName(conversion.row, conversion.size, conversion.level);
-    benchmark::RegisterBenchmark(name.c_str(), [conversion, &frames](benchmark::State& state) {
+    RegisterByCpuTime(name, [conversion, &frames](benchmark::State& state) {
         KyCpuLevel::SetActive(conversion.level);
         for ([[maybe_unused]] auto _ : state) {
             Convert(conversion, frames);

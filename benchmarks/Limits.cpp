@@ -1,6 +1,6 @@
 #include "Limits.h"
 
-#include <benchmark/benchmark.h>
+#include "Registration.h"
 
 #include <algorithm>
 #include <sstream>
@@ -36,14 +36,13 @@ std::string BenchmarkName(const Limit& limit, const LimitKernel& kernel) {
 
 void RegisterBenchmarks(const Limit& limit, const Frames& frames) {
     for (const LimitKernel& kernel : limit.kernels)
-        benchmark::RegisterBenchmark(
-            BenchmarkName(limit, kernel).c_str(), [limit, kernel, &frames](benchmark::State& state) {
-                for ([[maybe_unused]] auto _ : state) {
-                    kernel.move(frames.GetSource(), frames.GetDestination(), limit.sourceBytes);
-                    benchmark::ClobberMemory();
-                }
-                state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(limit.size.GetPixelCount()));
-            });
+        RegisterByCpuTime(BenchmarkName(limit, kernel), [limit, kernel, &frames](benchmark::State& state) {
+            for ([[maybe_unused]] auto _ : state) {
+                kernel.move(frames.GetSource(), frames.GetDestination(), limit.sourceBytes);
+                benchmark::ClobberMemory();
+            }
+            state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(limit.size.GetPixelCount()));
+        });
 }
 
 }  // namespace kybench

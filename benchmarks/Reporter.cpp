@@ -23,10 +23,10 @@ bool Reporter::ReportContext(const Context& context) {
 void Reporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
-        // The time that the thread had the CPU: waiting for it while other programs run is not the conversion's. Times
-        // that another process tells are real time.
-        const bool isManual = !run.run_name.time_type.empty();
-        const double seconds = isManual ? run.real_accumulated_time : run.cpu_accumulated_time;
+        // The time that the thread had the CPU: waiting for it while other programs run is not the conversion's. Rows
+        // with a type of time have only real time: what another process tells, and everything on Windows.
+        const bool isRealTime = !run.run_name.time_type.empty();
+        const double seconds = isRealTime ? run.real_accumulated_time : run.cpu_accumulated_time;
         repetitions[run.run_name.function_name].push_back(seconds * 1e9 / static_cast<double>(run.iterations));
     }
 }

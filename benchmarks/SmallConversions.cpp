@@ -1,9 +1,9 @@
 #include "SmallConversions.h"
 
+#include "Registration.h"
+
 #include <KyImgLib/KyImgLib.h>
 #include <KyImgLib/KyImgLibC.h>
-
-#include <benchmark/benchmark.h>
 
 #include <vector>
 
@@ -51,7 +51,7 @@ int RegisterSmallConversions(const Options& options) {
     int count = 0;
     for (const SmallRow& row : kRows) {
         if (!std::regex_search(row.name, options.filter)) continue;
-        benchmark::RegisterBenchmark(row.name, [row](benchmark::State& state) { Measure(state, row); });
+        RegisterByCpuTime(row.name, [row](benchmark::State& state) { Measure(state, row); });
         ++count;
     }
     return count;

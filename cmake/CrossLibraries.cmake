@@ -1,5 +1,6 @@
-# What kyimg needs when it is built for another system: CLI11, fmt and nlohmann-json as headers of this one, libpng and
-# zlib from the sources that scripts/fetch-sources left. Sets CLI11_FOUND and so on like the packages do.
+# What kyimg and the benchmarks need when they are built for another system: CLI11, fmt and nlohmann-json as headers of
+# this one; libpng, zlib and Google Benchmark from the sources that scripts/fetch-sources left. Sets CLI11_FOUND and so on
+# like the packages do.
 
 if(NOT "$ENV{KYIMGLIB_SOURCES}" STREQUAL "")
   set(default_sources "$ENV{KYIMGLIB_SOURCES}")
@@ -8,7 +9,7 @@ elseif(NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
 else()
   set(default_sources "$ENV{HOME}/.cache/kyimglib/sources")
 endif()
-set(KYIMGLIB_SOURCES "${default_sources}" CACHE PATH "Folder with the sources of libpng and zlib")
+set(KYIMGLIB_SOURCES "${default_sources}" CACHE PATH "Folder of what scripts/fetch-sources fetched")
 
 # kyimglib_header_library(<target> <folder> <header>): a library of headers alone, through a folder that holds nothing
 # but a link to them; /usr/include itself must never be named to a cross compiler.
@@ -36,6 +37,20 @@ endif()
 if(TARGET fmt::fmt)
   set(fmt_FOUND ON)
   target_compile_definitions(fmt::fmt INTERFACE FMT_HEADER_ONLY=1)
+endif()
+
+set(benchmark ${KYIMGLIB_SOURCES}/benchmark)
+if(EXISTS ${benchmark}/include/benchmark/benchmark.h)
+  find_package(Threads REQUIRED)
+  set(benchmark_FOUND ON)
+  file(GLOB benchmark_sources ${benchmark}/src/*.cc)
+  list(FILTER benchmark_sources EXCLUDE REGEX "/benchmark_main\\.cc$")
+  add_library(cross-benchmark STATIC EXCLUDE_FROM_ALL ${benchmark_sources})
+  add_library(benchmark::benchmark ALIAS cross-benchmark)
+  target_include_directories(cross-benchmark SYSTEM PUBLIC ${benchmark}/include)
+  # Its own script would have to run programs to find these out.
+  target_compile_definitions(cross-benchmark PUBLIC BENCHMARK_STATIC_DEFINE PRIVATE HAVE_STD_REGEX HAVE_STEADY_CLOCK)
+  target_link_libraries(cross-benchmark PUBLIC Threads::Threads $<$<PLATFORM_ID:Windows>:shlwapi>)
 endif()
 
 set(zlib ${KYIMGLIB_SOURCES}/zlib)
