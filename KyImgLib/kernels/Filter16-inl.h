@@ -31,8 +31,13 @@ public:
         const FilterChannel16& channel = filter.channel[kChannel];
         const V16 index = hn::And(v, hn::Set(D16(), filter.indexMask));
         if (channel.isIdentity) return index;
-        if (channel.isLinear) return Compute(channel, index);
-        return LookUp(channel.table, index);
+        if (HWY_UNLIKELY(!channel.isLinear)) {
+            HWY_ALIGN std::uint16_t words[kLanes / 2];
+            hn::Store(index, D16(), words);
+            LookUp(channel.table, words);
+            return hn::Load(D16(), words);
+        }
+        return Compute(channel, index);
     }
     int Shift() const { return filter.shift; }
 
@@ -51,11 +56,8 @@ private:
         if (channel.offset != 0) value = hn::Add(value, hn::Set(d, channel.offset));
         return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, channel.largest), value);
     }
-    static HWY_NOINLINE V16 LookUp(const std::uint16_t* table, V16 v) {
-        HWY_ALIGN std::uint16_t words[kLanes / 2];
-        hn::Store(v, D16(), words);
-        for (std::uint16_t& word : words) word = table[word];
-        return hn::Load(D16(), words);
+    static HWY_NOINLINE void LookUp(const std::uint16_t* HWY_RESTRICT table, std::uint16_t* HWY_RESTRICT words) {
+        for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }
 
     const Filter16& filter;
