@@ -2,16 +2,19 @@
 
 #if !KY_PLAIN
 
-HWY_INLINE bool IsAligned(const std::uint8_t* address) {
-    return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
-}
+/// Of streaming writes: a cache line. One that is filled in two goes may leave for memory twice.
+constexpr std::size_t kStreamAlignment = 64;
 
-/// Pixels from `out` to the last one, among `most`, whose output is aligned for streaming; 0 when there is none. A whole
-/// number of groups, so that a vector that starts there starts with one.
+HWY_INLINE bool IsAligned(std::ptrdiff_t bytes) { return bytes % static_cast<std::ptrdiff_t>(kStreamAlignment) == 0; }
+HWY_INLINE bool IsAligned(const std::uint8_t* address) { return IsAligned(reinterpret_cast<std::intptr_t>(address)); }
+
+/// Pixels from `out` to the first one whose output is aligned, in whole groups; kNeverAligned when there is none. As many
+/// again as kNeverAligned, the next one is.
+constexpr std::size_t kNeverAligned = kStreamAlignment;
 template <std::size_t kPixelBytes, std::size_t kGroup>
-HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) {
-    std::size_t pixels = most;
-    while (pixels != 0 && !IsAligned(out + pixels * kPixelBytes)) pixels -= kGroup;
+HWY_INLINE std::size_t PixelsToAligned(const std::uint8_t* out) {
+    std::size_t pixels = 0;
+    while (pixels < kNeverAligned && !IsAligned(out + pixels * kPixelBytes)) pixels += kGroup;
     return pixels;
 }
 
@@ -21,7 +24,8 @@ class Fetcher {
 public:
     HWY_INLINE Fetcher(const FetchAhead& ahead, std::size_t steps)
         : next(reinterpret_cast<std::uintptr_t>(ahead.from) / kCacheLine * kCacheLine),
-          end(reinterpret_cast<std::uintptr_t>(ahead.from)), part(ahead.bytes == 0 ? 0 : (ahead.bytes + steps - 1) / steps) {}
+          end(reinterpret_cast<std::uintptr_t>(ahead.from)),
+          part(ahead.bytes == 0 ? 0 : (ahead.bytes + steps - 1) / steps) {}
 
     HWY_INLINE void Step() {
         end += part;
@@ -29,7 +33,7 @@ public:
     }
 
 private:
-    static constexpr std::uintptr_t kCacheLine = 64;
+    static constexpr std::uintptr_t kCacheLine = kStreamAlignment;
     // Numbers, for the address may lie outside of all memory.
     std::uintptr_t next, end;
     std::size_t part;

@@ -56,6 +56,10 @@ private:
     static constexpr int kOutputs = kLines == Lines::kTwo ? 2 : 1;
     static constexpr std::size_t kPixels = Output::kPixels;
     static constexpr std::size_t kMargin = Pixels::kMargin;
+    /// Streaming writes to two lines in turn are best when each time they fill whole cache lines.
+    static constexpr bool kStreamsTwoSteps =
+        Output::kVectors == 1 && kPixels * Writer::kPixelBytes % kStreamAlignment != 0;
+    static constexpr std::size_t kStreamPixels = kStreamsTwoSteps ? 2 * kPixels : kPixels;
 
     static HWY_INLINE const std::uint8_t* Row(const InterpolatedLines& of, int row, std::size_t x) {
         return of.rows[row] + x * sizeof(Sample);
@@ -92,22 +96,26 @@ private:
     /// The same with streaming writes. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
     HWY_INLINE void Stream(std::size_t evenEnd) const {
         std::size_t x = job.begin;
-        const std::size_t head = AlignedBayerPixels<Writer>(Out(job, 0, x), kPixels);
-        WholeOrPart(x, head);
+        std::size_t head = BayerPixelsToAligned<Writer>(Out(job, 0, x));
+        if (head < kMargin) head += kNeverAligned;
+        InParts(x, std::min(x + head, evenEnd));
         x += head;
-        if (x + kPixels + kMargin <= evenEnd) {
-            const std::size_t steps = (evenEnd - kMargin - x) / kPixels;
-            Steps<true>(job, x, x + (steps - 1) * kPixels);
-            x += steps * kPixels;
+        if (x + kStreamPixels + kMargin <= evenEnd) {
+            const std::size_t steps = (evenEnd - kMargin - x) / kStreamPixels;
+            Steps<true>(job, x, x + (steps - 1) * kStreamPixels);
+            x += steps * kStreamPixels;
         }
-        if (x < evenEnd) WholeOrPart(x, evenEnd - x);
+        InParts(x, evenEnd);
     }
 
-    HWY_INLINE void WholeOrPart(std::size_t x, std::size_t pixels) const {
-        if (pixels == kPixels && IsReadable(x))
-            Steps<false>(job, x, x);
-        else
-            Staged(x, pixels);
+    HWY_INLINE void InParts(std::size_t x, std::size_t end) const {
+        for (; x < end; x += kPixels) {
+            const std::size_t pixels = std::min(end - x, kPixels);
+            if (pixels == kPixels && IsReadable(x))
+                Steps<false>(job, x, x);
+            else
+                Staged(x, pixels);
+        }
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
@@ -117,7 +125,8 @@ private:
         const InterpolatedLines lines = of;
         const bool ownIsBlue = job.line.ownIsBlue;
         const Output to = output;
-        const std::size_t steps = kStream ? (last - x) / kPixels + 1 : 1;
+        constexpr std::size_t kStepPixels = kStream ? kStreamPixels : kPixels;
+        const std::size_t steps = kStream ? (last - x) / kStepPixels + 1 : 1;
         [[maybe_unused]] Fetcher first(job.ahead[0], steps), second(job.ahead[1], steps);
         for (;;) {
             if constexpr (kStream) {
@@ -126,7 +135,7 @@ private:
             }
             Step<kStream>(lines, ownIsBlue, to, x);
             if (x >= last) break;
-            x = std::min(x + kPixels, last);
+            x = std::min(x + kStepPixels, last);
         }
         LeaveVectors();
     }
@@ -134,7 +143,15 @@ private:
     /// The vectors at column x: as many as make one of the writer's.
     template <bool kStream>
     static HWY_INLINE void Step(const InterpolatedLines& of, bool ownIsBlue, const Output& to, std::size_t x) {
-        if constexpr (Output::kVectors == 1) {
+        if constexpr (kStream && kStreamsTwoSteps && kOutputs == 2) {
+            const TwoLines sites = Vectors(of, x), next = Vectors(of, x + kPixels);
+            const SitePlanes<Sample> first[][1] = {{sites.first}, {next.first}},
+                                     second[][1] = {{sites.second}, {next.second}};
+            to.template Write<kStream>(first[0], ownIsBlue, {Out(of, 0, x)});
+            to.template Write<kStream>(first[1], ownIsBlue, {Out(of, 0, x + kPixels)});
+            to.template Write<kStream>(second[0], !ownIsBlue, {Out(of, 1, x)});
+            to.template Write<kStream>(second[1], !ownIsBlue, {Out(of, 1, x + kPixels)});
+        } else if constexpr (Output::kVectors == 1) {
             const TwoLines sites = Vectors(of, x);
             const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
             to.template Write<kStream>(first, ownIsBlue, {Out(of, 0, x)});
@@ -211,7 +228,7 @@ public:
 
     template <class Source>
     void Run(Source& source, std::uint32_t begin, std::uint32_t end) const {
-        const bool stream = MayStream<Writer>(band, kPixels);
+        const bool stream = MayStream<Writer>(band);
         InterpolationJob job = {};
         job.readable = source.Readable();
         job.line = band.firstLine;

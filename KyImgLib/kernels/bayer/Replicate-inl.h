@@ -7,7 +7,7 @@ public:
 
     template <class Source>
     void Run(Source& source, std::uint32_t begin, std::uint32_t end) const {
-        const bool stream = MayStream<Writer>(band, kPixels);
+        const bool stream = MayStream<Writer>(band);
         for (std::uint32_t y = 0; y < band.lines; y += 2) {
             const std::ptrdiff_t line = y;
             LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue, {}};
@@ -38,21 +38,28 @@ private:
     template <bool kGreenFirst, bool kStream>
     void Convert(const LinePair& pair, std::size_t begin, std::size_t end) const {
         const Output output(Stage(band.filter));
-        if (end - begin < kPixels) {
-            Staged<kGreenFirst>(pair, output, begin, end);
-        } else if constexpr (kStream) {
+        if constexpr (kStream) {
             // Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
-            std::size_t x =
-                begin + AlignedBayerPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
-            Staged<kGreenFirst>(pair, output, begin, x);
+            const std::size_t head = BayerPixelsToAligned<Writer>(pair.out[0] + begin * Writer::kPixelBytes);
+            std::size_t x = std::min(begin + head, end);
+            Cover<kGreenFirst>(pair, output, begin, x);
             if (const std::size_t steps = (end - x) / kPixels; steps != 0) {
                 Steps<kGreenFirst, true>(pair, output, x, x + (steps - 1) * kPixels);
                 x += steps * kPixels;
             }
             Staged<kGreenFirst>(pair, output, x, end);
         } else {
-            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels);
+            Cover<kGreenFirst>(pair, output, begin, end);
         }
+    }
+
+    /// Steps overlap where their number does not divide.
+    template <bool kGreenFirst>
+    void Cover(const LinePair& pair, const Output& output, std::size_t begin, std::size_t end) const {
+        if (end - begin < kPixels)
+            Staged<kGreenFirst>(pair, output, begin, end);
+        else
+            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels);
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.

@@ -146,9 +146,10 @@ private:
     /// In every line, each run must be whole vectors at aligned addresses.
     bool MayStream(std::size_t groups) const {
         if (!band.isLarge || groups == 0 || groups % kLanes != 0) return false;
-        if (band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) != 0) return false;
+        if (!IsAligned(band.destinationLine)) return false;
         for (std::size_t tap = 0; tap < kTaps; ++tap)
-            if (!IsAligned(FirstVector(band.destination, band.runs[tap]))) return false;
+            if (reinterpret_cast<std::uintptr_t>(FirstVector(band.destination, band.runs[tap])) % kLanes != 0)
+                return false;
         return true;
     }
 
