@@ -56,6 +56,7 @@ private:
         if (channel.offset != 0) value = hn::Add(value, hn::Set(d, channel.offset));
         return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, channel.largest), value);
     }
+    /// In memory: a vector that went in and out of a call would be spilled by all around it.
     static HWY_NOINLINE void LookUp(const std::uint16_t* HWY_RESTRICT table, std::uint16_t* HWY_RESTRICT words) {
         for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }

@@ -9,8 +9,8 @@ namespace ky {
 std::size_t LastLevelCacheSize();
 
 /// Whether a conversion that reads and writes this many bytes should write around the caches. Streaming stores win once
-/// source and destination together fill about two thirds of the last level; below that they lose up to 2.5 times.
-inline bool ExceedsCache(std::size_t bytes) { return bytes > LastLevelCacheSize() / 3 * 2; }
+/// source and destination together fill about half of the last level; below that they lose up to 2.5 times.
+inline bool ExceedsCache(std::size_t bytes) { return bytes > LastLevelCacheSize() / 2; }
 
 /// Makes streamed writes visible to other threads in the order of the program. Kernels leave it to the end of an area, for
 /// what waits for them cannot do anything else meanwhile.
