@@ -27,9 +27,9 @@ struct AreaLines {
     std::uint32_t step;          ///< lines that are converted together
     std::uint32_t width;         ///< pixels of each
     bool isLarge;                ///< see KyLinePass
-    /// What is read once these lines are done; null where that is simply what follows them in the source, if at all.
-    const std::uint8_t* ahead;
-    std::size_t aheadLine;  ///< bytes of it for each line
+    bool asksOnward;             ///< for what follows these lines in the source, see KyLinePass::ahead
+    std::uintptr_t ahead;        ///< or for what is here,
+    std::size_t aheadLine;       ///< so many bytes with each line; 0: for nothing
 };
 
 }  // namespace ky

@@ -67,8 +67,8 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
     const std::size_t bytesInAndOut =
         std::size_t{stages[0].context.sourceLineSize} + stages[count - 1].context.destinationLineSize;
     isLarge = ExceedsCache(bytesInAndOut * stages[count - 1].lines);
-    // Memory must not be idle: it is while a first stage of much arithmetic works, and otherwise waits for the last stage,
-    // which writes. (Fields of an interlaced image are read in turn.)
+    // The stage that would leave memory idle asks for the source: a first one of much arithmetic, otherwise the last, which
+    // only writes. (Not for the fields of an interlaced image, which are read in turn.)
     const std::int64_t source = stages[0].converter->GetSourceType();
     fetchingStage = (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV ? 0 : count - 1;
     if ((source & KY_TYPE_INTERLACED) != 0) fetchingStage = count;
@@ -137,7 +137,8 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     }
     if (isLarge && index == fetchingStage) {
         lines.aheadLine = stages[0].context.sourceLineSize;
-        lines.ahead = image + std::size_t{index == 0 ? end : stages[0].done} * lines.aheadLine;
+        lines.ahead =
+            reinterpret_cast<std::uintptr_t>(image) + std::size_t{index == 0 ? end : stages[0].done} * lines.aheadLine;
     }
     // The stage finds its settings where it finds those of an area conversion of its own.
     const std::uint32_t references = context.referenceCount;

@@ -9,27 +9,27 @@ namespace {
 // Each thread's record is its own, so that threads which convert small images do not wait for each other, and the child of a
 // fork finds no lock that another thread holds. It needs no destructor, which a library unloaded before the thread ends
 // could not run.
-thread_local ThreadContext own;
+thread_local ThreadContext record;
 
 /// Asking where it lies is a call, in a shared library, which compilers repeat for each use rather than keep the answer.
-__attribute__((noinline)) ThreadContext* Own() { return &own; }
+__attribute__((noinline)) ThreadContext* OwnRecord() { return &record; }
 
 }  // namespace
 
 ThreadContext* AcquireContext() {
-    ThreadContext* const context = Own();
+    ThreadContext* const context = OwnRecord();
     if (context->referenceCount == 0) *context = {};
     ++context->referenceCount;
     return context;
 }
 
 void ReleaseContext() {
-    ThreadContext* const context = Own();
+    ThreadContext* const context = OwnRecord();
     if (context->referenceCount != 0) --context->referenceCount;
 }
 
 const ThreadContext* CurrentContext() {
-    const ThreadContext* const context = Own();
+    const ThreadContext* const context = OwnRecord();
     return context->referenceCount == 0 ? nullptr : context;
 }
 

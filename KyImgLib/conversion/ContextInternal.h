@@ -12,16 +12,16 @@ struct ThreadContext : KyPixelConverterContext {
 
 /// The calling thread's context, created when it has none; its reference count goes up by one.
 ThreadContext* AcquireContext();
-/// Takes back one AcquireContext() of the calling thread; the last one deletes the context.
+/// Takes back one AcquireContext() of the calling thread; after the last one it has no context.
 void ReleaseContext();
 /// The calling thread's context; null while it converts nothing.
 const ThreadContext* CurrentContext();
 
-/// Holds one reference on the calling thread's context.
+/// Holds one reference on the calling thread's context. Afterwards there are as many as before, whatever others released.
 class ContextHolder {
 public:
-    ContextHolder() : context(AcquireContext()) {}
-    ~ContextHolder() { --context->referenceCount; }
+    ContextHolder() : context(AcquireContext()), referencesBefore(context->referenceCount - 1) {}
+    ~ContextHolder() { context->referenceCount = referencesBefore; }
     ContextHolder(const ContextHolder&) = delete;
     ContextHolder& operator=(const ContextHolder&) = delete;
     ThreadContext* operator->() const { return context; }
@@ -29,6 +29,7 @@ public:
 
 private:
     ThreadContext* context;
+    std::uint32_t referencesBefore;
 };
 
 /// A thread's context during an area conversion. It leaves no filter behind, whichever way the conversion ends, and the

@@ -104,6 +104,7 @@ std::uint32_t KyPixelConverter::Convert(const std::uint8_t* source, std::uint32_
     lines.end = height - height % lines.step;
     lines.width = width;
     lines.isLarge = ky::ExceedsCache((std::size_t{context->sourceLineSize} + context->destinationLineSize) * lines.end);
+    lines.asksOnward = lines.isLarge;
     ConvertLines(*context, lines);
     if (lines.isLarge) ky::FinishStreaming();
     return KY_STATUS_SUCCESS;
@@ -170,14 +171,12 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
 }
 
 void KyPixelConverter::AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const {
-    if (lines.ahead != nullptr) {
-        pass.ahead = lines.ahead;
-        pass.aheadStep = pass.aheadBytes = pass.lineStep * lines.aheadLine;
-        return;
-    }
-    if (!pass.isLarge) return;
-    // Neighbours on both sides are read already; of what follows them, a line call's lines are enough.
-    pass.ahead = pass.source + (1 + 2 * record->neighbourLines) * pass.sourceStep;
+    pass.ahead = lines.ahead;
+    pass.aheadStep = pass.aheadBytes = pass.lineStep * lines.aheadLine;
+    if (!lines.asksOnward) return;
+    // With neighbours on both sides, two lines more are read already.
+    const std::size_t callsAhead = pass.lineStep == 1 ? 1 + 2 * record->neighbourLines : 1;
+    pass.ahead = reinterpret_cast<std::uintptr_t>(pass.source) + callsAhead * pass.sourceStep;
     pass.aheadStep = pass.sourceStep;
     pass.aheadBytes = pass.sourceStep - sourceLineSize + GetSourceByteSize(pass.width);
 }

@@ -128,7 +128,8 @@ protected:
                      std::uint32_t destinationByteSize, std::uint32_t pipeliningSize, std::uint32_t linesPerConvert);
 
     /// The calling thread's context, a new one when this is its outermost conversion. Each call needs its
-    /// ReleaseContext(); one too many does nothing.
+    /// ReleaseContext(). One too many does nothing outside of a conversion; inside, what is left of that may find no
+    /// settings.
     KyPixelConverterContext* GetContext() const;
     void ReleaseContext() const;
 
@@ -180,11 +181,11 @@ struct KyLinePass {
     /// The whole area reads and writes more than the caches hold. What is written around them needs no fence here: an area
     /// conversion ends with one.
     bool isLarge;
-    /// Memory that is read soon: `aheadBytes` at `ahead` plus a multiple of `aheadStep` for each line call. A large area is
-    /// faster when this is asked for while lines are written.
-    const std::uint8_t* ahead;
+    /// A hint: what is read soon. A large area is faster when line call n, from 0, prefetches `aheadBytes` from address
+    /// `ahead` + n * `aheadStep` on, which may lie outside of all memory. 0 bytes where there is nothing to ask for.
+    std::uintptr_t ahead;
     std::size_t aheadStep;
-    std::size_t aheadBytes;  ///< 0: nothing
+    std::size_t aheadBytes;
 };
 
 #endif

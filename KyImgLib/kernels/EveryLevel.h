@@ -14,7 +14,7 @@
 // Highway's own re-inclusion serves every level but two. The plain level is compiled without it, so that it is the same
 // code on every machine. VBMI is compiled as an extra pass over Highway's AVX3 with two more instruction sets switched
 // on: the target that Highway itself has for them also brings instructions that some of these CPUs lack.
-#include <hwy/cache_control.h>
+#include <hwy/cache_control.h>  // the same for all levels
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "KyImgLib/kernels/OneLevel.h"

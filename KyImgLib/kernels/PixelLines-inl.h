@@ -42,14 +42,15 @@ private:
 
     /// Lines must not overlap, and reach an aligned address in all planes after the same number of pixels.
     bool MayStream(const PixelBand& lines) const {
+        constexpr auto kAlignment = static_cast<std::ptrdiff_t>(kLanes);
         if (!lines.isLarge || lines.width < kPixels) return false;
-        if (lines.lines > 1 && (!IsAligned(lines.destinationLine) ||
+        if (lines.lines > 1 && (lines.destinationLine % kAlignment != 0 ||
                                 lines.destinationLine < static_cast<std::ptrdiff_t>(DestinationBytes(lines.width))))
             return false;
         if constexpr (Step::kPlanes > 1)
             for (const std::ptrdiff_t plane : step.planes)
-                if (!IsAligned(plane)) return false;
-        return PixelsToAligned<Step::kPixelBytes, Step::kGroup>(lines.destination) != kNeverAligned;
+                if (plane % kAlignment != 0) return false;
+        return AlignedPixels<Step::kPixelBytes, Step::kGroup>(lines.destination, kPixels) != 0;
     }
 
     /// Steps overlap where their number does not divide.
@@ -62,8 +63,8 @@ private:
 
     /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
     void Stream(const std::uint8_t* from, std::uint8_t* to, std::size_t width, const FetchAhead& ahead) const {
-        const std::size_t head = std::min(width, PixelsToAligned<Step::kPixelBytes, Step::kGroup>(to));
-        Cover(from, to, head, {});
+        const std::size_t head = AlignedPixels<Step::kPixelBytes, Step::kGroup>(to, kPixels) % kPixels;
+        Staged(from, to, head);
         const std::size_t whole = (width - head) / kPixels * kPixels;
         if (whole != 0) Steps<true>(step, from + SourceBytes(head), to + DestinationBytes(head), whole, ahead);
         const std::size_t done = head + whole;
@@ -77,7 +78,7 @@ private:
         // Local, so that no write to the destination can be taken for a change of it.
         const Step localStep = toTake;
         std::size_t steps = width / kPixels;
-        Fetcher fetcher(ahead, steps);
+        Fetcher<1> fetcher(&ahead, steps);
         for (; steps != 0; --steps) {
             fetcher.Step();
             localStep.template Run<kStream>(from, to);

@@ -2,41 +2,49 @@
 
 #if !KY_PLAIN
 
-/// Of streaming writes: a cache line. One that is filled in two goes may leave for memory twice.
-constexpr std::size_t kStreamAlignment = 64;
+HWY_INLINE bool IsAligned(const std::uint8_t* address) {
+    return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
+}
 
-HWY_INLINE bool IsAligned(std::ptrdiff_t bytes) { return bytes % static_cast<std::ptrdiff_t>(kStreamAlignment) == 0; }
-HWY_INLINE bool IsAligned(const std::uint8_t* address) { return IsAligned(reinterpret_cast<std::intptr_t>(address)); }
-
-/// Pixels from `out` to the first one whose output is aligned, in whole groups; kNeverAligned when there is none. As many
-/// again as kNeverAligned, the next one is.
-constexpr std::size_t kNeverAligned = kStreamAlignment;
+/// Pixels from `out` to the last one, among `most`, whose output is aligned for streaming; 0 when there is none. A whole
+/// number of groups, so that a vector that starts there starts with one.
 template <std::size_t kPixelBytes, std::size_t kGroup>
-HWY_INLINE std::size_t PixelsToAligned(const std::uint8_t* out) {
-    std::size_t pixels = 0;
-    while (pixels < kNeverAligned && !IsAligned(out + pixels * kPixelBytes)) pixels += kGroup;
+HWY_INLINE std::size_t AlignedPixels(const std::uint8_t* out, std::size_t most) {
+    std::size_t pixels = most;
+    while (pixels != 0 && !IsAligned(out + pixels * kPixelBytes)) pixels -= kGroup;
     return pixels;
 }
 
 /// Asks for what is read soon, a part with each of `steps` steps. A processor that finds nothing in the cache until a line is
 /// written reads and writes in turn, where it could do both at once.
+template <std::size_t kLines>
 class Fetcher {
 public:
-    HWY_INLINE Fetcher(const FetchAhead& ahead, std::size_t steps)
-        : next(reinterpret_cast<std::uintptr_t>(ahead.from) / kCacheLine * kCacheLine),
-          end(reinterpret_cast<std::uintptr_t>(ahead.from)),
-          part(ahead.bytes == 0 ? 0 : (ahead.bytes + steps - 1) / steps) {}
+    /// What comes with `kLines` lines that are converted together, as much of each.
+    HWY_INLINE Fetcher(const FetchAhead* ahead, std::size_t steps)
+        : at(0), part(ahead[0].bytes == 0 ? 0 : (ahead[0].bytes + steps - 1) / steps) {
+        // Rather than not to ask, for nothing: what is in the cache anyway.
+        for (std::size_t i = 0; i < kLines; ++i)
+            from[i] = part == 0 ? reinterpret_cast<std::uintptr_t>(this) : ahead[i].from;
+    }
 
     HWY_INLINE void Step() {
-        end += part;
-        for (; next < end; next += kCacheLine) hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(next));
+        Ask(0);
+        if (HWY_UNLIKELY(part > kCacheLine))
+            for (std::size_t offset = kCacheLine; offset < part; offset += kCacheLine) Ask(offset);
+        at += part;
     }
 
 private:
-    static constexpr std::uintptr_t kCacheLine = kStreamAlignment;
-    // Numbers, for the address may lie outside of all memory.
-    std::uintptr_t next, end;
-    std::size_t part;
+    static constexpr std::size_t kCacheLine = 64;
+
+    HWY_INLINE void Ask(std::size_t offset) const {
+        for (const std::uintptr_t address : from)
+            hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(address + at + offset));
+    }
+
+    std::uintptr_t from[kLines];
+    std::size_t at, part;
 };
 
 #endif

@@ -28,7 +28,7 @@ struct BayerBand {
     bool hasLineAbove;  ///< the first line has a neighbour above it in the source
     bool hasLineBelow;  ///< the last line has a neighbour below it in the source
     bool isLarge;       ///< reads and writes more than the caches hold
-    FetchAhead ahead;   ///< where it is large; with each line, or each two that are replicated
+    FetchAhead ahead;   ///< with each line, or each two that are replicated
     Filter filter;
 };
 

@@ -51,20 +51,17 @@ private:
                                       PixelsAround<Sample>>;
 
     // Of the rows, those that are read.
-    static constexpr int kFirstRow = kLines == Lines::kLone ? 1 : 0;
-    static constexpr int kRows = kLines == Lines::kTwo ? 4 : kLines == Lines::kLone ? 2 : 3;
-    static constexpr int kOutputs = kLines == Lines::kTwo ? 2 : 1;
+    static constexpr std::size_t kFirstRow = kLines == Lines::kLone ? 1 : 0;
+    static constexpr std::size_t kRows = kLines == Lines::kTwo ? 4 : kLines == Lines::kLone ? 2 : 3;
+    static constexpr std::size_t kOutputs = kLines == Lines::kTwo ? 2 : 1;
     static constexpr std::size_t kPixels = Output::kPixels;
     static constexpr std::size_t kMargin = Pixels::kMargin;
-    /// Streaming writes to two lines in turn are best when each time they fill whole cache lines.
-    static constexpr bool kStreamsTwoSteps =
-        Output::kVectors == 1 && kPixels * Writer::kPixelBytes % kStreamAlignment != 0;
-    static constexpr std::size_t kStreamPixels = kStreamsTwoSteps ? 2 * kPixels : kPixels;
+    static constexpr FetchAhead kNothing[kOutputs] = {};
 
-    static HWY_INLINE const std::uint8_t* Row(const InterpolatedLines& of, int row, std::size_t x) {
+    static HWY_INLINE const std::uint8_t* Row(const InterpolatedLines& of, std::size_t row, std::size_t x) {
         return of.rows[row] + x * sizeof(Sample);
     }
-    static HWY_INLINE std::uint8_t* Out(const InterpolatedLines& of, int line, std::size_t x) {
+    static HWY_INLINE std::uint8_t* Out(const InterpolatedLines& of, std::size_t line, std::size_t x) {
         return of.out[line] + x * Writer::kPixelBytes;
     }
 
@@ -90,52 +87,44 @@ private:
             if (last < x + kMargin) return;
             last -= kMargin;
         }
-        if (x < evenEnd) Steps<false>(job, std::min(x, last), last);
+        if (x < evenEnd) Steps<false>(job, std::min(x, last), last, job.ahead);
     }
 
     /// The same with streaming writes. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
     HWY_INLINE void Stream(std::size_t evenEnd) const {
         std::size_t x = job.begin;
-        std::size_t head = BayerPixelsToAligned<Writer>(Out(job, 0, x));
-        if (head < kMargin) head += kNeverAligned;
-        InParts(x, std::min(x + head, evenEnd));
+        const std::size_t head = AlignedBayerPixels<Writer>(Out(job, 0, x), kPixels);
+        WholeOrPart(x, head);
         x += head;
-        if (x + kStreamPixels + kMargin <= evenEnd) {
-            const std::size_t steps = (evenEnd - kMargin - x) / kStreamPixels;
-            Steps<true>(job, x, x + (steps - 1) * kStreamPixels);
-            x += steps * kStreamPixels;
+        if (x + kPixels + kMargin <= evenEnd) {
+            const std::size_t steps = (evenEnd - kMargin - x) / kPixels;
+            Steps<true>(job, x, x + (steps - 1) * kPixels, job.ahead);
+            x += steps * kPixels;
         }
-        InParts(x, evenEnd);
+        if (x < evenEnd) WholeOrPart(x, evenEnd - x);
     }
 
-    HWY_INLINE void InParts(std::size_t x, std::size_t end) const {
-        for (; x < end; x += kPixels) {
-            const std::size_t pixels = std::min(end - x, kPixels);
-            if (pixels == kPixels && IsReadable(x))
-                Steps<false>(job, x, x);
-            else
-                Staged(x, pixels);
-        }
+    HWY_INLINE void WholeOrPart(std::size_t x, std::size_t pixels) const {
+        if (pixels == kPixels && IsReadable(x))
+            Steps<false>(job, x, x, kNothing);
+        else
+            Staged(x, pixels);
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
     template <bool kStream>
-    HWY_NOINLINE void Steps(const InterpolatedLines& of, std::size_t x, std::size_t last) const {
+    HWY_NOINLINE void Steps(const InterpolatedLines& of, std::size_t x, std::size_t last,
+                            const FetchAhead* ahead) const {
         // Local, so that no write to the destination can be taken for a change of them.
         const InterpolatedLines lines = of;
         const bool ownIsBlue = job.line.ownIsBlue;
         const Output to = output;
-        constexpr std::size_t kStepPixels = kStream ? kStreamPixels : kPixels;
-        const std::size_t steps = kStream ? (last - x) / kStepPixels + 1 : 1;
-        [[maybe_unused]] Fetcher first(job.ahead[0], steps), second(job.ahead[1], steps);
+        Fetcher<kOutputs> fetcher(ahead, (last - x) / kPixels + 1);
         for (;;) {
-            if constexpr (kStream) {
-                first.Step();
-                second.Step();
-            }
+            fetcher.Step();
             Step<kStream>(lines, ownIsBlue, to, x);
             if (x >= last) break;
-            x = std::min(x + kStepPixels, last);
+            x = std::min(x + kPixels, last);
         }
         LeaveVectors();
     }
@@ -143,15 +132,7 @@ private:
     /// The vectors at column x: as many as make one of the writer's.
     template <bool kStream>
     static HWY_INLINE void Step(const InterpolatedLines& of, bool ownIsBlue, const Output& to, std::size_t x) {
-        if constexpr (kStream && kStreamsTwoSteps && kOutputs == 2) {
-            const TwoLines sites = Vectors(of, x), next = Vectors(of, x + kPixels);
-            const SitePlanes<Sample> first[][1] = {{sites.first}, {next.first}},
-                                     second[][1] = {{sites.second}, {next.second}};
-            to.template Write<kStream>(first[0], ownIsBlue, {Out(of, 0, x)});
-            to.template Write<kStream>(first[1], ownIsBlue, {Out(of, 0, x + kPixels)});
-            to.template Write<kStream>(second[0], !ownIsBlue, {Out(of, 1, x)});
-            to.template Write<kStream>(second[1], !ownIsBlue, {Out(of, 1, x + kPixels)});
-        } else if constexpr (Output::kVectors == 1) {
+        if constexpr (Output::kVectors == 1) {
             const TwoLines sites = Vectors(of, x);
             const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
             to.template Write<kStream>(first, ownIsBlue, {Out(of, 0, x)});
@@ -188,24 +169,24 @@ private:
     HWY_NOINLINE void Staged(std::size_t x, std::size_t pixels) const {
         std::uint8_t input[kRows][(kPixels + 2 * kMargin) * sizeof(Sample)] = {};
         std::uint8_t result[kOutputs][kPixels * Writer::kPixelBytes];
-        InterpolatedLines staged;
+        InterpolatedLines staged = {};
         const std::size_t from = x < kMargin ? 0 : x - kMargin;
         const std::size_t to = std::min(x + pixels + kMargin, std::min(job.end + 1, job.width));
-        for (int row = kFirstRow; row < kRows; ++row) {
+        for (std::size_t row = kFirstRow; row < kRows; ++row) {
             std::memcpy(input[row] + (kMargin - (x - from)) * sizeof(Sample), Row(job, row, from),
                         (to - from) * sizeof(Sample));
             staged.rows[row] = input[row] + kMargin * sizeof(Sample);
         }
-        for (int line = 0; line < kOutputs; ++line) staged.out[line] = result[line];
-        Steps<false>(staged, 0, 0);
-        for (int line = 0; line < kOutputs; ++line)
+        for (std::size_t line = 0; line < kOutputs; ++line) staged.out[line] = result[line];
+        Steps<false>(staged, 0, 0, kNothing);
+        for (std::size_t line = 0; line < kOutputs; ++line)
             std::memcpy(Out(job, line, x), result[line], pixels * Writer::kPixelBytes);
     }
 
     /// The first or the last pixel of the image, by the general rule. (No vector ends with the last one of an odd number.)
     HWY_INLINE void BorderPixel(std::size_t x) const {
         MosaicLine line = job.line;
-        for (int i = 0; i < kOutputs; ++i, line = line.Next()) {
+        for (std::size_t i = 0; i < kOutputs; ++i, line = line.Next()) {
             constexpr bool kHasAbove = kLines != Lines::kLone;
             constexpr bool kHasBelow = kHasAbove && kLines != Lines::kOneWithOneNeighbour;
             const auto site = InterpolateSite<Sample>(kHasAbove ? Row(job, i, x) : nullptr, Row(job, i + 1, x),
@@ -228,7 +209,7 @@ public:
 
     template <class Source>
     void Run(Source& source, std::uint32_t begin, std::uint32_t end) const {
-        const bool stream = MayStream<Writer>(band);
+        const bool stream = MayStream<Writer>(band, kPixels);
         InterpolationJob job = {};
         job.readable = source.Readable();
         job.line = band.firstLine;
@@ -246,7 +227,7 @@ public:
             job.out[0] = band.destination + y * band.destinationLine;
             job.out[1] = job.out[0] + band.destinationLine;
             const std::ptrdiff_t line = y;
-            if (stream)
+            if (band.ahead.bytes != 0)
                 for (std::ptrdiff_t i = 0; i < 2; ++i)
                     job.ahead[i] = band.ahead.At(line + i).Part(begin, end, band.width);
             // A neighbour that is missing is the other one's double, or the line's own.

@@ -7,17 +7,18 @@ public:
 
     template <class Source>
     void Run(Source& source, std::uint32_t begin, std::uint32_t end) const {
-        const bool stream = MayStream<Writer>(band);
+        const bool stream = MayStream<Writer>(band, kPixels);
         for (std::uint32_t y = 0; y < band.lines; y += 2) {
             const std::ptrdiff_t line = y;
-            LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue, {}};
-            if (stream) pair.ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
+            LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue};
+            FetchAhead ahead = {};
+            if (band.ahead.bytes != 0) ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
             pair.out[0] = band.destination + line * band.destinationLine;
             pair.out[1] = pair.out[0] + band.destinationLine;
             if (band.firstLine.greenFirst)
-                stream ? Convert<true, true>(pair, begin, end) : Convert<true, false>(pair, begin, end);
+                stream ? Convert<true, true>(pair, begin, end, ahead) : Convert<true, false>(pair, begin, end, ahead);
             else
-                stream ? Convert<false, true>(pair, begin, end) : Convert<false, false>(pair, begin, end);
+                stream ? Convert<false, true>(pair, begin, end, ahead) : Convert<false, false>(pair, begin, end, ahead);
         }
     }
 
@@ -32,45 +33,38 @@ private:
         const std::uint8_t* rows[2];
         std::uint8_t* out[2];
         bool ownIsBlue;
-        FetchAhead ahead;
     };
 
     template <bool kGreenFirst, bool kStream>
-    void Convert(const LinePair& pair, std::size_t begin, std::size_t end) const {
+    void Convert(const LinePair& pair, std::size_t begin, std::size_t end, const FetchAhead& ahead) const {
         const Output output(Stage(band.filter));
-        if constexpr (kStream) {
+        if (end - begin < kPixels) {
+            Staged<kGreenFirst>(pair, output, begin, end);
+        } else if constexpr (kStream) {
             // Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
-            const std::size_t head = BayerPixelsToAligned<Writer>(pair.out[0] + begin * Writer::kPixelBytes);
-            std::size_t x = std::min(begin + head, end);
-            Cover<kGreenFirst>(pair, output, begin, x);
+            std::size_t x =
+                begin + AlignedBayerPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
+            Staged<kGreenFirst>(pair, output, begin, x);
             if (const std::size_t steps = (end - x) / kPixels; steps != 0) {
-                Steps<kGreenFirst, true>(pair, output, x, x + (steps - 1) * kPixels);
+                Steps<kGreenFirst, true>(pair, output, x, x + (steps - 1) * kPixels, ahead);
                 x += steps * kPixels;
             }
             Staged<kGreenFirst>(pair, output, x, end);
         } else {
-            Cover<kGreenFirst>(pair, output, begin, end);
+            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels, ahead);
         }
-    }
-
-    /// Steps overlap where their number does not divide.
-    template <bool kGreenFirst>
-    void Cover(const LinePair& pair, const Output& output, std::size_t begin, std::size_t end) const {
-        if (end - begin < kPixels)
-            Staged<kGreenFirst>(pair, output, begin, end);
-        else
-            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels);
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
     template <bool kGreenFirst, bool kStream>
-    static HWY_NOINLINE void Steps(const LinePair& pair, const Output& output, std::size_t x, std::size_t last) {
+    static HWY_NOINLINE void Steps(const LinePair& pair, const Output& output, std::size_t x, std::size_t last,
+                                   const FetchAhead& ahead) {
         // Local, so that no write to the destination can be taken for a change of them.
         const LinePair localPair = pair;
         const Output localOutput = output;
-        [[maybe_unused]] Fetcher fetcher(pair.ahead, kStream ? (last - x) / kPixels + 1 : 1);
+        Fetcher<1> fetcher(&ahead, (last - x) / kPixels + 1);
         for (;;) {
-            if constexpr (kStream) fetcher.Step();
+            fetcher.Step();
             Step<kGreenFirst, kStream>(localPair, localOutput, x);
             if (x >= last) break;
             x = std::min(x + kPixels, last);
@@ -106,7 +100,7 @@ private:
         std::uint8_t result[2][kPixels * Writer::kPixelBytes];
         for (int row = 0; row < 2; ++row)
             std::memcpy(input[row], pair.rows[row] + begin * sizeof(Sample), pixels * sizeof(Sample));
-        Steps<kGreenFirst, false>({{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue, {}}, output, 0, 0);
+        Steps<kGreenFirst, false>({{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue}, output, 0, 0, {});
         for (int line = 0; line < 2; ++line)
             std::memcpy(pair.out[line] + begin * Writer::kPixelBytes, result[line], pixels * Writer::kPixelBytes);
     }

@@ -67,18 +67,18 @@ private:
     std::uint8_t rows[kRows][kMargin + kStretch + 2 + kMargin];
 };
 
-/// Pixels to the first one that lines can be streamed from; an even number, as cells are.
+/// Pixels from `out` to the last one, among `most`, from which lines can be streamed; an even number, as cells are.
 template <class Writer>
-HWY_INLINE std::size_t BayerPixelsToAligned(const std::uint8_t* out) {
-    return PixelsToAligned<Writer::kPixelBytes, 2>(out);
+HWY_INLINE std::size_t AlignedBayerPixels(const std::uint8_t* out, std::size_t most) {
+    return AlignedPixels<Writer::kPixelBytes, 2>(out, most);
 }
 
-/// Whether streaming writes suit a band: it is large, and all its lines reach an aligned address after the same number of
-/// pixels.
+/// Whether streaming writes of `pixels` at a time suit a band: it is large, and all its lines reach an aligned address
+/// after the same number of pixels.
 template <class Writer, class Band>
-bool MayStream(const Band& band) {
-    return band.isLarge && IsAligned(band.destinationLine) &&
-           BayerPixelsToAligned<Writer>(band.destination) != kNeverAligned;
+bool MayStream(const Band& band, std::size_t pixels) {
+    return band.isLarge && band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) == 0 &&
+           AlignedBayerPixels<Writer>(band.destination, pixels) != 0;
 }
 
 /// Calls `work` (an object with a member template Run) on all columns of a band in the right form.

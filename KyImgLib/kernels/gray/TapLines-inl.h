@@ -146,10 +146,9 @@ private:
     /// In every line, each run must be whole vectors at aligned addresses.
     bool MayStream(std::size_t groups) const {
         if (!band.isLarge || groups == 0 || groups % kLanes != 0) return false;
-        if (!IsAligned(band.destinationLine)) return false;
+        if (band.destinationLine % static_cast<std::ptrdiff_t>(kLanes) != 0) return false;
         for (std::size_t tap = 0; tap < kTaps; ++tap)
-            if (reinterpret_cast<std::uintptr_t>(FirstVector(band.destination, band.runs[tap])) % kLanes != 0)
-                return false;
+            if (!IsAligned(FirstVector(band.destination, band.runs[tap]))) return false;
         return true;
     }
 
