@@ -95,6 +95,30 @@ TEST(Context, LivesFromTheOutermostGetToItsRelease) {
     EXPECT_EQ(0u, recorder.calls.back().context.flags) << "a new context has forgotten the last area";
 }
 
+TEST(Context, ReleasedTooOftenIsWholeForTheNextConversion) {
+    struct Careless : Recorder {
+        using Recorder::Convert;
+        std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination,
+                              std::uint32_t count) const override {
+            ReleaseContext();
+            return Recorder::Convert(source, destination, count);
+        }
+    };
+    std::uint8_t bytes[16] = {};
+    Careless().Convert(bytes, 2, 3, bytes, 2, 3, 2, 3, 0x80, 0);
+    const Recorder recorder;
+    recorder.ReleaseContext();
+    for (int round = 0; round < 2; ++round) {
+        recorder.calls.clear();
+        recorder.Convert(bytes, 2, 3, bytes, 2, 3, 2, 3, 0x20, 0);
+        for (const auto& call : recorder.calls) {
+            EXPECT_EQ(0x20u, call.context.flags);
+            EXPECT_EQ(2u, call.context.referenceCount);
+        }
+        EXPECT_EQ(3u, recorder.calls.size());
+    }
+}
+
 TEST(ContextThread, EachThreadSeesItsOwnConversion) {
     constexpr std::uint32_t threads = 8;
     const Recorder recorders[threads];

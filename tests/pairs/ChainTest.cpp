@@ -155,6 +155,22 @@ TEST_P(ChainStrips, OfHighImages) {
         }
 }
 
+/// Whose last stage writes past the caches, and of which one asks for the source ahead.
+TEST(ChainFrame, LargerThanTheCaches) {
+    const Path ends[] = {{0x00420012, KY_TYPE_RGB24_PLANAR},
+                         {0x01020010, KY_TYPE_RGB32},
+                         {0x00040001, KY_TYPE_RGB24_PLANAR},
+                         {0x00220011, KY_TYPE_RGB24}};
+    const Picture source = support::Random(12).Bytes(4600 * 3600 * 2 + kRoom);
+    for (const Path& path : ends) {
+        const KyPixelConverter& registered = Registered(path.front(), path.back());
+        Chain chain{PathOf(registered)};
+        AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
+        test.width = test.destinationWidth = test.sourceWidth;
+        EXPECT_EQ("", chain.Run(registered, test, source));
+    }
+}
+
 TEST_P(ChainStrips, OnManyThreads) {
     constexpr int kThreads = 3;
     struct Work {
