@@ -6,6 +6,8 @@
 
 namespace ky {
 
+struct LineJoint;
+
 /// The numbers of an area conversion, see KyPixelConverter::Convert().
 struct Area {
     std::uint32_t sourceWidth;
@@ -30,6 +32,7 @@ struct AreaLines {
     bool asksOnward;             ///< for what follows these lines in the source, see KyLinePass::ahead
     std::uintptr_t ahead;        ///< or for what is here,
     std::size_t aheadLine;       ///< so many bytes with each line; 0: for nothing
+    LineJoint* joint;            ///< null where the source is in memory
 };
 
 }  // namespace ky

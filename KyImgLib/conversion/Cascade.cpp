@@ -21,6 +21,9 @@ constexpr std::uint32_t kFewestLines = 2, kFewestWithNeighbours = 8;
 /// Strips start at a multiple of it, and conversions of pixel groups may write as much after their end.
 constexpr std::size_t kAlignment = 64;
 
+/// Pixels of a line below which starting a line costs more than a strip.
+constexpr std::uint32_t kNarrowestJoined = 1024;
+
 std::size_t RoundUp(std::size_t bytes) { return (bytes + kAlignment - 1) / kAlignment * kAlignment; }
 
 }  // namespace
@@ -30,10 +33,7 @@ bool Cascade::Serves(const CascadeStages& stages) {
     if (stages.count > CascadeStages::kMost) return false;
     for (std::size_t i = 0; i < stages.count; ++i) {
         if (!stages.converters[i]->ConvertsByPassFunction()) return false;
-        const std::int64_t source = stages.converters[i]->GetSourceType();
-        if (i > 0 && (source & kFarApart) != 0) return false;
-        // Fields of pixel groups: a line's surplus pixel falls on the first one of a line of the other field.
-        if ((source & KY_TYPE_INTERLACED) != 0 && (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV) return false;
+        if (i > 0 && (stages.converters[i]->GetSourceType() & kFarApart) != 0) return false;
         if (i + 1 < stages.count && (stages.converters[i]->GetDestinationType() & kFarApart) != 0) return false;
     }
     return true;
@@ -41,9 +41,6 @@ bool Cascade::Serves(const CascadeStages& stages) {
 
 Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& threadContext)
     : wanted(area), context(threadContext), stages{}, count(chain.count) {
-    std::size_t bytesOfLine = 0;
-    std::uint32_t surplus = 0;
-    std::uint32_t fewestLines = kFewestLines;
     for (std::size_t i = 0; i < count; ++i) {
         const KyPixelConverter& converter = *chain.converters[i];
         Stage& stage = stages[i];
@@ -58,32 +55,81 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
         stage.step = converter.GetLineStep();
         stage.lines = own.height - own.height % stage.step;
         stage.width = own.width;
-        if (!IsLast(stage)) bytesOfLine += stage.context.destinationLineSize;
-        surplus += 2 * (converter.GetNeighbourLines() + stage.step);
-        if (converter.GetNeighbourLines() != 0) fewestLines = kFewestWithNeighbours;
     }
-    const std::size_t fitting = kStripBytes / std::max<std::size_t>(bytesOfLine, 1);
-    linesAtOnce = std::max(fewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
     const std::size_t bytesInAndOut =
         std::size_t{stages[0].context.sourceLineSize} + stages[count - 1].context.destinationLineSize;
     isLarge = ExceedsCache(bytesInAndOut * stages[count - 1].lines);
-    // The stage that would leave memory idle asks for the source: a first one of much arithmetic, otherwise the last, which
-    // only writes. (Not for the fields of an interlaced image, which are read in turn.)
-    const std::int64_t source = stages[0].converter->GetSourceType();
-    fetchingStage = (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV ? 0 : count - 1;
-    if ((source & KY_TYPE_INTERLACED) != 0) fetchingStage = count;
-    stripBytes = kAlignment;
+    JoinStages();
+
+    std::size_t bytesOfLine = 0;
+    std::uint32_t surplus = 0, fewestLines = kFewestLines;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (stages[i].isJoined) continue;
+        const std::uint32_t neighbours = stages[i].converter->GetNeighbourLines();
+        surplus += 2 * (neighbours + stages[i].step);
+        if (neighbours != 0) fewestLines = kFewestWithNeighbours;
+        if (i + 1 < count) bytesOfLine += stages[i].context.destinationLineSize;
+    }
+    const std::size_t fitting = bytesOfLine == 0 ? wanted.height : kStripBytes / bytesOfLine;
+    linesAtOnce = std::max(fewestLines, static_cast<std::uint32_t>(std::min<std::size_t>(fitting, wanted.height)));
+    bufferBytes = kAlignment;
     for (std::size_t i = 0; i + 1 < count; ++i) {
         stages[i].stripLines = linesAtOnce + surplus;
-        stripBytes += SizeOf(stages[i]);
+        bufferBytes += BufferBytes(i);
     }
 }
 
-std::size_t Cascade::SizeOf(const Stage& stage) {
-    return RoundUp(std::size_t{stage.stripLines} * stage.context.destinationLineSize + kAlignment);
+/// Asks each stage whether the next one can take its lines by stretches.
+void Cascade::JoinStages() {
+    if (wanted.width < kNarrowestJoined) return;
+    // Taken line by line, a large destination can only be streamed where every line begins as the cache's do. The lines of a
+    // strip are one long line, where they follow one another.
+    const bool joinsLast = !isLarge || stages[count - 1].context.destinationLineSize % kAlignment == 0;
+    for (std::size_t i = 0; i < (joinsLast ? count : count - 1); ++i) {
+        const Stage& stage = stages[i];
+        LineJoint joint = {nullptr, &lineStages[i], false};
+        WithContext(stage, [&] { stage.converter->Ask(context, stage.width, joint); });
+        if (i == 0) continue;
+        stages[i - 1].isJoined = joint.takesLines && lineStages[i - 1].IsReady();
+        if (stages[i - 1].isJoined) lineStages[i].SetSource(lineStages[i - 1]);
+    }
+}
+
+template <class Work>
+void Cascade::WithContext(const Stage& stage, const Work& work) {
+    // A stage finds its settings where it finds those of an area conversion of its own.
+    const std::uint32_t references = context.referenceCount;
+    static_cast<KyPixelConverterContext&>(context) = stage.context;
+    context.referenceCount = references;
+    work();
+}
+
+/// What the next stages need of a stage that is joined to them.
+LineStage::Rows Cascade::RowsOf(std::size_t index) const {
+    const Stage &stage = stages[index], &taker = stages[TakerOf(index)];
+    const std::uint32_t neighbours = taker.converter->GetNeighbourLines();
+    return {stage.width, stage.context.destinationLineSize, neighbours == 0 ? 1u : 2u, neighbours};
+}
+
+/// The stage that gives this one's lines to a strip or to the destination: itself, or the one that it is joined to.
+std::size_t Cascade::TakerOf(std::size_t index) const {
+    while (stages[index].isJoined) ++index;
+    return index;
+}
+
+std::size_t Cascade::BufferBytes(std::size_t index) const {
+    const std::size_t lineSize = stages[index].context.destinationLineSize;
+    if (stages[index].isJoined) return lineStages[index].MemoryFor(RowsOf(index));
+    return RoundUp(std::size_t{stages[index].stripLines} * lineSize + kAlignment);
 }
 
 bool Cascade::CanConvert() const {
+    constexpr std::uint32_t kLargestGroup = 4;
+    const std::int64_t source = stages[0].converter->GetSourceType();
+    // Otherwise a line's surplus pixels fall on the first ones of a line of the other field.
+    if ((source & KY_TYPE_INTERLACED) != 0 && (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV &&
+        wanted.sourceWidth % kLargestGroup != 0)
+        return false;
     for (std::size_t i = 0; i + 1 < count; ++i) {
         const std::size_t pixel = stages[i].converter->GetDestinationByteSize();
         const std::size_t line = stages[i].context.destinationLineSize;
@@ -92,15 +138,19 @@ bool Cascade::CanConvert() const {
     return true;
 }
 
-void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips) {
+void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* buffer) {
     image = source;
     output = destination;
     // What a stage leaves out, as the last line of an odd number, is the same every time.
-    std::memset(strips, 0, stripBytes);
-    strips += RoundUp(reinterpret_cast<std::uintptr_t>(strips)) - reinterpret_cast<std::uintptr_t>(strips);
+    std::memset(buffer, 0, bufferBytes);
+    buffer += RoundUp(reinterpret_cast<std::uintptr_t>(buffer)) - reinterpret_cast<std::uintptr_t>(buffer);
     for (std::size_t i = 0; i + 1 < count; ++i) {
-        stages[i].strip = strips;
-        strips += SizeOf(stages[i]);
+        Stage& stage = stages[i];
+        if (stage.isJoined)
+            lineStages[i].Begin(RowsOf(i), buffer);
+        else
+            stage.strip = buffer;
+        buffer += BufferBytes(i);
     }
     const std::uint32_t lines = stages[count - 1].lines;
     for (std::uint32_t line = 0; line < lines;) {
@@ -110,42 +160,73 @@ void Cascade::Convert(const std::uint8_t* source, std::uint8_t* destination, std
     if (isLarge) FinishStreaming();
 }
 
-/// Makes a stage give its lines up to `end`, or a few more.
+/// Makes a stage that is not joined to the next one give its lines up to `end`, or a few more.
 void Cascade::Advance(std::size_t index, std::uint32_t end) {
     Stage& stage = stages[index];
     if (end < stage.lines) end = std::min(stage.lines, end + (stage.step - end % stage.step) % stage.step);
     end = std::min(end, stage.lines);
     if (end <= stage.done) return;
 
+    // The stages joined to this one come with it.
+    std::size_t first = index;
+    while (first > 0 && stages[first - 1].isJoined) --first;
+    if (first > 0) Advance(first - 1, end + stage.converter->GetNeighbourLines());
+
     AreaLines lines = {};
-    lines.source = image;
-    if (index > 0) {
-        Advance(index - 1, end + stage.converter->GetNeighbourLines());
-        lines.source = stages[index - 1].strip;
-        lines.sourceFirst = stages[index - 1].stripFirst;
+    LineJoint joint = {};
+    const Stage* const input = first == 0 ? nullptr : &stages[first - 1];
+    lines.source = input == nullptr ? image : input->strip;
+    lines.sourceFirst = input == nullptr ? 0 : input->stripFirst;
+    if (first != index) {
+        joint.before = &lineStages[index - 1];
+        lineStages[first].SetSource(SourceOf(first));
+        lines.joint = &joint;
     }
     lines.begin = stage.done;
     lines.end = end;
     lines.step = stage.step;
     lines.width = stage.width;
     if (IsLast(stage)) {
-        const std::size_t lineSize = stage.context.destinationLineSize;
-        lines.destination = output + lines.begin * lineSize;
+        lines.destination = output + lines.begin * std::size_t{stage.context.destinationLineSize};
         lines.isLarge = isLarge;
     } else {
-        lines.destination = MakeRoom(stage, stages[index + 1], end);
+        lines.destination = MakeRoom(stage, stages[TakerOf(index + 1)], end);
     }
-    if (isLarge && index == fetchingStage) {
-        lines.aheadLine = stages[0].context.sourceLineSize;
-        lines.ahead =
-            reinterpret_cast<std::uintptr_t>(image) + std::size_t{index == 0 ? end : stages[0].done} * lines.aheadLine;
-    }
-    // The stage finds its settings where it finds those of an area conversion of its own.
-    const std::uint32_t references = context.referenceCount;
-    static_cast<KyPixelConverterContext&>(context) = stage.context;
-    context.referenceCount = references;
-    stage.converter->ConvertLines(context, lines);
+    // The stage that would leave memory idle asks for the source: a first one of much arithmetic, otherwise the last one.
+    const bool isYUV = (stages[0].converter->GetSourceType() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
+    lines.asksOnward = isLarge && isYUV && index == 0;
+    if (isLarge && !isYUV && first > 0 && IsLast(stage)) AskAhead(lines);
+    WithContext(stage, [&] { stage.converter->ConvertLines(context, lines); });
     stage.done = end;
+}
+
+/// While the last stage writes, the memory gives what the first one reads next.
+void Cascade::AskAhead(AreaLines& lines) {
+    const LineStage::Source source = SourceOf(0);
+    const bool isInterlaced = source.twoLines == source.lineSize;
+    const std::size_t next = stages[TakerOf(0)].done / (isInterlaced ? 2 : 1);
+    // Of fields, twice as much of one, and next time of the other.
+    const std::uint8_t* const field = source.lines[isInterlaced ? turn++ % 2 : 0];
+    lines.ahead = reinterpret_cast<std::uintptr_t>(field) + next * source.lineSize;
+    lines.aheadLine = source.lineSize;
+}
+
+/// Where a stage, or those joined to it, find their lines.
+LineStage::Source Cascade::SourceOf(std::size_t index) const {
+    const Stage& stage = stages[index];
+    const std::size_t lineSize = stage.context.sourceLineSize;
+    if (index > 0) {
+        const Stage& input = stages[index - 1];
+        const std::uint8_t* const first = input.strip - input.stripFirst * lineSize;
+        return {{first, first + lineSize}, 2 * lineSize, lineSize, UINT32_MAX, false};
+    }
+    // Into a strip, they leave it to the stage that writes to memory.
+    const bool asksAhead = isLarge && TakerOf(0) == count - 1;
+    if ((stage.converter->GetSourceType() & KY_TYPE_INTERLACED) != 0) {
+        const auto fields = stage.converter->FieldsOf(stage.context, image);
+        return {{fields[0], fields[1]}, lineSize, lineSize, stage.lines, asksAhead};
+    }
+    return {{image, image + lineSize}, 2 * lineSize, lineSize, stage.lines, asksAhead};
 }
 
 /// The place of a stage's next line in its strip. Of the lines before it, those stay that are still to be read.

@@ -3,6 +3,7 @@
 
 #include <KyImgLib/conversion/AreaInternal.h>
 #include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/kernels/LineStage.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -24,9 +25,11 @@ struct CascadeStages {
     }
 };
 
-/// An area conversion through several stages, in which each follows the one before by a few lines, so that what lies
-/// between them stays in the cache: of every intermediate image there is only a strip. Stages convert only lines that
-/// the area needs.
+/// An area conversion through several stages without whole images between them. Stages convert only lines that the area
+/// needs.
+///
+/// A stage whose pixels do not depend on one another is joined to the next one, which takes its lines by stretches, see
+/// LineStage. Others write lines for the next one to a strip, a few at a time, so that the strip stays in the cache.
 class Cascade {
 public:
     /// Whether these stages can work so. (Fields of an interlaced image or planes lie too far apart for a strip of it.)
@@ -35,41 +38,51 @@ public:
     /// Without a filter in the thread's context, each stage takes its default.
     Cascade(const CascadeStages& chain, const Area& area, ThreadContext& threadContext);
 
-    /// Whether this area's intermediate lines are as long for the one stage as for the other, and no longer than a converter
-    /// can tell.
+    /// Whether it can convert this area: intermediate lines are as long for the one stage as for the other and no longer than
+    /// a converter can tell, and the fields of an interlaced image hold whole groups of pixels.
     bool CanConvert() const;
 
     /// Bytes of memory that Convert() needs.
-    std::size_t GetStripBytes() const { return stripBytes; }
+    std::size_t GetBufferBytes() const { return bufferBytes; }
 
-    void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* strips);
+    void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* buffer);
 
 private:
     struct Stage {
         const KyPixelConverter* converter;
         KyPixelConverterContext context;
-        std::uint32_t step;        ///< lines that it converts together
-        std::uint32_t lines;       ///< lines that it can give
+        std::uint32_t step;   ///< lines that it converts together
+        std::uint32_t lines;  ///< lines that it can give
+        std::uint32_t width;  ///< pixels of each
+        bool isJoined;        ///< to the next stage; has neither a strip nor lines that it has given
+
         std::uint32_t done;        ///< lines that it has given
-        std::uint32_t width;       ///< pixels of each
         std::uint32_t stripLines;  ///< lines of its strip; the last stage has none
         std::uint32_t stripFirst;  ///< the first of the lines that the strip holds
         std::uint8_t* strip;
     };
 
     bool IsLast(const Stage& stage) const { return &stage == &stages[count - 1]; }
-    static std::size_t SizeOf(const Stage& stage);
+    void JoinStages();
+    std::size_t BufferBytes(std::size_t index) const;
+    LineStage::Rows RowsOf(std::size_t index) const;
+    std::size_t TakerOf(std::size_t index) const;
     std::uint8_t* MakeRoom(Stage& stage, const Stage& consumer, std::uint32_t end);
     void Advance(std::size_t index, std::uint32_t end);
+    LineStage::Source SourceOf(std::size_t index) const;
+    void AskAhead(AreaLines& lines);
+    template <class Work>
+    void WithContext(const Stage& stage, const Work& work);
 
     Area wanted;
     ThreadContext& context;
     Stage stages[CascadeStages::kMost];
+    LineStage lineStages[CascadeStages::kMost];  ///< of the stages that are joined to the next one
     std::size_t count;
     std::uint32_t linesAtOnce;
-    std::size_t stripBytes;
-    bool isLarge;               ///< see KyLinePass
-    std::size_t fetchingStage;  ///< asks for what the first stage reads next; `count` where none does
+    std::uint32_t turn = 0;  ///< of the fields of an interlaced image
+    std::size_t bufferBytes;
+    bool isLarge;  ///< see KyLinePass
     const std::uint8_t* image;
     std::uint8_t* output;
 };

@@ -149,6 +149,7 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
     pass.height = lines.end - lines.begin;
     pass.lineStep = lines.step;
     pass.isLarge = lines.isLarge;
+    pass.joint = lines.joint;
     pass.destination = lines.destination;
     pass.destinationStep = pass.lineStep * destinationLineSize;
     if ((GetSourceType() & KY_TYPE_INTERLACED) == 0) {
@@ -158,16 +159,29 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
         ConvertPass(context, pass);
         return;
     }
-    const std::uint32_t fieldSize = context.sourceHeight * context.sourceLineSize / 2;
-    const std::uint8_t* fields[] = {lines.source, lines.source + fieldSize};
-    if ((context.flags & FLAG_INVERT_DEINTERLACER) != 0) std::swap(fields[0], fields[1]);
     pass.sourceStep = sourceLineSize;
-    for (const std::uint8_t* const field : fields) {
+    for (const std::uint8_t* const field : FieldsOf(context, lines.source)) {
         pass.source = field + lines.begin / 2 * sourceLineSize;
         AskAhead(pass, lines, sourceLineSize);
         ConvertPass(context, pass);
         pass.destination += destinationLineSize;
     }
+}
+
+std::array<const std::uint8_t*, 2> KyPixelConverter::FieldsOf(const KyPixelConverterContext& context,
+                                                              const std::uint8_t* source) {
+    const std::uint32_t fieldSize = context.sourceHeight * context.sourceLineSize / 2;
+    if ((context.flags & FLAG_INVERT_DEINTERLACER) != 0) return {source + fieldSize, source};
+    return {source, source + fieldSize};
+}
+
+/// A pass without lines: whoever knows joints answers, others have nothing to do.
+void KyPixelConverter::Ask(KyPixelConverterContext& context, std::uint32_t width, ky::LineJoint& joint) const {
+    KyLinePass pass = {};
+    pass.width = width;
+    pass.lineStep = GetLineStep();
+    pass.joint = &joint;
+    ConvertPass(context, pass);
 }
 
 void KyPixelConverter::AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const {

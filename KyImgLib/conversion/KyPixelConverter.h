@@ -5,6 +5,7 @@
 #include <KyImgLib/platform/KyObject.h>
 #include <KyImgLib/platform/KyStatus.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <typeinfo>
@@ -15,6 +16,7 @@ namespace ky {
 struct Area;
 struct AreaLines;
 class Cascade;
+struct LineJoint;
 }  // namespace ky
 
 /// Converts pixels of one type (the source type) into pixels of another (the destination type).
@@ -161,6 +163,10 @@ private:
     const KyRGBFilter& GetDefaultFilter() const;
     void FillContext(KyPixelConverterContext& context, const ky::Area& area) const;
     void ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const;
+    /// The fields of an interlaced image, those first that hold the first destination line.
+    static std::array<const std::uint8_t*, 2> FieldsOf(const KyPixelConverterContext& context,
+                                                       const std::uint8_t* source);
+    void Ask(KyPixelConverterContext& context, std::uint32_t width, ky::LineJoint& joint) const;
     void AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const;
     void ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const;
 
@@ -186,6 +192,9 @@ struct KyLinePass {
     std::uintptr_t ahead;
     std::size_t aheadStep;
     std::size_t aheadBytes;
+    /// For the library's own pass functions, which read what lies between two stages of a chain from somewhere else. Others
+    /// never get such lines.
+    ky::LineJoint* joint;
 };
 
 #endif

@@ -21,6 +21,8 @@ inline PixelBand BandOf(const KyLinePass& pass, std::size_t width) {
     band.lines = width == 0 ? 0 : pass.height / pass.lineStep;
     band.isLarge = pass.isLarge;
     band.ahead = AheadOf(pass);
+    band.joint = pass.joint;
+    band.lineIndex = pass.firstLine;
     return band;
 }
 

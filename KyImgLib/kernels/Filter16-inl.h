@@ -61,7 +61,7 @@ private:
         for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }
 
-    const Filter16& filter;
+    const Filter16 filter;  // see FilterStage<Filter8, false>
 };
 
 #endif

@@ -2,6 +2,7 @@
 #define KYIMGLIB_KERNELS_PIXELBAND_H
 
 #include <KyImgLib/kernels/FetchAhead.h>
+#include <KyImgLib/kernels/LineStage.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,8 +17,10 @@ struct PixelBand {
     std::ptrdiff_t destinationLine;  ///< bytes from a line to the next one
     std::size_t width;               ///< pixels of each line; whole groups, where pixels share samples
     std::uint32_t lines;
-    bool isLarge;      ///< reads and writes more than the caches hold
-    FetchAhead ahead;  ///< with each line
+    bool isLarge;             ///< reads and writes more than the caches hold
+    FetchAhead ahead;         ///< with each line
+    LineJoint* joint;         ///< null where the source is in memory and nothing is asked
+    std::uint32_t lineIndex;  ///< of the first line, for the joint
 };
 
 }  // namespace ky

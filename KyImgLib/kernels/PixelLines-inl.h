@@ -13,6 +13,13 @@ public:
     PixelLines(const PixelBand& toDo, const Step& toTake) : band(toDo), step(toTake) {}
 
     void Run() const {
+        if (band.joint != nullptr) {
+            if (band.joint->asked != nullptr)
+                Answer(*band.joint);
+            else
+                RunJoined(*band.joint->before);
+            return;
+        }
         PixelBand left = band;
         // Lines that follow one another without a gap are one line.
         if (left.sourceLine == static_cast<std::ptrdiff_t>(SourceBytes(left.width)) &&
@@ -40,6 +47,52 @@ private:
     static constexpr std::size_t SourceBytes(std::size_t pixels) { return pixels / Step::kGroup * Step::kGroupBytes; }
     static constexpr std::size_t DestinationBytes(std::size_t pixels) { return pixels * Step::kPixelBytes; }
 
+    struct StageState {
+        Step step;
+        std::size_t width;
+    };
+
+    void Answer(LineJoint& joint) const {
+        joint.takesLines = Step::kGroup == 1;
+        if constexpr (Step::kPlanes == 1) joint.asked->Keep(StageState{step, band.width}, &RunAsStage);
+    }
+
+    static void RunAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
+                           std::size_t end) {
+        const auto& kept = stage.Kept<StageState>();
+        end = std::min((end + Step::kGroup - 1) / Step::kGroup * Step::kGroup, kept.width);
+        if (first >= end) return;
+        from += SourceBytes(first);
+        to += DestinationBytes(first);
+        const std::size_t pixels = end - first;
+        if (pixels >= kPixels)
+            Steps<false>(kept.step, from, to, pixels);
+        else
+            Staged(kept.step, from, to, pixels);
+    }
+
+    void RunJoined(LineStage& before) const {
+        const bool stream = MayStream(band);
+        std::uint8_t* to = band.destination;
+        for (std::uint32_t line = 0; line < band.lines; ++line, to += band.destinationLine) {
+            const std::uint8_t* const row = before.Row(band.lineIndex + line);
+            for (std::size_t x = 0, pixels; x < band.width; x += pixels) {
+                std::uint8_t* const out = to + DestinationBytes(x);
+                pixels = LineStage::kStretch;
+                if (x == 0 && stream) pixels += AlignedPixels<Step::kPixelBytes, Step::kGroup>(out, kPixels) % kPixels;
+                // Nothing less than a step is left over.
+                if (x + pixels + kPixels > band.width) pixels = band.width - x;
+                before.Reach(x + pixels);
+                FetchAhead ahead = before.Ahead(band.lineIndex + line, x, x + pixels);
+                if (band.ahead.bytes != 0) ahead = band.ahead.At(line).Part(x, x + pixels, band.width);
+                if (stream)
+                    Stream(row + SourceBytes(x), out, pixels, ahead);
+                else
+                    Cover(row + SourceBytes(x), out, pixels, ahead);
+            }
+        }
+    }
+
     /// Lines must not overlap, and reach an aligned address in all planes after the same number of pixels.
     bool MayStream(const PixelBand& lines) const {
         constexpr auto kAlignment = static_cast<std::ptrdiff_t>(kLanes);
@@ -56,7 +109,7 @@ private:
     /// Steps overlap where their number does not divide.
     void Cover(const std::uint8_t* from, std::uint8_t* to, std::size_t width, const FetchAhead& ahead) const {
         if (width < kPixels)
-            Staged(from, to, width);
+            Staged(step, from, to, width);
         else
             Steps<false>(step, from, to, width, ahead);
     }
@@ -64,11 +117,11 @@ private:
     /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
     void Stream(const std::uint8_t* from, std::uint8_t* to, std::size_t width, const FetchAhead& ahead) const {
         const std::size_t head = AlignedPixels<Step::kPixelBytes, Step::kGroup>(to, kPixels) % kPixels;
-        Staged(from, to, head);
+        Staged(step, from, to, head);
         const std::size_t whole = (width - head) / kPixels * kPixels;
         if (whole != 0) Steps<true>(step, from + SourceBytes(head), to + DestinationBytes(head), whole, ahead);
         const std::size_t done = head + whole;
-        Staged(from + SourceBytes(done), to + DestinationBytes(done), width - done);
+        Staged(step, from + SourceBytes(done), to + DestinationBytes(done), width - done);
     }
 
     /// The one place where the work is compiled.
@@ -91,19 +144,20 @@ private:
     }
 
     /// Less than a step of pixels.
-    HWY_NOINLINE void Staged(const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) const {
+    static HWY_NOINLINE void Staged(const Step& toTake, const std::uint8_t* from, std::uint8_t* to,
+                                    std::size_t pixels) {
         if (pixels == 0) return;
         std::uint8_t input[SourceBytes(kPixels)] = {};
         std::uint8_t result[Step::kPlanes][DestinationBytes(kPixels)];
         std::memcpy(input, from, SourceBytes(pixels));
-        Step staged = step;
+        Step staged = toTake;
         if constexpr (Step::kPlanes > 1)
             for (std::size_t i = 0; i + 1 < Step::kPlanes; ++i) staged.planes[i] = result[i + 1] - result[0];
         Steps<false>(staged, input, result[0], kPixels);
         std::memcpy(to, result[0], DestinationBytes(pixels));
         if constexpr (Step::kPlanes > 1)
             for (std::size_t i = 0; i + 1 < Step::kPlanes; ++i)
-                std::memcpy(to + step.planes[i], result[i + 1], DestinationBytes(pixels));
+                std::memcpy(to + toTake.planes[i], result[i + 1], DestinationBytes(pixels));
     }
 
     const PixelBand& band;

@@ -25,7 +25,7 @@ public:
         : at(0), part(ahead[0].bytes == 0 ? 0 : (ahead[0].bytes + steps - 1) / steps) {
         // Rather than not to ask, for nothing: what is in the cache anyway.
         for (std::size_t i = 0; i < kLines; ++i)
-            from[i] = part == 0 ? reinterpret_cast<std::uintptr_t>(this) : ahead[i].from;
+            from[i] = part == 0 ? reinterpret_cast<std::uintptr_t>(ahead) : ahead[i].from;
     }
 
     HWY_INLINE void Step() {

@@ -91,7 +91,7 @@ private:
     void Convert(const KyPixelConverterContext& context, bool interpolate, std::size_t sourceLine,
                  const KyLinePass& lines) const {
         const std::uint32_t width = interpolate ? lines.width : lines.width - lines.width % 2;
-        if (width == 0 || lines.height == 0) return;
+        if (width == 0 || (lines.height == 0 && lines.joint == nullptr)) return;
 
         Band band;
         band.source = lines.source;
@@ -108,6 +108,8 @@ private:
         band.hasLineBelow = lines.firstLine + (lines.height - 1) < context.destinationHeight - 1;
         band.isLarge = lines.isLarge;
         band.ahead = AheadOf(lines);
+        band.joint = lines.joint;
+        band.lineIndex = lines.firstLine;
         band.filter = makeFilter(FilterOf(context, defaultBits), blueFirst, shift);
         (interpolate ? kernels.interpolate : kernels.replicate)(band);
     }

@@ -34,7 +34,7 @@ void ConvertLines(typename ColourKernels<Band>::Kernel kernel, std::uint32_t gro
                   const KyLinePass& pass) {
     const std::size_t width = (std::size_t{pass.width} + groupPixels - 1) / groupPixels * groupPixels;
     static_cast<PixelBand&>(band) = BandOf(pass, width);
-    if (band.lines != 0) kernel(band);
+    kernel(band);
 }
 
 }  // namespace ky

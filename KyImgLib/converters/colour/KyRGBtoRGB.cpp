@@ -25,7 +25,11 @@ struct KyRGBtoRGB::Kernels {
         if ((converter.GetDestinationType() & KY_TYPE_PLANAR) != 0 && channels != 3) return false;
         switch (channels) {
             case 2: {
-                const ky::RGB16Filter filter(ky::FilterOf(context, 8), expandFirst);
+                static_assert(ky::LineStage::kTableBytes >= ky::RGB16Filter::kTableBytes);
+                std::uint8_t tables[ky::RGB16Filter::kTableBytes];
+                const bool isAsked = pass.joint != nullptr && pass.joint->asked != nullptr;
+                const ky::RGB16Filter filter(ky::FilterOf(context, 8), expandFirst,
+                                             isAsked ? pass.joint->asked->Tables() : tables);
                 ConvertBytes(kernels.fromRGB16, filter.Stage(converter.DestinationIsBGR));
                 return true;
             }

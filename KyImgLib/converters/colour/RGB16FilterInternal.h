@@ -4,6 +4,8 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 #include <KyImgLib/kernels/Filter8.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -13,22 +15,24 @@ namespace ky {
 /// filter and to 8 bits.
 class RGB16Filter {
 public:
-    /// `expandFirst`: samples become 8 bits before they pass the filter, not after it.
-    RGB16Filter(const KyRGBFilter& filter, bool expandFirst) {
+    static constexpr std::size_t kTableBytes = 3 * 256;
+
+    /// \param expandFirst  samples become 8 bits before they pass the filter, not after it
+    /// \param tables       kTableBytes, which stay as long as the stage is used
+    RGB16Filter(const KyRGBFilter& filter, bool expandFirst, std::uint8_t* tables) {
+        std::uint8_t* const greenTable = tables + 256;
         const std::uint8_t red = filter.GetRedTable8()[0], blue = filter.GetBlueTable8()[0];
         const std::uint8_t* const greens = filter.GetGreenTable8();
-        FillConstant(stage.channel[0], redTable, expandFirst ? red : Expand(red, 5));
-        FillConstant(stage.channel[2], blueTable, expandFirst ? blue : Expand(blue, 5));
+        FillConstant(stage.channel[0], tables, expandFirst ? red : Expand(red, 5));
+        FillConstant(stage.channel[2], tables + 512, expandFirst ? blue : Expand(blue, 5));
+        std::fill_n(greenTable, 256, std::uint8_t{0});  // from 64 on never asked for
         for (std::uint32_t i = 0; i < 64; ++i) greenTable[i] = expandFirst ? greens[4 * i] : Expand(greens[i], 6);
         stage.channel[1].table = greenTable;
         stage.channel[1].isLinear = filter.GetGreenShape().isIdentity;  // either way 4 i then
         stage.channel[1].shift = 8;
         stage.channel[1].multiplier = 4 << 8;
     }
-    RGB16Filter(const RGB16Filter&) = delete;
-    RGB16Filter& operator=(const RGB16Filter&) = delete;
 
-    /// The tables stay here.
     Filter8 Stage(bool blueFirst) const {
         Filter8 ordered = stage;
         if (blueFirst) std::swap(ordered.channel[0], ordered.channel[2]);
@@ -40,8 +44,8 @@ private:
     static std::uint8_t Expand(std::uint8_t value, int bits) {
         return static_cast<std::uint8_t>(value >> bits != 0 ? 0 : value << (8 - bits));
     }
-    static void FillConstant(FilterChannel8& channel, std::uint8_t (&table)[256], std::uint8_t value) {
-        for (std::uint8_t& entry : table) entry = value;
+    static void FillConstant(FilterChannel8& channel, std::uint8_t* table, std::uint8_t value) {
+        std::fill_n(table, 256, value);
         channel.table = table;
         channel.isLinear = true;
         channel.offset = value;
@@ -49,9 +53,6 @@ private:
     }
 
     Filter8 stage = {};
-    std::uint8_t redTable[256];
-    std::uint8_t greenTable[256] = {};  // from 64 on never asked for
-    std::uint8_t blueTable[256];
 };
 
 }  // namespace ky

@@ -44,6 +44,7 @@ GrayBand BandOf(const KyPixelConverter& converter, const KyPixelConverterContext
             band.taps = 2;
             band.runs[1].first = static_cast<std::ptrdiff_t>(line);
             band.width *= 2;
+            band.joint = nullptr;  // a stage that gives two lines at a time is none
             break;
         }
         case TapLayout::kQuarters: {

@@ -4,6 +4,7 @@
 #include <KyImgLib/kernels/FetchAhead.h>
 #include <KyImgLib/kernels/Filter16.h>
 #include <KyImgLib/kernels/Filter8.h>
+#include <KyImgLib/kernels/LineStage.h>
 #include <KyImgLib/kernels/bayer/Mosaic.h>
 
 #include <cstddef>
@@ -25,10 +26,12 @@ struct BayerBand {
     std::uint32_t width;             ///< pixels of each line
     std::uint32_t lines;
     MosaicLine firstLine;
-    bool hasLineAbove;  ///< the first line has a neighbour above it in the source
-    bool hasLineBelow;  ///< the last line has a neighbour below it in the source
-    bool isLarge;       ///< reads and writes more than the caches hold
-    FetchAhead ahead;   ///< with each line, or each two that are replicated
+    bool hasLineAbove;        ///< the first line has a neighbour above it in the source
+    bool hasLineBelow;        ///< the last line has a neighbour below it in the source
+    bool isLarge;             ///< reads and writes more than the caches hold
+    FetchAhead ahead;         ///< with each line, or each two that are replicated
+    LineJoint* joint;         ///< null where the source is in memory and nothing is asked
+    std::uint32_t lineIndex;  ///< of the first line, for the joint
     Filter filter;
 };
 

@@ -10,15 +10,23 @@ public:
         const bool stream = MayStream<Writer>(band, kPixels);
         for (std::uint32_t y = 0; y < band.lines; y += 2) {
             const std::ptrdiff_t line = y;
-            LinePair pair = {{source.Line(line), source.Line(line + 1)}, {}, band.firstLine.ownIsBlue};
-            FetchAhead ahead = {};
-            if (band.ahead.bytes != 0) ahead = band.ahead.At(line / 2).Part(begin, end, band.width);
+            LinePair pair = {};
+            pair.rows[0] = source.Line(line);
+            pair.rows[1] = source.Line(line + 1);
             pair.out[0] = band.destination + line * band.destinationLine;
             pair.out[1] = pair.out[0] + band.destinationLine;
+            pair.ownIsBlue = band.firstLine.ownIsBlue;
+            pair.joined = {band.joint == nullptr ? nullptr : band.joint->before, band.lineIndex + y};
+            if (band.ahead.bytes != 0) {
+                const FetchAhead both = band.ahead.At(line / 2).Part(begin, end, band.width);
+                const std::size_t half = both.bytes / 2;
+                pair.ahead[0] = {both.from, 0, half};
+                pair.ahead[1] = {both.from + half, 0, both.bytes - half};
+            }
             if (band.firstLine.greenFirst)
-                stream ? Convert<true, true>(pair, begin, end, ahead) : Convert<true, false>(pair, begin, end, ahead);
+                stream ? Convert<true, true>(pair, begin, end) : Convert<true, false>(pair, begin, end);
             else
-                stream ? Convert<false, true>(pair, begin, end, ahead) : Convert<false, false>(pair, begin, end, ahead);
+                stream ? Convert<false, true>(pair, begin, end) : Convert<false, false>(pair, begin, end);
         }
     }
 
@@ -33,36 +41,44 @@ private:
         const std::uint8_t* rows[2];
         std::uint8_t* out[2];
         bool ownIsBlue;
+        JoinedLines joined;
+        FetchAhead ahead[2];
     };
 
     template <bool kGreenFirst, bool kStream>
-    void Convert(const LinePair& pair, std::size_t begin, std::size_t end, const FetchAhead& ahead) const {
+    void Convert(const LinePair& pair, std::size_t begin, std::size_t end) const {
         const Output output(Stage(band.filter));
+        if (!kStream || end - begin < kPixels) pair.joined.Reach(end);
         if (end - begin < kPixels) {
             Staged<kGreenFirst>(pair, output, begin, end);
         } else if constexpr (kStream) {
             // Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
             std::size_t x =
                 begin + AlignedBayerPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
+            pair.joined.Reach(x);
             Staged<kGreenFirst>(pair, output, begin, x);
-            if (const std::size_t steps = (end - x) / kPixels; steps != 0) {
-                Steps<kGreenFirst, true>(pair, output, x, x + (steps - 1) * kPixels, ahead);
-                x += steps * kPixels;
+            while (x + kPixels <= end) {
+                const std::size_t columns = pair.joined.Stretch((end - x) / kPixels * kPixels);
+                pair.joined.Reach(x + columns);
+                Steps<kGreenFirst, true>(pair, output, x, x + columns - kPixels,
+                                         pair.joined.Ahead(pair.ahead, x, x + columns).of);
+                x += columns;
             }
+            pair.joined.Reach(end);
             Staged<kGreenFirst>(pair, output, x, end);
         } else {
-            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels, ahead);
+            Steps<kGreenFirst, false>(pair, output, begin, end - kPixels, pair.ahead);
         }
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
     template <bool kGreenFirst, bool kStream>
     static HWY_NOINLINE void Steps(const LinePair& pair, const Output& output, std::size_t x, std::size_t last,
-                                   const FetchAhead& ahead) {
+                                   const FetchAhead (&ahead)[2]) {
         // Local, so that no write to the destination can be taken for a change of them.
         const LinePair localPair = pair;
         const Output localOutput = output;
-        Fetcher<1> fetcher(&ahead, (last - x) / kPixels + 1);
+        Fetcher<2> fetcher(ahead, (last - x) / kPixels + 1);
         for (;;) {
             fetcher.Step();
             Step<kGreenFirst, kStream>(localPair, localOutput, x);
@@ -100,7 +116,8 @@ private:
         std::uint8_t result[2][kPixels * Writer::kPixelBytes];
         for (int row = 0; row < 2; ++row)
             std::memcpy(input[row], pair.rows[row] + begin * sizeof(Sample), pixels * sizeof(Sample));
-        Steps<kGreenFirst, false>({{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue}, output, 0, 0, {});
+        LinePair staged = {{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue, {}, {}};
+        Steps<kGreenFirst, false>(staged, output, 0, 0, staged.ahead);
         for (int line = 0; line < 2; ++line)
             std::memcpy(pair.out[line] + begin * Writer::kPixelBytes, result[line], pixels * Writer::kPixelBytes);
     }

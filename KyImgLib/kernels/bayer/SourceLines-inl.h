@@ -67,6 +67,47 @@ private:
     std::uint8_t rows[kRows][kMargin + kStretch + 2 + kMargin];
 };
 
+/// Rows that come from the stage before in a chain, with room for whole vectors around. They are there once they were
+/// reached.
+class StageLines {
+public:
+    explicit StageLines(LineStage& stage, std::uint32_t lineIndex) : before(stage), first(lineIndex) {}
+
+    const std::uint8_t* Line(std::ptrdiff_t y) { return before.Row(static_cast<std::uint32_t>(first + y)); }
+    /// All that a kernel reaches from a row, which the margins hold.
+    ReadableBytes Readable() const { return {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)}; }
+
+private:
+    LineStage& before;
+    std::ptrdiff_t first;
+};
+
+/// Some lines whose rows may come from the stage before.
+struct JoinedLines {
+    LineStage* before;  ///< null when the rows are there
+    std::uint32_t line;
+
+    void Reach(std::size_t column) const {
+        if (before != nullptr) before->Reach(column);
+    }
+    /// Of so many columns, how many to convert before more are reached.
+    std::size_t Stretch(std::size_t columns) const {
+        return before == nullptr ? columns : std::min(columns, LineStage::kStretch);
+    }
+    template <std::size_t kLines>
+    struct LinesAhead {
+        FetchAhead of[kLines];
+    };
+    /// What to ask for with a stretch of columns; `whole` is for all columns of a line, where rows are there.
+    template <std::size_t kLines>
+    LinesAhead<kLines> Ahead(const FetchAhead (&whole)[kLines], std::size_t begin, std::size_t end) const {
+        LinesAhead<kLines> ahead;
+        for (std::uint32_t i = 0; i < kLines; ++i)
+            ahead.of[i] = before == nullptr ? whole[i] : before->Ahead(line + i, begin, end);
+        return ahead;
+    }
+};
+
 /// Pixels from `out` to the last one, among `most`, from which lines can be streamed; an even number, as cells are.
 template <class Writer>
 HWY_INLINE std::size_t AlignedBayerPixels(const std::uint8_t* out, std::size_t most) {
@@ -84,7 +125,17 @@ bool MayStream(const Band& band, std::size_t pixels) {
 /// Calls `work` (an object with a member template Run) on all columns of a band in the right form.
 template <class Band, class Work>
 void OnLines(const Band& band, const Work& work) {
-    if (band.sourceStep == sizeof(typename Band::Sample)) {
+    const bool liesReady = band.sourceStep == sizeof(typename Band::Sample);
+    if (band.joint != nullptr) {
+        if (band.joint->asked != nullptr) {
+            band.joint->takesLines = liesReady;
+            return;
+        }
+        StageLines lines(*band.joint->before, band.lineIndex);
+        work.Run(lines, 0, band.width);
+        return;
+    }
+    if (liesReady) {
         DirectLines lines(band);
         work.Run(lines, 0, band.width);
         return;

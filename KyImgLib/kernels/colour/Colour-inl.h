@@ -119,28 +119,48 @@ void ConvertPixels(const Band& band) {
 
 /// Samples of bytes that lie apart are gathered first, in stretches that the first-level cache holds.
 template <class Reader, class Writer, class Band>
+void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* to, std::size_t first, std::size_t end) {
+    constexpr std::size_t kStretch = 2048;
+    std::uint8_t samples[kStretch / Reader::kGroup * Reader::kGroupBytes];
+    const std::size_t groupBytes = Reader::kGroupBytes * band.sampleBytes;
+    Band stretch = band;
+    stretch.source = samples;
+    stretch.lines = 1;
+    stretch.joint = nullptr;
+    stretch.places[0] = 0;
+    stretch.places[1] = 1;
+    stretch.places[2] = 2;
+    for (std::size_t x = first; x < end; x += kStretch) {
+        stretch.width = std::min(kStretch, end - x);
+        Reader::Gather(band, from + x / Reader::kGroup * groupBytes, stretch.width, samples);
+        stretch.destination = to + x * Writer::kPixelBytes;
+        ConvertPixels<Reader, Writer>(stretch);
+    }
+}
+
+#if !KY_PLAIN
+
+template <class Reader, class Writer, class Band>
+void ConvertGatheredAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
+                            std::size_t end) {
+    const auto& band = stage.Kept<Band>();
+    end = std::min((end + Reader::kGroup - 1) / Reader::kGroup * Reader::kGroup, band.width);
+    ConvertGathered<Reader, Writer>(band, from, to, first, end);
+}
+
+#endif
+
+template <class Reader, class Writer, class Band>
 void ConvertColour(const Band& band) {
     if constexpr (Reader::kIsOfBytes) {
         if (!LiesReady(band)) {
-            constexpr std::size_t kStretch = 2048;
-            std::uint8_t samples[kStretch / Reader::kGroup * Reader::kGroupBytes];
-            const std::size_t groupBytes = Reader::kGroupBytes * band.sampleBytes;
-            Band stretch = band;
-            stretch.source = samples;
-            stretch.lines = 1;
-            stretch.places[0] = 0;
-            stretch.places[1] = 1;
-            stretch.places[2] = 2;
-            for (std::uint32_t line = 0; line < band.lines; ++line) {
-                const std::uint8_t* const from = band.source + line * band.sourceLine;
-                std::uint8_t* const to = band.destination + line * band.destinationLine;
-                for (std::size_t x = 0; x < band.width; x += kStretch) {
-                    stretch.width = std::min(kStretch, band.width - x);
-                    Reader::Gather(band, from + x / Reader::kGroup * groupBytes, stretch.width, samples);
-                    stretch.destination = to + x * Writer::kPixelBytes;
-                    ConvertPixels<Reader, Writer>(stretch);
-                }
-            }
+#if !KY_PLAIN
+            if (band.joint != nullptr && band.joint->asked != nullptr)
+                band.joint->asked->Keep(band, &ConvertGatheredAsStage<Reader, Writer, Band>);
+#endif
+            for (std::uint32_t line = 0; line < band.lines; ++line)
+                ConvertGathered<Reader, Writer>(band, band.source + line * band.sourceLine,
+                                                band.destination + line * band.destinationLine, 0, band.width);
             return;
         }
     }

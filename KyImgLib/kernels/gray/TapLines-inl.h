@@ -125,6 +125,10 @@ public:
     explicit TapLines(const GrayBand& toDo) : band(toDo), reader(toDo) {}
 
     void Run() const {
+        if (band.joint != nullptr) {
+            if (band.joint->asked != nullptr) band.joint->asked->Keep(band, &RunAsStage, true);
+            return;
+        }
         const std::size_t groups = band.width / kTaps;
         const bool stream = MayStream(groups);
         const std::uint8_t* from = band.source;
@@ -142,6 +146,15 @@ public:
 
 private:
     using Runs = std::array<TapRun, 4>;
+
+    static void RunAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t,
+                           std::size_t) {
+        const auto& band = stage.Kept<GrayBand>();
+        const Reader reader(band);
+        const std::size_t groups = band.width / kTaps;
+        if (groups >= kLanes) Steps<false>(reader, from, to, band.runs, groups);
+        OneByOne<Reader, Writer>(reader, band, from, to, groups >= kLanes ? groups : 0);
+    }
 
     /// In every line, each run must be whole vectors at aligned addresses.
     bool MayStream(std::size_t groups) const {

@@ -1,0 +1,126 @@
+#ifndef KYIMGLIB_KERNELS_LINESTAGE_H
+#define KYIMGLIB_KERNELS_LINESTAGE_H
+
+#include <KyImgLib/kernels/FetchAhead.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <type_traits>
+
+namespace ky {
+
+/// A stage of a chain whose lines the next stage takes as it needs them, a stretch at a time. So what lies between the two
+/// stays in the first-level cache, and while one waits for memory the other can work: whole lines, one stage after the
+/// other, would leave the processor and the memory idle in turn.
+///
+/// A stage is made ready once for all lines. Preparing it for each stretch would cost more than the arithmetic: what has just
+/// been written as single numbers and is read as a vector waits for all streaming writes before it.
+class LineStage {
+public:
+    /// Pixels of a stretch: a whole number of steps and of pixel groups.
+    static constexpr std::size_t kStretch = 512;
+    /// Bytes around a row that vectors may read, and groups of pixels write.
+    static constexpr std::size_t kMargin = 128;
+
+    /// Converts the pixels of a source line from `first`, where a stretch begins, to `end`. Pixels that the conversion leaves
+    /// out stay 0.
+    using Run = void (*)(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
+                         std::size_t end);
+
+    /// Where lines come from.
+    struct Source {
+        const std::uint8_t* lines[2];  ///< the first and the second line
+        std::size_t twoLines;          ///< bytes from there to the next two
+        std::size_t lineSize;          ///< bytes
+        std::uint32_t count;           ///< further lines are all 0
+        bool asksAhead;                ///< there is more of it than the caches hold
+    };
+    /// What the next stage needs.
+    struct Rows {
+        std::size_t pixels, lineSize;
+        std::uint32_t atOnce;      ///< lines that it goes on by
+        std::uint32_t neighbours;  ///< above and below them
+    };
+
+    LineStage() {}
+
+    /// Answers with what the conversion needs for every line. `wholeLines`: it can only convert a line as a whole.
+    template <class State>
+    void Keep(const State& kept, Run function, bool wholeLines = false) {
+        static_assert(std::is_trivially_copyable_v<State> && sizeof(State) <= kStateBytes);
+        new (StateAddress()) State(kept);
+        run = function;
+        convertsWholeLines = wholeLines;
+    }
+    template <class State>
+    const State& Kept() const {
+        return *static_cast<const State*>(const_cast<LineStage*>(this)->StateAddress());
+    }
+    /// Memory for tables of the conversion's own, which it reads as long as it is a stage.
+    static constexpr std::size_t kTableBytes = 3 * 256;
+    std::uint8_t* Tables() { return tables; }
+    bool IsReady() const { return run != nullptr; }
+
+    /// Bytes of memory for the rows.
+    static std::size_t MemoryFor(const Rows& rows);
+    /// \param memory  MemoryFor() these rows, all 0
+    void Begin(const Rows& rows, std::uint8_t* memory);
+    void SetSource(const Source& lines);
+    /// Lines come through another stage.
+    void SetSource(LineStage& stage) { before = &stage; }
+
+    /// The row of a line, which is there as far as was reached. It stays while the next stage needs it.
+    const std::uint8_t* Row(std::uint32_t line);
+
+    /// Makes all rows reach column `end`, or the last one.
+    void Reach(std::size_t end);
+
+    /// What is worth asking for while the next stage converts these columns of a line: what it takes when it goes on.
+    FetchAhead Ahead(std::uint32_t line, std::size_t first, std::size_t end) const;
+
+private:
+    static constexpr std::size_t kStateBytes = 1024, kAlignment = 64;
+    static constexpr std::uint32_t kMostRows = 4;
+
+    struct Held {
+        std::uint32_t line;
+        std::size_t reached;  ///< columns that are there
+    };
+
+    static std::size_t Pitch(std::size_t lineSize) {
+        return (lineSize + kAlignment - 1) / kAlignment * kAlignment + 2 * kMargin;
+    }
+    static std::uint32_t CountOf(const Rows& rows);
+    /// Vectors in it are aligned, wherever the stage is. (Not every compiler aligns the stack for them.)
+    void* StateAddress() {
+        const auto address = reinterpret_cast<std::uintptr_t>(state);
+        return state + ((address + kAlignment - 1) / kAlignment * kAlignment - address);
+    }
+    std::uint8_t* RowOf(std::uint32_t slot) { return memory + slot * pitch; }
+    const std::uint8_t* SourceLine(std::uint32_t line) const;
+
+    Run run = nullptr;
+    LineStage* before = nullptr;
+    Source source;
+    Rows next;
+    bool convertsWholeLines;
+    std::size_t pitch;
+    std::size_t stretchBytes;  ///< of the source; about, where pixels share bytes
+    std::uint32_t count;       ///< of rows, a power of two
+    std::uint8_t* memory;
+    Held held[kMostRows];
+    std::uint8_t tables[kTableBytes];
+    unsigned char state[kStateBytes + kAlignment];
+};
+
+/// Where a conversion meets the stage before it, or is made ready to be one itself.
+struct LineJoint {
+    LineStage* before;  ///< the source's lines come from here; null: from memory
+    LineStage* asked;   ///< not null: convert nothing, but keep here what is needed, if that is possible
+    bool takesLines;    ///< an answer then: lines may come from a stage before
+};
+
+}  // namespace ky
+
+#endif
