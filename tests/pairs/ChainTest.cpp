@@ -165,9 +165,13 @@ TEST(ChainFrame, LargerThanTheCaches) {
     for (const Path& path : ends) {
         const KyPixelConverter& registered = Registered(path.front(), path.back());
         Chain chain{PathOf(registered)};
-        AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
-        test.width = test.destinationWidth = test.sourceWidth;
-        EXPECT_EQ("", chain.Run(registered, test, source));
+        for (const bool linesAreAligned : {false, true}) {  // and can be streamed one by one
+            AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
+            if (linesAreAligned) test.sourceWidth -= test.sourceWidth % 64;
+            test.width = test.destinationWidth = test.sourceWidth;
+            test.padding = 0;
+            EXPECT_EQ("", chain.Run(registered, test, source));
+        }
     }
 }
 

@@ -33,8 +33,11 @@ std::string DifferenceOf(const Pair& pair, support::Random& random) try {
     const PairReference reference(path);
     for (const bool filtered : {false, true})
         for (const bool interpolated : {false, true})
-            for (const std::uint32_t width : {9u, 90u}) {
-                const AreaCase test = RandomPairCase(reference, filtered, interpolated, width, 11, random);
+            for (const auto& [width, height] : {Pair{9, 11}, Pair{90, 11}, Pair{2500, 7}}) {
+                if (width == 2500 && path.size() == 2) continue;  // only chains have another way for wide lines
+                const AreaCase test =
+                    RandomPairCase(reference, filtered, interpolated, static_cast<std::uint32_t>(width),
+                                   static_cast<std::uint32_t>(height), random);
                 const reference::Extent needs = reference.Needs(test);
                 const std::string difference =
                     Difference(test, needs.source, needs.destination, random, Converting(converter, test),
