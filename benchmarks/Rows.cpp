@@ -94,6 +94,7 @@ constexpr Row kRows[] = {
     {"Chain/TapsBayer8-Bayer8-RGB24/bilinear", kBayer8 | KY_TAP_LEFT_RIGHT, KY_TYPE_RGB24, kBilinear, kNone},
     {"Chain/Gray10GEV-Gray10-RGB24", kGray10GEV, KY_TYPE_RGB24, 0, kNone},
     {"Chain/YUV422-RGB24-Planar", kYUV422, KY_TYPE_RGB24_PLANAR, 0, kNone},
+    {"Chain/BGR32-RGB24-Planar", KY_TYPE_BGR32, KY_TYPE_RGB24_PLANAR, 0, kNone},
 };
 
 constexpr Chain kChains[] = {
@@ -101,6 +102,7 @@ constexpr Chain kChains[] = {
     {"Chain/TapsBayer8-Bayer8-RGB24/bilinear", {"TapsBayer8/left-right", "Bayer8ToRGB24/bilinear"}},
     {"Chain/Gray10GEV-Gray10-RGB24", {"Gray10GEVToGray10", "Gray10ToRGB24"}},
     {"Chain/YUV422-RGB24-Planar", {"YUV422ToRGB24", "RGB24ToPlanar"}},
+    {"Chain/BGR32-RGB24-Planar", {"BGR32ToRGB24", "RGB24ToPlanar"}},
 };
 
 }  // namespace
