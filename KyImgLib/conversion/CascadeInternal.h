@@ -3,7 +3,7 @@
 
 #include <KyImgLib/conversion/AreaInternal.h>
 #include <KyImgLib/conversion/ContextInternal.h>
-#include <KyImgLib/kernels/LineStage.h>
+#include <KyImgLib/lines/LineStage.h>
 
 #include <cstddef>
 #include <cstdint>

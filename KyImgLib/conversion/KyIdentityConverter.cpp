@@ -1,6 +1,6 @@
 #include <KyImgLib/conversion/KyIdentityConverter.h>
 
-#include <KyImgLib/kernels/LineStage.h>
+#include <KyImgLib/lines/LineStage.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 

@@ -1,8 +1,8 @@
 #ifndef KYIMGLIB_KERNELS_PIXELBAND_H
 #define KYIMGLIB_KERNELS_PIXELBAND_H
 
-#include <KyImgLib/kernels/FetchAhead.h>
-#include <KyImgLib/kernels/LineStage.h>
+#include <KyImgLib/lines/FetchAhead.h>
+#include <KyImgLib/lines/LineStage.h>
 
 #include <cstddef>
 #include <cstdint>

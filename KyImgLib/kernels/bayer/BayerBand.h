@@ -1,11 +1,11 @@
 #ifndef KYIMGLIB_KERNELS_BAYER_BAYERBAND_H
 #define KYIMGLIB_KERNELS_BAYER_BAYERBAND_H
 
-#include <KyImgLib/kernels/FetchAhead.h>
 #include <KyImgLib/kernels/Filter16.h>
 #include <KyImgLib/kernels/Filter8.h>
-#include <KyImgLib/kernels/LineStage.h>
 #include <KyImgLib/kernels/bayer/Mosaic.h>
+#include <KyImgLib/lines/FetchAhead.h>
+#include <KyImgLib/lines/LineStage.h>
 
 #include <cstddef>
 #include <cstdint>

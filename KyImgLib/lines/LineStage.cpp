@@ -1,4 +1,4 @@
-#include <KyImgLib/kernels/LineStage.h>
+#include <KyImgLib/lines/LineStage.h>
 
 #include <algorithm>
 #include <cstring>

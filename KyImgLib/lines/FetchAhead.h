@@ -1,5 +1,5 @@
-#ifndef KYIMGLIB_KERNELS_FETCHAHEAD_H
-#define KYIMGLIB_KERNELS_FETCHAHEAD_H
+#ifndef KYIMGLIB_LINES_FETCHAHEAD_H
+#define KYIMGLIB_LINES_FETCHAHEAD_H
 
 #include <cstddef>
 #include <cstdint>

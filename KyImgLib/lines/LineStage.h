@@ -1,7 +1,7 @@
-#ifndef KYIMGLIB_KERNELS_LINESTAGE_H
-#define KYIMGLIB_KERNELS_LINESTAGE_H
+#ifndef KYIMGLIB_LINES_LINESTAGE_H
+#define KYIMGLIB_LINES_LINESTAGE_H
 
-#include <KyImgLib/kernels/FetchAhead.h>
+#include <KyImgLib/lines/FetchAhead.h>
 
 #include <cstddef>
 #include <cstdint>
