@@ -35,6 +35,11 @@ struct AreaLines {
     LineJoint* joint;            ///< null where the source is in memory
 };
 
+/// The two halves of an interlaced source.
+struct Fields {
+    const std::uint8_t* lines[2];
+};
+
 }  // namespace ky
 
 #endif

@@ -59,8 +59,16 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
     const std::size_t bytesInAndOut =
         std::size_t{stages[0].context.sourceLineSize} + stages[count - 1].context.destinationLineSize;
     isLarge = ExceedsCache(bytesInAndOut * stages[count - 1].lines);
-    JoinStages();
+}
 
+bool Cascade::IsInterlaced() const { return (stages[0].converter->GetSourceType() & KY_TYPE_INTERLACED) != 0; }
+
+bool Cascade::IsYUV() const {
+    return (stages[0].converter->GetSourceType() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
+}
+
+std::size_t Cascade::Prepare() {
+    JoinStages();
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0, fewestLines = kFewestLines;
     for (std::size_t i = 0; i < count; ++i) {
@@ -77,6 +85,7 @@ Cascade::Cascade(const CascadeStages& chain, const Area& area, ThreadContext& th
         stages[i].stripLines = linesAtOnce + surplus;
         bufferBytes += BufferBytes(i);
     }
+    return bufferBytes;
 }
 
 /// Asks each stage whether the next one can take its lines by stretches.
@@ -125,11 +134,8 @@ std::size_t Cascade::BufferBytes(std::size_t index) const {
 
 bool Cascade::CanConvert() const {
     constexpr std::uint32_t kLargestGroup = 4;
-    const std::int64_t source = stages[0].converter->GetSourceType();
     // Otherwise a line's surplus pixels fall on the first ones of a line of the other field.
-    if ((source & KY_TYPE_INTERLACED) != 0 && (source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV &&
-        wanted.sourceWidth % kLargestGroup != 0)
-        return false;
+    if (IsInterlaced() && IsYUV() && wanted.sourceWidth % kLargestGroup != 0) return false;
     for (std::size_t i = 0; i + 1 < count; ++i) {
         const std::size_t pixel = stages[i].converter->GetDestinationByteSize();
         const std::size_t line = stages[i].context.destinationLineSize;
@@ -193,9 +199,8 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
         lines.destination = MakeRoom(stage, stages[TakerOf(index + 1)], end);
     }
     // The stage that would leave memory idle asks for the source: a first one of much arithmetic, otherwise the last one.
-    const bool isYUV = (stages[0].converter->GetSourceType() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
-    lines.asksOnward = isLarge && isYUV && index == 0;
-    if (isLarge && !isYUV && first > 0 && IsLast(stage)) AskAhead(lines);
+    lines.asksOnward = isLarge && IsYUV() && index == 0;
+    if (isLarge && !IsYUV() && first > 0 && IsLast(stage)) AskAhead(lines);
     WithContext(stage, [&] { stage.converter->ConvertLines(context, lines); });
     stage.done = end;
 }
@@ -203,10 +208,9 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
 /// While the last stage writes, the memory gives what the first one reads next.
 void Cascade::AskAhead(AreaLines& lines) {
     const LineStage::Source source = SourceOf(0);
-    const bool isInterlaced = source.twoLines == source.lineSize;
-    const std::size_t next = stages[TakerOf(0)].done / (isInterlaced ? 2 : 1);
+    const std::size_t next = stages[TakerOf(0)].done / (IsInterlaced() ? 2 : 1);
     // Of fields, twice as much of one, and next time of the other.
-    const std::uint8_t* const field = source.lines[isInterlaced ? turn++ % 2 : 0];
+    const std::uint8_t* const field = source.lines[IsInterlaced() ? turn++ % 2 : 0];
     lines.ahead = reinterpret_cast<std::uintptr_t>(field) + next * source.lineSize;
     lines.aheadLine = source.lineSize;
 }
@@ -217,16 +221,15 @@ LineStage::Source Cascade::SourceOf(std::size_t index) const {
     const std::size_t lineSize = stage.context.sourceLineSize;
     if (index > 0) {
         const Stage& input = stages[index - 1];
-        const std::uint8_t* const first = input.strip - input.stripFirst * lineSize;
-        return {{first, first + lineSize}, 2 * lineSize, lineSize, UINT32_MAX, false};
+        return {{input.strip, input.strip + lineSize}, 2 * lineSize, lineSize, input.stripFirst, UINT32_MAX, false};
     }
     // Into a strip, they leave it to the stage that writes to memory.
     const bool asksAhead = isLarge && TakerOf(0) == count - 1;
-    if ((stage.converter->GetSourceType() & KY_TYPE_INTERLACED) != 0) {
-        const auto fields = stage.converter->FieldsOf(stage.context, image);
-        return {{fields[0], fields[1]}, lineSize, lineSize, stage.lines, asksAhead};
+    if (IsInterlaced()) {
+        const Fields fields = KyPixelConverter::FieldsOf(stage.context, image);
+        return {{fields.lines[0], fields.lines[1]}, lineSize, lineSize, 0, stage.lines, asksAhead};
     }
-    return {{image, image + lineSize}, 2 * lineSize, lineSize, stage.lines, asksAhead};
+    return {{image, image + lineSize}, 2 * lineSize, lineSize, 0, stage.lines, asksAhead};
 }
 
 /// The place of a stage's next line in its strip. Of the lines before it, those stay that are still to be read.

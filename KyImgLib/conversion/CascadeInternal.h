@@ -42,8 +42,8 @@ public:
     /// a converter can tell, and the fields of an interlaced image hold whole groups of pixels.
     bool CanConvert() const;
 
-    /// Bytes of memory that Convert() needs.
-    std::size_t GetBufferBytes() const { return bufferBytes; }
+    /// Gets the stages ready. Returns the bytes of memory that Convert() needs.
+    std::size_t Prepare();
 
     void Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint8_t* buffer);
 
@@ -63,6 +63,8 @@ private:
     };
 
     bool IsLast(const Stage& stage) const { return &stage == &stages[count - 1]; }
+    bool IsInterlaced() const;
+    bool IsYUV() const;
     void JoinStages();
     std::size_t BufferBytes(std::size_t index) const;
     LineStage::Rows RowsOf(std::size_t index) const;

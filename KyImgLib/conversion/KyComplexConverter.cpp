@@ -157,8 +157,8 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
             {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags, destinationPadding},
             *context);
         if (cascade.CanConvert()) {
-            const LentBuffer strips(stages->intermediate, cascade.GetBufferBytes());
-            cascade.Convert(source, destination, strips.Get());
+            const LentBuffer buffer(stages->intermediate, cascade.Prepare());
+            cascade.Convert(source, destination, buffer.Get());
             return KY_STATUS_SUCCESS;
         }
     }

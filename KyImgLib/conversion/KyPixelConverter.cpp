@@ -160,7 +160,7 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
         return;
     }
     pass.sourceStep = sourceLineSize;
-    for (const std::uint8_t* const field : FieldsOf(context, lines.source)) {
+    for (const std::uint8_t* const field : FieldsOf(context, lines.source).lines) {
         pass.source = field + lines.begin / 2 * sourceLineSize;
         AskAhead(pass, lines, sourceLineSize);
         ConvertPass(context, pass);
@@ -168,11 +168,10 @@ void KyPixelConverter::ConvertLines(KyPixelConverterContext& context, const ky::
     }
 }
 
-std::array<const std::uint8_t*, 2> KyPixelConverter::FieldsOf(const KyPixelConverterContext& context,
-                                                              const std::uint8_t* source) {
+ky::Fields KyPixelConverter::FieldsOf(const KyPixelConverterContext& context, const std::uint8_t* source) {
     const std::uint32_t fieldSize = context.sourceHeight * context.sourceLineSize / 2;
-    if ((context.flags & FLAG_INVERT_DEINTERLACER) != 0) return {source + fieldSize, source};
-    return {source, source + fieldSize};
+    if ((context.flags & FLAG_INVERT_DEINTERLACER) != 0) return {{source + fieldSize, source}};
+    return {{source, source + fieldSize}};
 }
 
 /// A pass without lines: whoever knows joints answers, others have nothing to do.

@@ -5,7 +5,6 @@
 #include <KyImgLib/platform/KyObject.h>
 #include <KyImgLib/platform/KyStatus.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <typeinfo>
@@ -16,6 +15,7 @@ namespace ky {
 struct Area;
 struct AreaLines;
 class Cascade;
+struct Fields;
 struct LineJoint;
 }  // namespace ky
 
@@ -164,8 +164,7 @@ private:
     void FillContext(KyPixelConverterContext& context, const ky::Area& area) const;
     void ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const;
     /// The fields of an interlaced image, those first that hold the first destination line.
-    static std::array<const std::uint8_t*, 2> FieldsOf(const KyPixelConverterContext& context,
-                                                       const std::uint8_t* source);
+    static ky::Fields FieldsOf(const KyPixelConverterContext& context, const std::uint8_t* source);
     void Ask(KyPixelConverterContext& context, std::uint32_t width, ky::LineJoint& joint) const;
     void AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const;
     void ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const;
@@ -182,8 +181,8 @@ struct KyLinePass {
     std::size_t destinationStep;  ///< bytes from the destination of one line call to that of the next
     std::uint32_t width;          ///< pixels of each line call
     std::uint32_t firstLine;      ///< line index in the area of the first line call
-    std::uint32_t height;         ///< destination lines; a multiple of lineStep
-    std::uint32_t lineStep;       ///< line calls have the indexes firstLine, firstLine + lineStep, ...
+    std::uint32_t height;    ///< destination lines; a multiple of lineStep. With 0 there is nothing to do and no image
+    std::uint32_t lineStep;  ///< line calls have the indexes firstLine, firstLine + lineStep, ...
     /// The whole area reads and writes more than the caches hold. What is written around them needs no fence here: an area
     /// conversion ends with one.
     bool isLarge;

@@ -15,16 +15,16 @@ std::uint32_t LineStage::CountOf(const Rows& rows) {
 std::size_t LineStage::MemoryFor(const Rows& rows) { return Pitch(rows.lineSize) * CountOf(rows); }
 
 void LineStage::Begin(const Rows& rows, std::uint8_t* zeros) {
-    next = rows;
+    wanted = rows;
     pitch = Pitch(rows.lineSize);
     count = CountOf(rows);
     memory = zeros + kMargin;
-    for (std::uint32_t i = 0; i < count; ++i) held[i] = {UINT32_MAX, next.pixels};
+    for (std::uint32_t i = 0; i < count; ++i) held[i] = {UINT32_MAX, wanted.pixels};
 }
 
 void LineStage::SetSource(const Source& lines) {
     source = lines;
-    stretchBytes = next.pixels == 0 ? 0 : source.lineSize * kStretch / next.pixels;
+    stretchBytes = wanted.pixels == 0 ? 0 : source.lineSize * kStretch / wanted.pixels;
 }
 
 const std::uint8_t* LineStage::Row(std::uint32_t line) {
@@ -33,14 +33,14 @@ const std::uint8_t* LineStage::Row(std::uint32_t line) {
         held[slot] = {line, 0};
         if (before == nullptr && line >= source.count) {
             std::memset(RowOf(slot), 0, pitch - 2 * kMargin);
-            held[slot].reached = next.pixels;
+            held[slot].reached = wanted.pixels;
         }
     }
     return RowOf(slot);
 }
 
 void LineStage::Reach(std::size_t end) {
-    end = convertsWholeLines ? next.pixels : std::min((end + kStretch - 1) / kStretch * kStretch, next.pixels);
+    end = convertsWholeLines ? wanted.pixels : std::min((end + kStretch - 1) / kStretch * kStretch, wanted.pixels);
     for (std::uint32_t i = 0; i < count; ++i) {
         Held& row = held[i];
         if (row.reached >= end) continue;
@@ -52,6 +52,7 @@ void LineStage::Reach(std::size_t end) {
 }
 
 const std::uint8_t* LineStage::SourceLine(std::uint32_t line) const {
+    line -= source.first;
     return source.lines[line % 2] + line / 2 * source.twoLines;
 }
 
@@ -60,7 +61,7 @@ FetchAhead LineStage::Ahead(std::uint32_t line, std::size_t first, std::size_t e
     if (!source.asksAhead) return {};
     const std::size_t begin = first / kStretch * stretchBytes;
     const std::size_t bytes = (end + kStretch - 1) / kStretch * stretchBytes - begin;
-    line += next.atOnce + next.neighbours;
+    line += wanted.atOnce + wanted.neighbours - source.first;
     const auto lineStart = reinterpret_cast<std::uintptr_t>(source.lines[line % 2]) + line / 2 * source.twoLines;
     return {lineStart + begin, 0, bytes};
 }

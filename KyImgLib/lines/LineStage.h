@@ -33,7 +33,8 @@ public:
         const std::uint8_t* lines[2];  ///< the first and the second line
         std::size_t twoLines;          ///< bytes from there to the next two
         std::size_t lineSize;          ///< bytes
-        std::uint32_t count;           ///< further lines are all 0
+        std::uint32_t first;           ///< index of the first one
+        std::uint32_t count;           ///< lines from this index on are all 0
         bool asksAhead;                ///< there is more of it than the caches hold
     };
     /// What the next stage needs.
@@ -43,12 +44,15 @@ public:
         std::uint32_t neighbours;  ///< above and below them
     };
 
-    LineStage() {}
+    LineStage() {}  // nothing is cleared that is not looked at: there are several for each conversion
+    LineStage(const LineStage&) = delete;
+    LineStage& operator=(const LineStage&) = delete;
 
     /// Answers with what the conversion needs for every line. `wholeLines`: it can only convert a line as a whole.
     template <class State>
     void Keep(const State& kept, Run function, bool wholeLines = false) {
         static_assert(std::is_trivially_copyable_v<State> && sizeof(State) <= kStateBytes);
+        static_assert(alignof(State) <= kAlignment);
         new (StateAddress()) State(kept);
         run = function;
         convertsWholeLines = wholeLines;
@@ -103,7 +107,7 @@ private:
     Run run = nullptr;
     LineStage* before = nullptr;
     Source source;
-    Rows next;
+    Rows wanted;
     bool convertsWholeLines;
     std::size_t pitch;
     std::size_t stretchBytes;  ///< of the source; about, where pixels share bytes
@@ -120,6 +124,15 @@ struct LineJoint {
     LineStage* asked;   ///< not null: convert nothing, but keep here what is needed, if that is possible
     bool takesLines;    ///< an answer then: lines may come from a stage before
 };
+
+/// Line y of a band, from memory or, as a whole, from the stage before.
+template <class Band>
+const std::uint8_t* SourceLineOf(const Band& band, std::ptrdiff_t y) {
+    if (band.joint == nullptr || band.joint->before == nullptr) return band.source + y * band.sourceLine;
+    const std::uint8_t* const row = band.joint->before->Row(static_cast<std::uint32_t>(band.lineIndex + y));
+    band.joint->before->Reach(band.width);
+    return row;
+}
 
 }  // namespace ky
 

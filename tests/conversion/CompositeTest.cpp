@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <vector>
 
 namespace {
 
@@ -81,6 +82,35 @@ TEST(Composite, IntermediateImageHasRoomForLinesThatAreRoundedUp) {
     EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), 3, 4, destination.data(), 3, 4, 3, 4, 0, 0));
     ASSERT_EQ(4u, second.calls.size());
     EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), destination.data(), 3));
+}
+
+/// All lines in one call; remembers the bits of the last filter.
+class ByPass final : public KyPixelConverter {
+public:
+    ByPass(const std::int64_t& source, const std::int64_t& destination)
+        : KyPixelConverter(source, destination, 2, 1, 1, 1) {
+        SetPassFunction(typeid(ByPass), &Pass);
+    }
+    ~ByPass() override;
+
+    static inline std::uint32_t filterBits = 0;
+
+private:
+    static void Pass(const KyPixelConverter&, const KyPixelConverterContext& context, const KyLinePass&) {
+        filterBits = context.filter->GetBitSize();
+    }
+};
+ByPass::~ByPass() = default;
+
+TEST(Composite, FirstStageHasItsOwnDefaultFilterAtAnyWidth) {
+    const std::int64_t interlacedYUV = 0x00240001, gray = 0x00010001;
+    const ByPass first(interlacedYUV, gray);
+    const KyComplexConverter chain(&first, KyPixelTypeFactory::FindConverter(gray, KY_TYPE_RGB24));
+    std::vector<std::uint8_t> source(2 * 1100 * 2), destination(3 * 1100 * 2);
+    for (const std::uint32_t width : {8u, 1025u, 1028u}) {
+        chain.Convert(source.data(), width, 2, destination.data(), width, 2, width, 2, 0, 0);
+        EXPECT_EQ(16u, ByPass::filterBits) << width;
+    }
 }
 
 TEST(Composite, BothStagesSeeTheFilterOrTheirOwnDefault) {

@@ -1,12 +1,14 @@
-// Stages of a chain follow one another in strips of the intermediate image, which nobody must see: the same stages, each
+// Stages of a chain take one another's lines by stretches or by strips, which nobody must see: the same stages, each
 // called for whole images, are what a chain has to equal.
 #include <tests/pairs/PairReference.h>
+#include <tests/support/CpuLevels.h>
 #include <tests/support/Threads.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <memory>
 #include <stdexcept>
 
@@ -172,6 +174,31 @@ TEST(ChainFrame, LargerThanTheCaches) {
             test.padding = 0;
             EXPECT_EQ("", chain.Run(registered, test, source));
         }
+    }
+}
+
+/// Conversions that have begun at one level go on at another.
+TEST(ChainFrame, WhileTheLevelChanges) {
+    const support::ScopedCpuLevel before(KyCpuLevel::GetActive());
+    const Path ends[] = {{0x00420012, KY_TYPE_RGB24}, {0x00410008, KY_TYPE_RGB16}, {0x00020003, KY_TYPE_RGB24_PLANAR}};
+    const Picture source = support::Random(12).Bytes(8 * kWideLine * 10 + kRoom);
+    for (const Path& path : ends) {
+        const KyPixelConverter& registered = Registered(path.front(), path.back());
+        Chain chain{PathOf(registered)};
+        const AreaCase test = chain.RandomCase(true, 6000, 10);
+        const std::uint8_t* const from = chain.Pick(test, source);
+        const Picture expected = chain.ByStages(test, from);
+        std::string difference;
+        std::atomic<bool> isDone = false;
+        support::RunOnThreads(2, [&](int thread) {
+            while (thread == 0 && !isDone)
+                for (const std::uint32_t level : support::AvailableLevels()) KyCpuLevel::SetActive(level);
+            if (thread == 0) return;
+            for (int round = 0; round < 1000 && difference.empty(); ++round)
+                difference = Difference(test, Converted(registered, test, from), expected);
+            isDone = true;
+        });
+        EXPECT_EQ("", difference) << Describe(chain.path);
     }
 }
 

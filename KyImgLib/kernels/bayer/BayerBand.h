@@ -35,10 +35,10 @@ struct BayerBand {
     Filter filter;
 };
 
-/// The sample of the first pixel of the first line.
+/// The sample of the first pixel of line y.
 template <typename Band>
-const std::uint8_t* FirstSample(const Band& band) {
-    return band.source + (band.sourceStep - sizeof(typename Band::Sample));
+const std::uint8_t* FirstSample(const Band& band, std::ptrdiff_t y) {
+    return SourceLineOf(band, y) + (band.sourceStep - sizeof(typename Band::Sample));
 }
 
 using Bayer8Band = BayerBand<std::uint8_t, Filter8>;

@@ -8,12 +8,15 @@ void Interpolate(const Band& band) {
     for (std::uint32_t y = 0; y < band.lines; ++y, line = line.Next()) {
         const bool hasAbove = y > 0 || band.hasLineAbove;
         const bool hasBelow = y + 1 < band.lines || band.hasLineBelow;
-        const std::uint8_t* at = FirstSample(band) + y * band.sourceLine;
+        const std::uint8_t* const above = hasAbove ? FirstSample(band, std::ptrdiff_t{y} - 1) : nullptr;
+        const std::uint8_t* const own = FirstSample(band, y);
+        const std::uint8_t* const below = hasBelow ? FirstSample(band, std::ptrdiff_t{y} + 1) : nullptr;
         std::uint8_t* to = band.destination + y * band.destinationLine;
-        for (std::uint32_t x = 0; x < band.width; ++x, at += step, to += Writer::kPixelBytes) {
-            const SiteColours<Sample> site = InterpolateSite<Sample>(hasAbove ? at - band.sourceLine : nullptr, at,
-                                                                     hasBelow ? at + band.sourceLine : nullptr, x > 0,
-                                                                     x + 1 < band.width, line.IsGreenSite(x), step);
+        for (std::uint32_t x = 0; x < band.width; ++x, to += Writer::kPixelBytes) {
+            const std::ptrdiff_t at = x * step;
+            const SiteColours<Sample> site =
+                InterpolateSite<Sample>(hasAbove ? above + at : nullptr, own + at, hasBelow ? below + at : nullptr,
+                                        x > 0, x + 1 < band.width, line.IsGreenSite(x), step);
             StoreSite<Writer>(band.filter, site, line.ownIsBlue, to);
         }
     }
@@ -24,10 +27,10 @@ void Replicate(const Band& band) {
     using Sample = typename Band::Sample;
     const std::size_t step = band.sourceStep;
     for (std::uint32_t y = 0; y < band.lines; y += 2) {
-        const std::uint8_t* upper = FirstSample(band) + y * band.sourceLine;
+        const std::uint8_t* upper = FirstSample(band, y);
+        const std::uint8_t* lower = FirstSample(band, std::ptrdiff_t{y} + 1);
         std::uint8_t* to = band.destination + y * band.destinationLine;
         for (std::uint32_t x = 0; x < band.width; x += 2) {
-            const std::uint8_t* const lower = upper + band.sourceLine;
             // The upper line's green is at its first pixel or at its second, the lower line's at the other one.
             const std::size_t green = band.firstLine.greenFirst ? 0 : step;
             const std::size_t colour = step - green;
@@ -40,6 +43,7 @@ void Replicate(const Band& band) {
                 to += Writer::kPixelBytes;
             }
             upper += 2 * step;
+            lower += 2 * step;
         }
     }
 }

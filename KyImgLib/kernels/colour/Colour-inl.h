@@ -30,7 +30,7 @@ template <class Reader, class Writer, class Band>
 void ConvertPixels(const Band& band) {
     const ReaderSettings settings = SettingsOf(band);
     for (std::uint32_t y = 0; y < band.lines; ++y) {
-        const std::uint8_t* const from = band.source + y * band.sourceLine;
+        const std::uint8_t* const from = SourceLineOf(band, y);
         std::uint8_t* const to = band.destination + y * band.destinationLine;
         for (std::size_t x = 0; x < band.width; ++x) {
             auto pixel = Reader::ReadPixel(from + x / Reader::kGroup * Reader::kGroupBytes,

@@ -21,11 +21,9 @@ void OneByOne(const Reader& toUse, const GrayBand& band, const std::uint8_t* fro
 template <class Reader, class Writer>
 void OneByOne(const GrayBand& band) {
     const Reader reader(band);
-    const std::uint8_t* from = band.source;
     std::uint8_t* to = band.destination;
     for (std::uint32_t line = 0; line < band.lines; ++line) {
-        OneByOne<Reader, Writer>(reader, band, from, to, 0);
-        from += band.sourceLine;
+        OneByOne<Reader, Writer>(reader, band, SourceLineOf(band, line), to, 0);
         to += band.destinationLine;
     }
 }
@@ -125,10 +123,7 @@ public:
     explicit TapLines(const GrayBand& toDo) : band(toDo), reader(toDo) {}
 
     void Run() const {
-        if (band.joint != nullptr) {
-            if (band.joint->asked != nullptr) band.joint->asked->Keep(band, &RunAsStage, true);
-            return;
-        }
+        if (band.joint != nullptr && band.joint->asked != nullptr) band.joint->asked->Keep(band, &RunAsStage, true);
         const std::size_t groups = band.width / kTaps;
         const bool stream = MayStream(groups);
         const std::uint8_t* from = band.source;
