@@ -11,8 +11,8 @@ namespace ky {
 
 namespace {
 
-/// Of all strips together: near the size of a first-level cache.
-constexpr std::size_t kStripBytes = 48 * 1024;
+/// Of all strips together: a part of a second-level cache.
+constexpr std::size_t kStripBytes = 96 * 1024;
 
 /// Lines that are wanted at a time, at least. Stages that convert few lines at once spend their time on starting, and more
 /// of it where a line needs its neighbours.
@@ -67,8 +67,17 @@ bool Cascade::IsYUV() const {
     return (stages[0].converter->GetSourceType() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
 }
 
+/// Whether a stage has colours to compute, and does not only move samples.
+bool Cascade::Computes(const Stage& stage) {
+    constexpr std::uint32_t kColourBytes = 3;
+    return stage.converter->GetDestinationByteSize() >= kColourBytes;
+}
+
 std::size_t Cascade::Prepare() {
     JoinStages();
+    // The stage that would leave memory idle asks for the source: one of much arithmetic, otherwise the one that writes.
+    const std::size_t taker = TakerOf(0);
+    firstAsks = isLarge && (taker == count - 1 || Computes(stages[taker]));
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0, fewestLines = kFewestLines;
     for (std::size_t i = 0; i < count; ++i) {
@@ -91,10 +100,7 @@ std::size_t Cascade::Prepare() {
 /// Asks each stage whether the next one can take its lines by stretches.
 void Cascade::JoinStages() {
     if (wanted.width < kNarrowestJoined) return;
-    // Taken line by line, a large destination can only be streamed where every line begins as the cache's do. The lines of a
-    // strip are one long line, where they follow one another.
-    const bool joinsLast = !isLarge || stages[count - 1].context.destinationLineSize % kAlignment == 0;
-    for (std::size_t i = 0; i < (joinsLast ? count : count - 1); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const Stage& stage = stages[i];
         LineJoint joint = {nullptr, &lineStages[i], false};
         WithContext(stage, [&] { stage.converter->Ask(context, stage.width, joint); });
@@ -198,9 +204,8 @@ void Cascade::Advance(std::size_t index, std::uint32_t end) {
     } else {
         lines.destination = MakeRoom(stage, stages[TakerOf(index + 1)], end);
     }
-    // The stage that would leave memory idle asks for the source: a first one of much arithmetic, otherwise the last one.
-    lines.asksOnward = isLarge && IsYUV() && index == 0;
-    if (isLarge && !IsYUV() && first > 0 && IsLast(stage)) AskAhead(lines);
+    lines.asksOnward = firstAsks && index == 0;
+    if (isLarge && !firstAsks && IsLast(stage)) AskAhead(lines);
     WithContext(stage, [&] { stage.converter->ConvertLines(context, lines); });
     stage.done = end;
 }
@@ -221,15 +226,21 @@ LineStage::Source Cascade::SourceOf(std::size_t index) const {
     const std::size_t lineSize = stage.context.sourceLineSize;
     if (index > 0) {
         const Stage& input = stages[index - 1];
-        return {{input.strip, input.strip + lineSize}, 2 * lineSize, lineSize, input.stripFirst, UINT32_MAX, false};
+        return {{input.strip, input.strip + lineSize},
+                2 * lineSize,
+                lineSize,
+                input.stripFirst,
+                UINT32_MAX,
+                LineStage::Asks::kNobody};
     }
-    // Into a strip, they leave it to the stage that writes to memory.
-    const bool asksAhead = isLarge && TakerOf(0) == count - 1;
+    const LineStage::Asks asks = !firstAsks        ? LineStage::Asks::kNobody
+                                 : Computes(stage) ? LineStage::Asks::kBoth
+                                                   : LineStage::Asks::kNextStage;
     if (IsInterlaced()) {
         const Fields fields = KyPixelConverter::FieldsOf(stage.context, image);
-        return {{fields.lines[0], fields.lines[1]}, lineSize, lineSize, 0, stage.lines, asksAhead};
+        return {{fields.lines[0], fields.lines[1]}, lineSize, lineSize, 0, stage.lines, asks};
     }
-    return {{image, image + lineSize}, 2 * lineSize, lineSize, 0, stage.lines, asksAhead};
+    return {{image, image + lineSize}, 2 * lineSize, lineSize, 0, stage.lines, asks};
 }
 
 /// The place of a stage's next line in its strip. Of the lines before it, those stay that are still to be read.

@@ -22,7 +22,7 @@ struct LineBytes {
 };
 
 void CopyAsStage(const ky::LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                 std::size_t end) {
+                 std::size_t end, const ky::FetchAhead&) {
     const auto& bytes = stage.Kept<LineBytes>();
     const std::size_t begin = first / LineBytes::kPixels * bytes.ofPixels;
     const std::size_t last =

@@ -44,6 +44,15 @@ public:
 private:
     static constexpr std::size_t kPixels = Step::kPixels;
 
+    /// Pixels that are taken from the stage before at a time. With fewer bytes, the calls count; with more, the memory has
+    /// nothing to write for too long.
+    static constexpr std::size_t kStretch = [] {
+        std::size_t pixels = 4096;
+        while (pixels * Step::kPixelBytes * Step::kPlanes > 4096) pixels /= 2;
+        return pixels;
+    }();
+    static_assert(kStretch % kPixels == 0);
+
     static constexpr std::size_t SourceBytes(std::size_t pixels) { return pixels / Step::kGroup * Step::kGroupBytes; }
     static constexpr std::size_t DestinationBytes(std::size_t pixels) { return pixels * Step::kPixelBytes; }
 
@@ -58,7 +67,7 @@ private:
     }
 
     static void RunAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                           std::size_t end) {
+                           std::size_t end, const FetchAhead& ahead) {
         const auto& kept = stage.Kept<StageState>();
         end = std::min((end + Step::kGroup - 1) / Step::kGroup * Step::kGroup, kept.width);
         if (first >= end) return;
@@ -66,7 +75,7 @@ private:
         to += DestinationBytes(first);
         const std::size_t pixels = end - first;
         if (pixels >= kPixels)
-            Steps<false>(kept.step, from, to, pixels);
+            Steps<false>(kept.step, from, to, pixels, ahead);
         else
             Staged(kept.step, from, to, pixels);
     }
@@ -78,13 +87,12 @@ private:
             const std::uint8_t* const row = before.Row(band.lineIndex + line);
             for (std::size_t x = 0, pixels; x < band.width; x += pixels) {
                 std::uint8_t* const out = to + DestinationBytes(x);
-                pixels = LineStage::kStretch;
+                pixels = kStretch;
                 if (x == 0 && stream) pixels += AlignedPixels<Step::kPixelBytes, Step::kGroup>(out, kPixels) % kPixels;
                 // Nothing less than a step is left over.
                 if (x + pixels + kPixels > band.width) pixels = band.width - x;
                 before.Reach(x + pixels);
-                FetchAhead ahead = before.Ahead(band.lineIndex + line, x, x + pixels);
-                if (band.ahead.bytes != 0) ahead = band.ahead.At(line).Part(x, x + pixels, band.width);
+                const FetchAhead ahead = AheadOf(band, line, x, x + pixels);
                 if (stream)
                     Stream(row + SourceBytes(x), out, pixels, ahead);
                 else
@@ -93,17 +101,21 @@ private:
         }
     }
 
-    /// Lines must not overlap, and reach an aligned address in all planes after the same number of pixels.
+    /// Lines must not overlap, and each must reach an aligned address, in all planes after the same number of pixels. If the
+    /// first two do, all do: they differ by whole numbers of what the first two differ by.
     bool MayStream(const PixelBand& lines) const {
-        constexpr auto kAlignment = static_cast<std::ptrdiff_t>(kLanes);
         if (!lines.isLarge || lines.width < kPixels) return false;
-        if (lines.lines > 1 && (lines.destinationLine % kAlignment != 0 ||
-                                lines.destinationLine < static_cast<std::ptrdiff_t>(DestinationBytes(lines.width))))
+        if (lines.lines > 1 && lines.destinationLine < static_cast<std::ptrdiff_t>(DestinationBytes(lines.width)))
             return false;
         if constexpr (Step::kPlanes > 1)
             for (const std::ptrdiff_t plane : step.planes)
-                if (plane % kAlignment != 0) return false;
-        return AlignedPixels<Step::kPixelBytes, Step::kGroup>(lines.destination, kPixels) != 0;
+                if (plane % static_cast<std::ptrdiff_t>(kLanes) != 0) return false;
+        return ReachesAlignment(lines.destination) &&
+               (lines.lines == 1 || ReachesAlignment(lines.destination + lines.destinationLine));
+    }
+
+    static bool ReachesAlignment(const std::uint8_t* to) {
+        return AlignedPixels<Step::kPixelBytes, Step::kGroup>(to, kPixels) != 0;
     }
 
     /// Steps overlap where their number does not divide.

@@ -24,7 +24,7 @@ void LineStage::Begin(const Rows& rows, std::uint8_t* zeros) {
 
 void LineStage::SetSource(const Source& lines) {
     source = lines;
-    stretchBytes = wanted.pixels == 0 ? 0 : source.lineSize * kStretch / wanted.pixels;
+    columnBytes = wanted.pixels == 0 ? 0 : source.lineSize * kColumns / wanted.pixels;
 }
 
 const std::uint8_t* LineStage::Row(std::uint32_t line) {
@@ -40,13 +40,18 @@ const std::uint8_t* LineStage::Row(std::uint32_t line) {
 }
 
 void LineStage::Reach(std::size_t end) {
-    end = convertsWholeLines ? wanted.pixels : std::min((end + kStretch - 1) / kStretch * kStretch, wanted.pixels);
+    end = convertsWholeLines ? wanted.pixels : std::min((end + kColumns - 1) / kColumns * kColumns, wanted.pixels);
     for (std::uint32_t i = 0; i < count; ++i) {
         Held& row = held[i];
         if (row.reached >= end) continue;
         const std::uint8_t* const from = before == nullptr ? SourceLine(row.line) : before->Row(row.line);
         if (before != nullptr) before->Reach(end);
-        run(*this, from, RowOf(i), row.reached, end);
+        FetchAhead ahead = {};
+        if (before == nullptr && source.asks == Asks::kBoth) {
+            ahead = SourceOf(row.line + wanted.atOnce, row.reached, end);
+            ahead.bytes /= 2;
+        }
+        run(*this, from, RowOf(i), row.reached, end, ahead);
         row.reached = end;
     }
 }
@@ -58,10 +63,20 @@ const std::uint8_t* LineStage::SourceLine(std::uint32_t line) const {
 
 FetchAhead LineStage::Ahead(std::uint32_t line, std::size_t first, std::size_t end) const {
     if (before != nullptr) return before->Ahead(line, first, end);
-    if (!source.asksAhead) return {};
-    const std::size_t begin = first / kStretch * stretchBytes;
-    const std::size_t bytes = (end + kStretch - 1) / kStretch * stretchBytes - begin;
-    line += wanted.atOnce + wanted.neighbours - source.first;
+    if (source.asks == Asks::kNobody) return {};
+    FetchAhead ahead = SourceOf(line + wanted.atOnce + wanted.neighbours, first, end);
+    if (source.asks == Asks::kBoth) {
+        const std::size_t ownHalf = ahead.bytes / 2;
+        ahead = {ahead.from + ownHalf, 0, ahead.bytes - ownHalf};
+    }
+    return ahead;
+}
+
+/// The bytes of some columns of a source line, which may lie beyond the last one.
+FetchAhead LineStage::SourceOf(std::uint32_t line, std::size_t first, std::size_t end) const {
+    const std::size_t begin = first / kColumns * columnBytes;
+    const std::size_t bytes = (end + kColumns - 1) / kColumns * columnBytes - begin;
+    line -= source.first;
     const auto lineStart = reinterpret_cast<std::uintptr_t>(source.lines[line % 2]) + line / 2 * source.twoLines;
     return {lineStart + begin, 0, bytes};
 }

@@ -19,15 +19,18 @@ namespace ky {
 /// before it.
 class LineStage {
 public:
-    /// Pixels of a stretch: a whole number of steps and of pixel groups.
-    static constexpr std::size_t kStretch = 512;
+    /// Lines are there in whole numbers of so many pixels, which are whole steps and whole groups.
+    static constexpr std::size_t kColumns = 512;
     /// Bytes around a row that vectors may read, and groups of pixels write.
     static constexpr std::size_t kMargin = 128;
 
-    /// Converts the pixels of a source line from `first`, where a stretch begins, to `end`. Pixels that the conversion leaves
+    /// Converts the pixels of a source line from `first`, a multiple of kColumns, to `end`. Pixels that the conversion leaves
     /// out stay 0.
     using Run = void (*)(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                         std::size_t end);
+                         std::size_t end, const FetchAhead& ahead);
+
+    /// Who asks the memory for what is read next.
+    enum class Asks { kNobody, kNextStage, kBoth };
 
     /// Where lines come from.
     struct Source {
@@ -36,7 +39,7 @@ public:
         std::size_t lineSize;          ///< bytes
         std::uint32_t first;           ///< index of the first one
         std::uint32_t count;           ///< lines from this index on are all 0
-        bool asksAhead;                ///< there is more of it than the caches hold
+        Asks asks;                     ///< for the next lines, where there are more than the caches hold
     };
     /// What the next stage needs.
     struct Rows {
@@ -105,6 +108,7 @@ private:
     }
     std::uint8_t* RowOf(std::uint32_t slot) { return memory + slot * pitch; }
     const std::uint8_t* SourceLine(std::uint32_t line) const;
+    FetchAhead SourceOf(std::uint32_t line, std::size_t first, std::size_t end) const;
 
     Run run = nullptr;
     LineStage* before = nullptr;
@@ -112,8 +116,8 @@ private:
     Rows wanted;
     bool convertsWholeLines;
     std::size_t pitch;
-    std::size_t stretchBytes;  ///< of the source; about, where pixels share bytes
-    std::uint32_t count;       ///< of rows, a power of two
+    std::size_t columnBytes;  ///< of kColumns pixels of the source; about, where pixels share bytes
+    std::uint32_t count;      ///< of rows, a power of two
     std::uint8_t* memory;
     Held held[kMostRows];
     std::uint8_t tables[kTableBytes];
@@ -134,6 +138,14 @@ const std::uint8_t* SourceLineOf(const Band& band, std::ptrdiff_t y) {
     const std::uint8_t* const row = band.joint->before->Row(static_cast<std::uint32_t>(band.lineIndex + y));
     band.joint->before->Reach(band.width);
     return row;
+}
+
+/// What to ask for with some columns of line y of a band: what is said, or what the stage before reads next.
+template <class Band>
+FetchAhead AheadOf(const Band& band, std::ptrdiff_t y, std::size_t begin, std::size_t end) {
+    if (band.ahead.bytes != 0) return band.ahead.At(y).Part(begin, end, band.width);
+    if (band.joint == nullptr || band.joint->before == nullptr) return {};
+    return band.joint->before->Ahead(static_cast<std::uint32_t>(band.lineIndex + y), begin, end);
 }
 
 }  // namespace ky

@@ -108,6 +108,10 @@ private:
         band.hasLineBelow = lines.firstLine + (lines.height - 1) < context.destinationHeight - 1;
         band.isLarge = lines.isLarge;
         band.ahead = AheadOf(lines);
+        if (!interpolate) {  // asked for once for two lines
+            band.ahead.line /= 2;
+            band.ahead.bytes /= 2;
+        }
         band.joint = lines.joint;
         band.lineIndex = lines.firstLine;
         band.filter = makeFilter(FilterOf(context, defaultBits), blueFirst, shift);

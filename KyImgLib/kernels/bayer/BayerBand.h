@@ -29,7 +29,7 @@ struct BayerBand {
     bool hasLineAbove;        ///< the first line has a neighbour above it in the source
     bool hasLineBelow;        ///< the last line has a neighbour below it in the source
     bool isLarge;             ///< reads and writes more than the caches hold
-    FetchAhead ahead;         ///< with each line, or each two that are replicated
+    FetchAhead ahead;         ///< with each line
     LineJoint* joint;         ///< null where the source is in memory and nothing is asked
     std::uint32_t lineIndex;  ///< of the first line, for the joint
     Filter filter;

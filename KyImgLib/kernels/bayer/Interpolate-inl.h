@@ -18,7 +18,6 @@ struct InterpolationJob : InterpolatedLines {
     std::size_t begin, end;  ///< columns
     std::size_t width;       ///< of the image
     FetchAhead ahead[2];     ///< with each of the lines
-    JoinedLines joined;
 };
 
 /// How many lines; a single one with two neighbouring lines, one, or none.
@@ -34,7 +33,6 @@ public:
     HWY_INLINE void Run() const {
         const std::size_t pixels = job.end - job.begin;
         const std::size_t evenEnd = job.end - pixels % 2;
-        if (!kStream || pixels < kPixels) job.joined.Reach(job.end);
         if (pixels < kPixels)
             Staged(job.begin, pixels);
         else if constexpr (kStream)
@@ -96,16 +94,13 @@ private:
     HWY_INLINE void Stream(std::size_t evenEnd) const {
         std::size_t x = job.begin;
         const std::size_t head = AlignedBayerPixels<Writer>(Out(job, 0, x), kPixels);
-        job.joined.Reach(x + head + kMargin);
         WholeOrPart(x, head);
         x += head;
-        while (x + kPixels + kMargin <= evenEnd) {
-            const std::size_t columns = job.joined.Stretch((evenEnd - kMargin - x) / kPixels * kPixels);
-            job.joined.Reach(x + columns + kMargin);
-            Steps<true>(job, x, x + columns - kPixels, job.joined.Ahead(job.ahead, x, x + columns).of);
+        if (x + kPixels + kMargin <= evenEnd) {
+            const std::size_t columns = (evenEnd - kMargin - x) / kPixels * kPixels;
+            Steps<true>(job, x, x + columns - kPixels, job.ahead);
             x += columns;
         }
-        job.joined.Reach(job.end);
         if (x < evenEnd) WholeOrPart(x, evenEnd - x);
     }
 
@@ -231,11 +226,8 @@ public:
                                                         : Lines::kLone;
             job.out[0] = band.destination + y * band.destinationLine;
             job.out[1] = job.out[0] + band.destinationLine;
-            job.joined = {band.joint == nullptr ? nullptr : band.joint->before, band.lineIndex + y};
             const std::ptrdiff_t line = y;
-            if (band.ahead.bytes != 0)
-                for (std::ptrdiff_t i = 0; i < 2; ++i)
-                    job.ahead[i] = band.ahead.At(line + i).Part(begin, end, band.width);
+            for (std::ptrdiff_t i = 0; i < 2; ++i) job.ahead[i] = AheadOf(band, line + i, begin, end);
             // A neighbour that is missing is the other one's double, or the line's own.
             const std::ptrdiff_t above = hasAbove ? -1 : hasBelow ? 1 : 0;
             job.rows[0] = source.Line(line + above);

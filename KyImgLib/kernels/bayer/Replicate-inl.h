@@ -16,13 +16,7 @@ public:
             pair.out[0] = band.destination + line * band.destinationLine;
             pair.out[1] = pair.out[0] + band.destinationLine;
             pair.ownIsBlue = band.firstLine.ownIsBlue;
-            pair.joined = {band.joint == nullptr ? nullptr : band.joint->before, band.lineIndex + y};
-            if (band.ahead.bytes != 0) {
-                const FetchAhead both = band.ahead.At(line / 2).Part(begin, end, band.width);
-                const std::size_t half = both.bytes / 2;
-                pair.ahead[0] = {both.from, 0, half};
-                pair.ahead[1] = {both.from + half, 0, both.bytes - half};
-            }
+            for (std::ptrdiff_t i = 0; i < 2; ++i) pair.ahead[i] = AheadOf(band, line + i, begin, end);
             if (band.firstLine.greenFirst)
                 stream ? Convert<true, true>(pair, begin, end) : Convert<true, false>(pair, begin, end);
             else
@@ -41,30 +35,24 @@ private:
         const std::uint8_t* rows[2];
         std::uint8_t* out[2];
         bool ownIsBlue;
-        JoinedLines joined;
         FetchAhead ahead[2];
     };
 
     template <bool kGreenFirst, bool kStream>
     void Convert(const LinePair& pair, std::size_t begin, std::size_t end) const {
         const Output output(Stage(band.filter));
-        if (!kStream || end - begin < kPixels) pair.joined.Reach(end);
         if (end - begin < kPixels) {
             Staged<kGreenFirst>(pair, output, begin, end);
         } else if constexpr (kStream) {
             // Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.
             std::size_t x =
                 begin + AlignedBayerPixels<Writer>(pair.out[0] + begin * Writer::kPixelBytes, kPixels) % kPixels;
-            pair.joined.Reach(x);
             Staged<kGreenFirst>(pair, output, begin, x);
-            while (x + kPixels <= end) {
-                const std::size_t columns = pair.joined.Stretch((end - x) / kPixels * kPixels);
-                pair.joined.Reach(x + columns);
-                Steps<kGreenFirst, true>(pair, output, x, x + columns - kPixels,
-                                         pair.joined.Ahead(pair.ahead, x, x + columns).of);
+            if (x + kPixels <= end) {
+                const std::size_t columns = (end - x) / kPixels * kPixels;
+                Steps<kGreenFirst, true>(pair, output, x, x + columns - kPixels, pair.ahead);
                 x += columns;
             }
-            pair.joined.Reach(end);
             Staged<kGreenFirst>(pair, output, x, end);
         } else {
             Steps<kGreenFirst, false>(pair, output, begin, end - kPixels, pair.ahead);
@@ -116,7 +104,7 @@ private:
         std::uint8_t result[2][kPixels * Writer::kPixelBytes];
         for (int row = 0; row < 2; ++row)
             std::memcpy(input[row], pair.rows[row] + begin * sizeof(Sample), pixels * sizeof(Sample));
-        LinePair staged = {{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue, {}, {}};
+        LinePair staged = {{input[0], input[1]}, {result[0], result[1]}, pair.ownIsBlue, {}};
         Steps<kGreenFirst, false>(staged, output, 0, 0, staged.ahead);
         for (int line = 0; line < 2; ++line)
             std::memcpy(pair.out[line] + begin * Writer::kPixelBytes, result[line], pixels * Writer::kPixelBytes);

@@ -8,23 +8,24 @@ struct ReadableBytes {
     const std::uint8_t* end;
 };
 
-/// Rows that lie so in the source.
+/// Rows that lie so in the source, or come so from the stage before in a chain.
+template <class Band>
 class DirectLines {
 public:
-    template <class Band>
-    explicit DirectLines(const Band& band)
-        : first(band.source), pitch(band.sourceLine), lowest(band.source - (band.hasLineAbove ? band.sourceLine : 0)),
-          end(band.source + (band.lines - (band.hasLineBelow ? 0 : 1)) * band.sourceLine +
-              std::size_t{band.width} * band.sourceStep) {}
+    explicit DirectLines(const Band& source) : band(source) {}
 
-    const std::uint8_t* Line(std::ptrdiff_t y) { return first + y * pitch; }
-    ReadableBytes Readable() const { return {lowest, end}; }
+    const std::uint8_t* Line(std::ptrdiff_t y) { return SourceLineOf(band, y); }
+
+    ReadableBytes Readable() const {
+        // A stage's rows have margins that hold all that a kernel reaches from one.
+        if (band.joint != nullptr) return {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)};
+        return {band.source - (band.hasLineAbove ? band.sourceLine : 0),
+                band.source + (band.lines - (band.hasLineBelow ? 0 : 1)) * band.sourceLine +
+                    std::size_t{band.width} * band.sourceStep};
+    }
 
 private:
-    const std::uint8_t* first;
-    std::ptrdiff_t pitch;
-    const std::uint8_t* lowest;
-    const std::uint8_t* end;
+    const Band& band;
 };
 
 /// Rows of bytes gathered from a source with more than one byte for each sample: a stretch of columns of the four lines that
@@ -67,47 +68,6 @@ private:
     std::uint8_t rows[kRows][kMargin + kStretch + 2 + kMargin];
 };
 
-/// Rows that come from the stage before in a chain, with room for whole vectors around. They are there once they were
-/// reached.
-class StageLines {
-public:
-    explicit StageLines(LineStage& stage, std::uint32_t lineIndex) : before(stage), first(lineIndex) {}
-
-    const std::uint8_t* Line(std::ptrdiff_t y) { return before.Row(static_cast<std::uint32_t>(first + y)); }
-    /// All that a kernel reaches from a row, which the margins hold.
-    ReadableBytes Readable() const { return {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)}; }
-
-private:
-    LineStage& before;
-    std::ptrdiff_t first;
-};
-
-/// Some lines whose rows may come from the stage before.
-struct JoinedLines {
-    LineStage* before;  ///< null when the rows are there
-    std::uint32_t line;
-
-    void Reach(std::size_t column) const {
-        if (before != nullptr) before->Reach(column);
-    }
-    /// Of so many columns, how many to convert before more are reached.
-    std::size_t Stretch(std::size_t columns) const {
-        return before == nullptr ? columns : std::min(columns, LineStage::kStretch);
-    }
-    template <std::size_t kLines>
-    struct LinesAhead {
-        FetchAhead of[kLines];
-    };
-    /// What to ask for with a stretch of columns; `whole` is for all columns of a line, where rows are there.
-    template <std::size_t kLines>
-    LinesAhead<kLines> Ahead(const FetchAhead (&whole)[kLines], std::size_t begin, std::size_t end) const {
-        LinesAhead<kLines> ahead;
-        for (std::uint32_t i = 0; i < kLines; ++i)
-            ahead.of[i] = before == nullptr ? whole[i] : before->Ahead(line + i, begin, end);
-        return ahead;
-    }
-};
-
 /// Pixels from `out` to the last one, among `most`, from which lines can be streamed; an even number, as cells are.
 template <class Writer>
 HWY_INLINE std::size_t AlignedBayerPixels(const std::uint8_t* out, std::size_t most) {
@@ -126,17 +86,12 @@ bool MayStream(const Band& band, std::size_t pixels) {
 template <class Band, class Work>
 void OnLines(const Band& band, const Work& work) {
     const bool liesReady = band.sourceStep == sizeof(typename Band::Sample);
-    if (band.joint != nullptr) {
-        if (band.joint->asked != nullptr) {
-            band.joint->takesLines = liesReady;
-            return;
-        }
-        StageLines lines(*band.joint->before, band.lineIndex);
-        work.Run(lines, 0, band.width);
+    if (band.joint != nullptr && band.joint->asked != nullptr) {
+        band.joint->takesLines = liesReady;
         return;
     }
     if (liesReady) {
-        DirectLines lines(band);
+        DirectLines<Band> lines(band);
         work.Run(lines, 0, band.width);
         return;
     }

@@ -142,7 +142,7 @@ void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* t
 
 template <class Reader, class Writer, class Band>
 void ConvertGatheredAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                            std::size_t end) {
+                            std::size_t end, const FetchAhead&) {
     const auto& band = stage.Kept<Band>();
     end = std::min((end + Reader::kGroup - 1) / Reader::kGroup * Reader::kGroup, band.width);
     ConvertGathered<Reader, Writer>(band, from, to, first, end);

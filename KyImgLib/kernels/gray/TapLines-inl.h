@@ -142,8 +142,8 @@ public:
 private:
     using Runs = std::array<TapRun, 4>;
 
-    static void RunAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t,
-                           std::size_t) {
+    static void RunAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t, std::size_t,
+                           const FetchAhead&) {
         const auto& band = stage.Kept<GrayBand>();
         const Reader reader(band);
         const std::size_t groups = band.width / kTaps;
