@@ -32,9 +32,10 @@ public:
         if (left.width == 0) return;
         const bool stream = MayStream(left);
         for (std::uint32_t line = 0; line < left.lines; ++line) {
-            if (stream)
+            if (stream) {
+                AskForEnd(left.destination, left.width);
                 Stream(left.source, left.destination, left.width, left.ahead.At(line));
-            else
+            } else
                 Cover(left.source, left.destination, left.width, left.ahead.At(line));
             left.source += left.sourceLine;
             left.destination += left.destinationLine;
@@ -85,6 +86,7 @@ private:
         std::uint8_t* to = band.destination;
         for (std::uint32_t line = 0; line < band.lines; ++line, to += band.destinationLine) {
             const std::uint8_t* const row = before.Row(band.lineIndex + line);
+            if (stream) AskForEnd(to, band.width);
             for (std::size_t x = 0, pixels; x < band.width; x += pixels) {
                 std::uint8_t* const out = to + DestinationBytes(x);
                 pixels = kStretch;
@@ -124,6 +126,16 @@ private:
             Staged(step, from, to, width);
         else
             Steps<false>(step, from, to, width, ahead);
+    }
+
+    /// Where a streamed line ends within a line of the cache, that is read before it is written. All later writes would wait
+    /// for it.
+    void AskForEnd(std::uint8_t* to, std::size_t width) const {
+        std::uint8_t* const end = to + DestinationBytes(width);
+        if (IsAligned(end)) return;
+        hwy::Prefetch(end);
+        if constexpr (Step::kPlanes > 1)
+            for (const std::ptrdiff_t plane : step.planes) hwy::Prefetch(end + plane);
     }
 
     /// Streaming writes must not meet ordinary ones in a cache line, so the ends are cut to fit.

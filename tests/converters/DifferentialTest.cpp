@@ -92,9 +92,11 @@ TEST_P(LineFrame, LargerThanTheCaches) {
         const std::size_t sourceLine = kind.layout.LineBytes(width);
         const std::vector<std::uint8_t> source = random.Bytes(sourceLine * height + 64);
         const FilterCase& filter = FiltersOf(kind.samples)[1 + random.Below(2)];
-        // Lines that are all aligned to 64 bytes, all a pixel after that, and each in a way of its own.
+        // Lines that are all aligned to 64 bytes, all a pixel after that, each at another pixel after it, and without gaps.
         const std::uint32_t toNext = 64 - width * pixelBytes % 64;
-        const struct { std::uint32_t padding, start; } places[] = {{toNext, 0}, {toNext, pixelBytes}, {0, 5}};
+        const struct {
+            std::uint32_t padding, start;
+        } places[] = {{toNext, 0}, {toNext, pixelBytes}, {pixelBytes, 0}, {0, 5}};
         for (const auto& place : places) {
             const std::size_t lineSize = width * pixelBytes + (planar ? 0 : place.padding);
             const auto convert = [&](std::uint32_t level, std::vector<std::uint8_t>& bytes) {

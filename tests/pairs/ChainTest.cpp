@@ -167,7 +167,7 @@ TEST(ChainFrame, LargerThanTheCaches) {
     for (const Path& path : ends) {
         const KyPixelConverter& registered = Registered(path.front(), path.back());
         Chain chain{PathOf(registered)};
-        for (const bool linesAreAligned : {false, true}) {  // and can be streamed one by one
+        for (const bool linesAreAligned : {false, true}) {  // each begins with a line of the cache
             AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
             if (linesAreAligned) test.sourceWidth -= test.sourceWidth % 64;
             test.width = test.destinationWidth = test.sourceWidth;
