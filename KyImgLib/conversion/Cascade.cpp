@@ -67,8 +67,9 @@ bool Cascade::IsYUV() const {
     return (stages[0].converter->GetSourceType() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
 }
 
-/// Whether a stage has colours to compute, and does not only move samples.
-bool Cascade::Computes(const Stage& stage) {
+/// Whether a stage gives whole colours, which mostly takes arithmetic. (To move their bytes takes less, but more than to move
+/// samples. No chain of the library's has RGB16 in between.)
+bool Cascade::MakesColours(const Stage& stage) {
     constexpr std::uint32_t kColourBytes = 3;
     return stage.converter->GetDestinationByteSize() >= kColourBytes;
 }
@@ -77,7 +78,7 @@ std::size_t Cascade::Prepare() {
     JoinStages();
     // The stage that would leave memory idle asks for the source: one of much arithmetic, otherwise the one that writes.
     const std::size_t taker = TakerOf(0);
-    firstAsks = isLarge && (taker == count - 1 || Computes(stages[taker]));
+    firstAsks = isLarge && (taker == count - 1 || MakesColours(stages[taker]));
     std::size_t bytesOfLine = 0;
     std::uint32_t surplus = 0, fewestLines = kFewestLines;
     for (std::size_t i = 0; i < count; ++i) {
@@ -97,7 +98,7 @@ std::size_t Cascade::Prepare() {
     return bufferBytes;
 }
 
-/// Asks each stage whether the next one can take its lines by stretches.
+/// Asks each stage whether the next one can take its lines as it needs them.
 void Cascade::JoinStages() {
     if (wanted.width < kNarrowestJoined) return;
     for (std::size_t i = 0; i < count; ++i) {
@@ -233,9 +234,9 @@ LineStage::Source Cascade::SourceOf(std::size_t index) const {
                 UINT32_MAX,
                 LineStage::Asks::kNobody};
     }
-    const LineStage::Asks asks = !firstAsks        ? LineStage::Asks::kNobody
-                                 : Computes(stage) ? LineStage::Asks::kBoth
-                                                   : LineStage::Asks::kNextStage;
+    const LineStage::Asks asks = !firstAsks            ? LineStage::Asks::kNobody
+                                 : MakesColours(stage) ? LineStage::Asks::kBoth
+                                                       : LineStage::Asks::kNextStage;
     if (IsInterlaced()) {
         const Fields fields = KyPixelConverter::FieldsOf(stage.context, image);
         return {{fields.lines[0], fields.lines[1]}, lineSize, lineSize, 0, stage.lines, asks};

@@ -65,7 +65,7 @@ private:
     bool IsLast(const Stage& stage) const { return &stage == &stages[count - 1]; }
     bool IsInterlaced() const;
     bool IsYUV() const;
-    static bool Computes(const Stage& stage);
+    static bool MakesColours(const Stage& stage);
     void JoinStages();
     std::size_t BufferBytes(std::size_t index) const;
     LineStage::Rows RowsOf(std::size_t index) const;
@@ -85,8 +85,9 @@ private:
     std::uint32_t linesAtOnce;
     std::uint32_t turn = 0;  ///< of the fields of an interlaced image
     std::size_t bufferBytes;
-    bool isLarge;    ///< see KyLinePass
-    bool firstAsks;  ///< the first stage, or those joined to it, ask for what is read next; otherwise the last one
+    bool isLarge;  ///< see KyLinePass
+    bool
+        firstAsks;  ///< of a large area: the first stage or those joined to it ask for what is read next, not the last one
     const std::uint8_t* image;
     std::uint8_t* output;
 };

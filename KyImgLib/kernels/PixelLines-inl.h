@@ -103,8 +103,9 @@ private:
         }
     }
 
-    /// Lines must not overlap, and each must reach an aligned address, in all planes after the same number of pixels. If the
-    /// first two do, all do: they differ by whole numbers of what the first two differ by.
+    /// Lines must not overlap, and each must reach an aligned address, in all planes after the same number of pixels. Groups
+    /// of pixels lead to one from every so many bytes. If the first two lines begin there, all do: the distance between them
+    /// is a whole number of those.
     bool MayStream(const PixelBand& lines) const {
         if (!lines.isLarge || lines.width < kPixels) return false;
         if (lines.lines > 1 && lines.destinationLine < static_cast<std::ptrdiff_t>(DestinationBytes(lines.width)))

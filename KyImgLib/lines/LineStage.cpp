@@ -24,7 +24,7 @@ void LineStage::Begin(const Rows& rows, std::uint8_t* zeros) {
 
 void LineStage::SetSource(const Source& lines) {
     source = lines;
-    columnBytes = wanted.pixels == 0 ? 0 : source.lineSize * kColumns / wanted.pixels;
+    columnBytes = source.lineSize * kColumns / wanted.pixels;
 }
 
 const std::uint8_t* LineStage::Row(std::uint32_t line) {

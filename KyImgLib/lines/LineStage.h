@@ -10,9 +10,9 @@
 
 namespace ky {
 
-/// A stage of a chain whose lines the next stage takes as it needs them, a stretch at a time. So what lies between the two
-/// stays in the first-level cache, and while one waits for memory the other can work: whole lines, one stage after the
-/// other, would leave the processor and the memory idle in turn.
+/// A stage of a chain whose lines the next stage takes as it needs them: a stretch at a time, or whole ones where it needs
+/// their neighbours. So what lies between the two stays in a near cache, and while one waits for memory the other can work:
+/// many lines, one stage after the other, would leave the processor and the memory idle in turn.
 ///
 /// A stage is made ready once for all lines. Calling a pass function for each stretch made chains two to three times slower;
 /// probably because what has just been written as single numbers and is read as a vector waits for the streaming writes
@@ -25,11 +25,12 @@ public:
     static constexpr std::size_t kMargin = 128;
 
     /// Converts the pixels of a source line from `first`, a multiple of kColumns, to `end`. Pixels that the conversion leaves
-    /// out stay 0.
+    /// out stay 0. Meanwhile it asks for `ahead`, which has bytes only where `Asks` says both.
     using Run = void (*)(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
                          std::size_t end, const FetchAhead& ahead);
 
-    /// Who asks the memory for what is read next.
+    /// Who asks the memory for what is read next: none of the two, the next stage, or each for half of it, where this one
+    /// gives colours. Stages that give single samples need not be able to.
     enum class Asks { kNobody, kNextStage, kBoth };
 
     /// Where lines come from.

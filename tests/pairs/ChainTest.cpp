@@ -159,18 +159,19 @@ TEST_P(ChainStrips, OfHighImages) {
 
 /// Whose last stage writes past the caches, and of which one asks for the source ahead.
 TEST(ChainFrame, LargerThanTheCaches) {
-    const Path ends[] = {{0x00420012, KY_TYPE_RGB24_PLANAR},
-                         {0x01020010, KY_TYPE_RGB32},
-                         {0x00040001, KY_TYPE_RGB24_PLANAR},
+    const Path ends[] = {{0x00420012, KY_TYPE_RGB24_PLANAR}, {0x01020010, KY_TYPE_RGB32},
+                         {0x00040001, KY_TYPE_RGB24_PLANAR}, {0x00640006, KY_TYPE_RGB24_PLANAR},
+                         {0x02610003, KY_TYPE_BGR32},        {0x00610002, KY_TYPE_RGB24},
                          {0x00220011, KY_TYPE_RGB24}};
     const Picture source = support::Random(12).Bytes(4600 * 3600 * 2 + kRoom);
     for (const Path& path : ends) {
         const KyPixelConverter& registered = Registered(path.front(), path.back());
         Chain chain{PathOf(registered)};
-        for (const bool linesAreAligned : {false, true}) {  // each begins with a line of the cache
+        for (const bool linesAreAligned : {false, true}) {  // and Bayer can stream them
             AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
             if (linesAreAligned) test.sourceWidth -= test.sourceWidth % 64;
             test.width = test.destinationWidth = test.sourceWidth;
+            test.height = test.sourceLines = test.destinationLines = 55 * 64;  // so planes are aligned
             test.padding = 0;
             EXPECT_EQ("", chain.Run(registered, test, source));
         }

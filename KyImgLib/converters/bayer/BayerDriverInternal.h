@@ -108,7 +108,7 @@ private:
         band.hasLineBelow = lines.firstLine + (lines.height - 1) < context.destinationHeight - 1;
         band.isLarge = lines.isLarge;
         band.ahead = AheadOf(lines);
-        if (!interpolate) {  // asked for once for two lines
+        if (!interpolate) {  // a line call, for which this is, has two lines
             band.ahead.line /= 2;
             band.ahead.bytes /= 2;
         }

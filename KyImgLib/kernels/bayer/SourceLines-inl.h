@@ -10,11 +10,11 @@ struct ReadableBytes {
 
 /// Rows that lie so in the source, or come so from the stage before in a chain.
 template <class Band>
-class DirectLines {
+class ReadyLines {
 public:
-    explicit DirectLines(const Band& source) : band(source) {}
+    explicit ReadyLines(const Band& source) : band(source) {}
 
-    const std::uint8_t* Line(std::ptrdiff_t y) { return SourceLineOf(band, y); }
+    const std::uint8_t* Line(std::ptrdiff_t y) const { return SourceLineOf(band, y); }
 
     ReadableBytes Readable() const {
         // A stage's rows have margins that hold all that a kernel reaches from one.
@@ -91,7 +91,7 @@ void OnLines(const Band& band, const Work& work) {
         return;
     }
     if (liesReady) {
-        DirectLines<Band> lines(band);
+        ReadyLines<Band> lines(band);
         work.Run(lines, 0, band.width);
         return;
     }

@@ -121,7 +121,8 @@ void ConvertPixels(const Band& band) {
 
 /// Samples of bytes that lie apart are gathered first, in stretches that the first-level cache holds.
 template <class Reader, class Writer, class Band>
-void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* to, std::size_t first, std::size_t end) {
+void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* to, std::size_t first, std::size_t end,
+                     const FetchAhead& ahead) {
     constexpr std::size_t kStretch = 2048;
     std::uint8_t samples[kStretch / Reader::kGroup * Reader::kGroupBytes];
     const std::size_t groupBytes = Reader::kGroupBytes * band.sampleBytes;
@@ -134,6 +135,7 @@ void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* t
     stretch.places[2] = 2;
     for (std::size_t x = first; x < end; x += kStretch) {
         stretch.width = std::min(kStretch, end - x);
+        stretch.ahead = ahead.Part(x - first, x - first + stretch.width, end - first);
         Reader::Gather(band, from + x / Reader::kGroup * groupBytes, stretch.width, samples);
         stretch.destination = to + x * Writer::kPixelBytes;
         ConvertPixels<Reader, Writer>(stretch);
@@ -144,10 +146,10 @@ void ConvertGathered(const Band& band, const std::uint8_t* from, std::uint8_t* t
 
 template <class Reader, class Writer, class Band>
 void ConvertGatheredAsStage(const LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                            std::size_t end, const FetchAhead&) {
+                            std::size_t end, const FetchAhead& ahead) {
     const auto& band = stage.Kept<Band>();
     end = std::min((end + Reader::kGroup - 1) / Reader::kGroup * Reader::kGroup, band.width);
-    ConvertGathered<Reader, Writer>(band, from, to, first, end);
+    ConvertGathered<Reader, Writer>(band, from, to, first, end, ahead);
 }
 
 #endif
@@ -162,7 +164,8 @@ void ConvertColour(const Band& band) {
 #endif
             for (std::uint32_t line = 0; line < band.lines; ++line)
                 ConvertGathered<Reader, Writer>(band, band.source + line * band.sourceLine,
-                                                band.destination + line * band.destinationLine, 0, band.width);
+                                                band.destination + line * band.destinationLine, 0, band.width,
+                                                band.ahead.At(line));
             return;
         }
     }
