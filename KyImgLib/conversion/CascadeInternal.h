@@ -85,9 +85,8 @@ private:
     std::uint32_t linesAtOnce;
     std::uint32_t turn = 0;  ///< of the fields of an interlaced image
     std::size_t bufferBytes;
-    bool isLarge;  ///< see KyLinePass
-    bool
-        firstAsks;  ///< of a large area: the first stage or those joined to it ask for what is read next, not the last one
+    bool isLarge;    ///< see KyLinePass
+    bool firstAsks;  ///< the first stage and those joined to it ask for what is read next; else the last, if large
     const std::uint8_t* image;
     std::uint8_t* output;
 };
