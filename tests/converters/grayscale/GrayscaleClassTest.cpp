@@ -25,12 +25,9 @@ Numbers NumbersOf(Arguments... arguments) {
 
 TEST(GrayscaleClass, TakesNumbersFromItsArguments) {
     EXPECT_EQ((Numbers{0x00010002, 2, 2, 2, 1}), (NumbersOf<KyGrayscale10PackedGEVToGrayscale10>()));
-    EXPECT_EQ((Numbers{0x00010003, 2, 2, 2, 1}), (NumbersOf<KyGrayscale12PackedGEVToGrayscale12>()));
     EXPECT_EQ((Numbers{0x00010077, 2, 2, 4, 1}), (NumbersOf<KyGrayscale16ToGrayscale16RightShift>(0x00010077, 4u)));
-    EXPECT_EQ((Numbers{0x00010077, 2, 2, 4, 1}), (NumbersOf<KyGrayscale16ToGrayscale16LeftShift>(0x00010077, 4u)));
     EXPECT_EQ((Numbers{0x00010001, 2, 1, 4, 1}), (NumbersOf<KyGrayscale16ToGrayscale8>(4u)));
     EXPECT_EQ((Numbers{0x00010001, 2, 1, 4, 1}), (NumbersOf<KyGrayscale16NormalizedToGrayscale8>()));
-    EXPECT_EQ((Numbers{KY_TYPE_RGB16, 1, 2, 4, 1}), (NumbersOf<KyGrayscale8ToRGB16>(0u)));
     EXPECT_EQ((Numbers{KY_TYPE_RGB24, 2, 3, 4, 1}), (NumbersOf<KyGrayscale8ToRGB24>(false, 1u)));
     EXPECT_EQ((Numbers{KY_TYPE_BGR32, 3, 4, 4, 1}), (NumbersOf<KyGrayscale8ToRGB32>(true, 2u)));
 
@@ -38,9 +35,7 @@ TEST(GrayscaleClass, TakesNumbersFromItsArguments) {
     const auto typeAndSizes = [](Numbers numbers) { return Numbers(numbers.begin(), numbers.begin() + 3); };
     EXPECT_EQ((Numbers{KY_TYPE_BGR24, 2, 3}), typeAndSizes(NumbersOf<KyGrayscale16ToRGB24>(true, 2u)));
     EXPECT_EQ((Numbers{KY_TYPE_RGB16, 2, 2}), typeAndSizes(NumbersOf<KyGrayscale16PackedToRGB16>(2u, 3u)));
-    EXPECT_EQ((Numbers{KY_TYPE_BGR24, 2, 3}), typeAndSizes(NumbersOf<KyGrayscale16SegmentedToRGB24_32>(true, 2u, 3u)));
     EXPECT_EQ((Numbers{KY_TYPE_RGB32, 2, 4}), typeAndSizes(NumbersOf<KyGrayscale16SegmentedToRGB24_32>(false, 2u, 4u)));
-    EXPECT_EQ((Numbers{0x00010001, 2, 1}), typeAndSizes(NumbersOf<KyGrayscale16PackedGEVToGrayscale8>()));
     EXPECT_EQ(2, NumbersOf<KyDualLinesGrayscale8ToGrayscale8>(0x00010001)[4]);
 }
 
