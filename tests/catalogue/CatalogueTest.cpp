@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <typeinfo>
@@ -118,6 +119,17 @@ TEST(Catalogue, ConvertersLeadFromEveryTypeToWhatUsersWant) {
         }
     }
     EXPECT_GT(pairs, 1000) << "and there are types to begin with";
+}
+
+/// Nobody has to go through a type in between by hand.
+TEST(Catalogue, WhereTwoConvertersLeadOneDoes) {
+    std::multimap<std::int64_t, std::int64_t> destinations;
+    std::int64_t source = 0, destination = 0;
+    for (std::uint32_t i = 0; Factory::EnumConverters(i, source, destination); ++i)
+        destinations.emplace(source, destination);
+    for (const auto& [first, between] : destinations)
+        for (auto [next, end] = destinations.equal_range(between); next != end; ++next)
+            EXPECT_TRUE(Factory::HasConverter(first, next->second)) << Describe(Path{first, between, next->second});
 }
 
 }  // namespace

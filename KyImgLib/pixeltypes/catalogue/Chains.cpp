@@ -4,6 +4,8 @@
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 #include <KyImgLib/pixeltypes/catalogue/Constructor.h>
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace ky {
@@ -27,13 +29,32 @@ std::int64_t PlainType(const KyPixelType& type) {
     }
 }
 
-/// What users want of a picture of some type.
-std::vector<std::int64_t> WantedTypes(const KyPixelType& type) {
-    std::vector<std::int64_t> wanted = {PlainType(type)};
-    if ((type.GetTypeID() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE) wanted.push_back(KY_TYPE_GRAYSCALE8);
-    wanted.insert(wanted.end(),
-                  {KY_TYPE_RGB24, KY_TYPE_BGR24, KY_TYPE_RGB32, KY_TYPE_BGR32, KY_TYPE_RGB16, KY_TYPE_RGB24_PLANAR});
-    return wanted;
+/// A direct converter's source and destination, which differ.
+using Step = std::pair<std::int64_t, std::int64_t>;
+
+/// All steps in ascending order.
+std::vector<Step> DirectSteps(const BuiltInConverters& converters, const std::vector<const KyPixelType*>& types) {
+    std::vector<Step> steps;
+    steps.reserve(converters.size() + types.size());
+    for (const auto& converter : converters)
+        steps.emplace_back(converter->GetSourceType(), converter->GetDestinationType());
+    // The registry's own identity converters deinterlace.
+    for (const KyPixelType* const type : types)
+        if ((type->GetTypeID() & KY_TYPE_INTERLACED) != 0)
+            steps.emplace_back(type->GetTypeID(), KyDeinterlacedTypeID(type->GetTypeID()));
+    std::sort(steps.begin(), steps.end());
+    return steps;
+}
+
+/// Every type that one or more steps lead to from `type`, its plain type first: chains to the others may go through it.
+std::vector<std::int64_t> ReachableTypes(const std::vector<Step>& steps, const KyPixelType& type) {
+    std::vector<std::int64_t> reached = {PlainType(type), type.GetTypeID()};
+    for (std::size_t i = 0; i < reached.size(); ++i)
+        for (auto step = std::lower_bound(steps.begin(), steps.end(), Step(reached[i], 0));
+             step != steps.end() && step->first == reached[i]; ++step)
+            if (std::find(reached.begin(), reached.end(), step->second) == reached.end())
+                reached.push_back(step->second);
+    return reached;
 }
 
 /// A converter through `intermediate`, when there are two that lead there and on.
@@ -46,14 +67,19 @@ bool AddChain(Constructor& construct, std::int64_t source, std::int64_t intermed
     return true;
 }
 
-void AddChainsFrom(Constructor& construct, const KyPixelType& type) {
-    const std::int64_t source = type.GetTypeID();
-    for (const std::int64_t destination : WantedTypes(type)) {
+void AddChainsFrom(Constructor& construct, const std::vector<Step>& steps, const KyPixelType& type) {
+    const std::int64_t source = type.GetTypeID(), plain = PlainType(type);
+    for (const std::int64_t destination : ReachableTypes(steps, type)) {
         if (KyPixelTypeFactory::HasConverter(source, destination)) continue;
-        // The first that leads there: no more of the picture is lost than the destination asks for.
-        const std::int64_t ways[] = {PlainType(type), PlainType(type) | (source & KY_TYPE_NORMALIZED), KY_TYPE_RGB24};
-        for (const std::int64_t way : ways)
-            if (AddChain(construct, source, way, destination)) break;
+        // Where several would do, the first one loses nothing that the destination keeps.
+        const std::int64_t intermediates[] = {
+            destination & ~KY_TYPE_NORMALIZED,      // the destination's samples, still right-aligned
+            plain,                                  // the source's samples, right-aligned
+            plain | (source & KY_TYPE_NORMALIZED),  // the source's samples as they are aligned
+            KY_TYPE_RGB24,                          // 8 bits of each colour, for sources that have no plain samples
+        };
+        for (const std::int64_t intermediate : intermediates)
+            if (AddChain(construct, source, intermediate, destination)) break;
     }
 }
 
@@ -64,10 +90,11 @@ void ConstructChains(Constructor& construct) {
     std::int64_t id = 0;
     for (std::uint32_t index = 0; KyPixelTypeFactory::EnumPixelTypes(index, id); ++index)
         if ((id & KY_TYPE_PLANAR) == 0) types.push_back(KyPixelTypeFactory::FindPixelType(id));
+    const std::vector<Step> steps = DirectSteps(construct.Converters(), types);
     // Plain types first: chains from the others go on with theirs.
     for (const bool plain : {true, false})
         for (const KyPixelType* const type : types)
-            if ((PlainType(*type) == type->GetTypeID()) == plain) AddChainsFrom(construct, *type);
+            if ((PlainType(*type) == type->GetTypeID()) == plain) AddChainsFrom(construct, steps, *type);
 }
 
 }  // namespace ky

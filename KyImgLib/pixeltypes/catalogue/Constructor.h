@@ -19,6 +19,7 @@ public:
         converters.emplace_back(new Converter(arguments...));
     }
 
+    const BuiltInConverters& Converters() const { return converters; }
     BuiltInConverters Take() { return std::move(converters); }
 
 private:
@@ -31,7 +32,7 @@ void ConstructGrayscaleConverters(Constructor& construct);
 void ConstructColourConverters(Constructor& construct);
 ///@}
 
-/// Chains of two of the converters that there are, from every type to what users want of it and nothing leads to directly.
+/// Chains of two of the converters that there are, for every pair of types that several steps connect and none directly.
 void ConstructChains(Constructor& construct);
 
 }  // namespace ky
