@@ -30,6 +30,7 @@ private:
 ///@{
 void ConstructGrayscaleConverters(Constructor& construct);
 void ConstructColourConverters(Constructor& construct);
+void ConstructBayerConverters(Constructor& construct);
 ///@}
 
 /// Chains of two of the converters that there are, for every pair of types that several steps connect and none directly.
