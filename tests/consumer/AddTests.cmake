@@ -4,8 +4,12 @@ find_program(PKG_CONFIG_PROGRAM NAMES pkg-config pkgconf REQUIRED)
 set(consumer ${CMAKE_CURRENT_LIST_DIR})
 set(work ${CMAKE_CURRENT_BINARY_DIR}/consumer)
 
+set(manual "")
+if(TARGET kyimg AND NOT WIN32)
+  set(manual ${CMAKE_INSTALL_MANDIR}/man1/kyimg.1)
+endif()
 add_test(NAME consumer/Install COMMAND ${CMAKE_COMMAND}
-  -D BUILD=${PROJECT_BINARY_DIR} -D WORK=${work} -D CONFIG=$<CONFIG> -P ${consumer}/Install.cmake)
+  -D BUILD=${PROJECT_BINARY_DIR} -D WORK=${work} -D CONFIG=$<CONFIG> -D MANUAL=${manual} -P ${consumer}/Install.cmake)
 set_tests_properties(consumer/Install PROPERTIES FIXTURES_SETUP installed)
 
 set(find_options -DCMAKE_PREFIX_PATH=${work}/prefix)
