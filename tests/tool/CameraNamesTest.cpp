@@ -43,17 +43,18 @@ TEST_F(CameraNamesTest, StandForTypes) {
     EXPECT_NE(TypeOf("Mono12Packd").find("did you mean Mono12Packed (0x00410009)"), std::string::npos);
 }
 
-TEST_F(CameraNamesTest, TellTheOrderOfAMosaic) {
-    for (const auto& [name, order] : std::map<std::string, std::string>{
+TEST_F(CameraNamesTest, TellTheBayerPattern) {
+    for (const auto& [name, pattern] : std::map<std::string, std::string>{
              {"BayerRG8", "RGGB"}, {"BA10", "GRBG"}, {"bggr12le", "BGGR"}, {"BayerGB12Packed", "GBRG"}})
-        EXPECT_NE(Run("info " + name).output.find("\ncolour order   " + order), std::string::npos) << name;
+        EXPECT_NE(Run("info " + name).output.find("\nBayer pattern  " + pattern), std::string::npos) << name;
     for (const char* name : {"0x20010", "'Bayer RGB 8-bits'", "Mono8"})
-        EXPECT_EQ(Run(std::string("info ") + name).output.find("colour order "), std::string::npos) << name;
+        EXPECT_EQ(Run(std::string("info ") + name).output.find("Bayer pattern "), std::string::npos) << name;
 }
 
 /// What PFNC's rules for names say, against the attributes of the types.
 TEST_F(CameraNamesTest, AgreeWithTheAttributesOfTypes) {
-    const std::map<std::string, std::string> orders = {{"GR", "GRBG"}, {"RG", "RGGB"}, {"GB", "GBRG"}, {"BG", "BGGR"}};
+    const std::map<std::string, std::string> patterns = {
+        {"GR", "GRBG"}, {"RG", "RGGB"}, {"GB", "GBRG"}, {"BG", "BGGR"}};
     const std::regex gray("(?:Mono|Bayer(..))([0-9]+)(Packed)?");
     const std::regex rgb("(?:RGB|BGR)(a?)([0-9]+)(?:a32|Packed|_Planar)?");
     std::map<std::string, std::set<std::string>> familiesByName;
@@ -74,7 +75,7 @@ TEST_F(CameraNamesTest, AgreeWithTheAttributesOfTypes) {
                 EXPECT_EQ(type["bits"], std::stoi(parts[2]));
                 EXPECT_EQ(type["packed"], parts[3].matched);
                 ASSERT_EQ(type["bayer"], parts[1].matched);
-                EXPECT_EQ(known.value("bayer", ""), parts[1].matched ? orders.at(parts[1]) : "");
+                EXPECT_EQ(known.value("bayer", ""), parts[1].matched ? patterns.at(parts[1]) : "");
             } else if (known["standard"] == "PFNC" && std::regex_match(name, parts, rgb)) {
                 const int channels = parts[1].length() > 0 || name.ends_with("a32") ? 4 : 3;
                 EXPECT_EQ(type["bytes"], channels * (std::stoi(parts[2]) > 8 ? 2 : 1));

@@ -2,6 +2,8 @@
 
 #include <KyImgLib/KyImgLib.h>
 
+#include <sstream>
+
 namespace {
 
 /// A message is one line, says who speaks, and contains `text`.
@@ -39,7 +41,7 @@ TEST_F(CommandLineTest, MistakesAreToldAndLeaveNothing) {
         {"--type nonsense --size 640x4", 2, "kyimg list types"},
         {"--type 0x10001 --size 640x4 --to 0x40001", 1, "there are ones to Grayscale 8-bits (0x00010001)"},
         {"--type 0x20010 --size 640x4 --bayer RGBG", 2, "--bayer"},
-        {"--type 0x10001 --size 640x4 --bayer RGGB", 2, "--bayer is for a Bayer mosaic"},
+        {"--type 0x10001 --size 640x4 --bayer RGGB", 2, "--bayer is for demosaicing"},
         {"--type 0x10001 --size 640x4 --gain 1,2,3", 2, "conversions of colours"},
         {"--type 0x20010 --size 640x4 --gain -1,1,1", 2, "-1 is not a factor"},
         {"--type 0x20010 --size 640x4 --gain 1,nan,1", 2, "nan is not a factor"},
@@ -109,14 +111,14 @@ TEST_F(CommandLineTest, KnownFlawsAreTold) {
     EXPECT_EQ(Run("convert --size 16x10 -o out.raw --type 0x440006 --to 0x440006", MakeBytes(240)).messages, "");
 }
 
-TEST_F(CommandLineTest, AssumedOrderIsTold) {
+TEST_F(CommandLineTest, AssumedBayerPatternIsTold) {
     const std::string command = "convert --size 640x4 -o out.png --type ";
     ExpectMessage(Run(command + "0x20010", frame), 0, "GRBG assumed");
     ExpectMessage(Run(command + "0x20013", frame), 0, "RGGB assumed");
     EXPECT_EQ(Run(command + "0x20010 -q", frame).messages, "");
     EXPECT_EQ(Run(command + "0x20010 --bayer RGGB", frame).messages, "");
     const Bytes bytes = Read("out.png");
-    // A camera's name of the type tells the order.
+    // PFNC's name of the type tells the pattern.
     EXPECT_EQ(Run(command + "BayerRG8", frame).messages, "");
     EXPECT_EQ(Read("out.png"), bytes);
 }
@@ -132,6 +134,24 @@ TEST_F(CommandLineTest, VersionNamesTheCpuLevels) {
     EXPECT_NE(Run("--version --cpu-level scalar").output.find("\nactive scalar\n"), std::string::npos);
     EXPECT_NE(Run("convert --help").output.find("--bayer"), std::string::npos);
     ExpectMessage(Run(""), 2, "command");
+}
+
+TEST_F(CommandLineTest, CommandsAreListedOnceAndInTheManual) {
+    std::ifstream file(KYIMGLIB_TESTS_DIR "/../tools/kyimg/kyimg.1.in");
+    const std::string manual{std::istreambuf_iterator<char>(file), {}};
+    const std::string help = Run("--help").output;
+    std::istringstream commands(help.substr(help.find("Subcommands:\n")));
+    std::string line;
+    std::getline(commands, line);
+    std::set<std::string> names;
+    while (std::getline(commands, line) && !line.empty()) {
+        const std::string name = line.substr(2, line.find(' ', 2) - 2);
+        EXPECT_TRUE(names.insert(name).second) << name;
+        EXPECT_NE(manual.find("\n.TP\n.B " + name + "\n"), std::string::npos) << name;
+        EXPECT_EQ(Run(name + " --help").status, 0);
+    }
+    EXPECT_EQ(names.count("patterns"), 1U) << help;
+    EXPECT_EQ(names.count("orders"), 0U) << "an alias";
 }
 
 }  // namespace

@@ -30,21 +30,22 @@ protected:
     const Bytes mosaic = MakeBytes(kWidth * kHeight);
 };
 
-TEST_F(ConvertTest, PictureIsTheLibrarysInEveryOrderAndMethod) {
-    struct Order {
+TEST_F(ConvertTest, PictureIsTheLibrarysWithEveryBayerPatternAndDemosaicing) {
+    struct Pattern {
         const char* name;
         std::uint32_t flag;
     };
-    for (const Order& order : {Order{"GRBG", 0x10}, Order{"gbrg", 0x20}, Order{"RGGB", 0x40}, Order{"BGGR", 0x80}})
+    for (const Pattern& pattern :
+         {Pattern{"GRBG", 0x10}, Pattern{"gbrg", 0x20}, Pattern{"RGGB", 0x40}, Pattern{"BGGR", 0x80}})
         for (const bool interpolate : {false, true}) {
-            const std::string options = std::string("--bayer ") + order.name + (interpolate ? " -i" : "");
+            const std::string options = std::string("--bayer ") + pattern.name + (interpolate ? " -i" : "");
             const ToolResult result = Run(kCommand + options + " -o out.png");
             ASSERT_EQ(result.status, 0) << result.messages;
             EXPECT_EQ(result.messages, "");
             const DecodedPng picture = DecodePng("out.png");
             EXPECT_EQ(picture.width, kWidth);
             EXPECT_EQ(picture.height, kHeight);
-            EXPECT_EQ(picture.samples, ConvertHere(mosaic, KY_TYPE_RGB24, order.flag | (interpolate ? 0x100 : 0)))
+            EXPECT_EQ(picture.samples, ConvertHere(mosaic, KY_TYPE_RGB24, pattern.flag | (interpolate ? 0x100 : 0)))
                 << options;
         }
 }

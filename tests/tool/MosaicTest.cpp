@@ -115,20 +115,21 @@ TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
     EXPECT_EQ(ListFiles().count("no.png"), 0U);
 }
 
-TEST_F(MosaicTest, SheetHasWhatConvertMakesOfEachOrder) {
+TEST_F(MosaicTest, SheetHasWhatConvertMakesWithEachBayerPattern) {
     Write("in.raw", MakeWords(12));
     const std::string source = "in.raw --type 0x20012 --size 22x10 --gain 2,1,1.5 ";
     for (const bool interpolate : {true, false}) {
-        ASSERT_EQ(Run("orders " + source + (interpolate ? "" : "--no-interpolate")).messages, "");
-        const DecodedPng sheet = DecodePng("orders.png");
+        ASSERT_EQ(Run("patterns " + source + (interpolate ? "" : "--no-interpolate")).messages, "");
+        const DecodedPng sheet = DecodePng("patterns.png");
         const auto sheetAt = [&sheet](std::size_t x, std::size_t y) {
             return &sheet.samples[3 * (y * sheet.width + x)];
         };
         std::map<char, std::set<std::string>> letters;
         std::set<std::string> pictures;
         std::size_t quadrant = 0;
-        for (const std::string order : {"GRBG", "GBRG", "RGGB", "BGGR"}) {
-            ASSERT_EQ(Run("convert " + source + "-o tile.png --bayer " + order + (interpolate ? " -i" : "")).status, 0);
+        for (const std::string pattern : {"GRBG", "GBRG", "RGGB", "BGGR"}) {
+            ASSERT_EQ(Run("convert " + source + "-o tile.png --bayer " + pattern + (interpolate ? " -i" : "")).status,
+                      0);
             const Bytes tile = DecodePng("tile.png").samples;
             pictures.insert({tile.begin(), tile.end()});
             std::vector<std::pair<std::size_t, std::size_t>> places;
@@ -140,16 +141,16 @@ TEST_F(MosaicTest, SheetHasWhatConvertMakesOfEachOrder) {
                         ++row;
                     if (row == kHeight) places.emplace_back(x, y);
                 }
-            ASSERT_EQ(places.size(), 1U) << order;
+            ASSERT_EQ(places.size(), 1U) << pattern;
             const auto [left, top] = places[0];
-            EXPECT_EQ(left >= sheet.width / 2, quadrant % 2 == 1) << order;
-            EXPECT_EQ(top >= sheet.height / 2, quadrant / 2 == 1) << order;
+            EXPECT_EQ(left >= sheet.width / 2, quadrant % 2 == 1) << pattern;
+            EXPECT_EQ(top >= sheet.height / 2, quadrant / 2 == 1) << pattern;
             ++quadrant;
             for (std::size_t i = 0; i < 4; ++i) {  // letters are 12 pixels wide with the gap, and right above the tile
                 std::string letter;
                 for (std::size_t y = top - 18; y < top; ++y)
                     letter.insert(letter.end(), sheetAt(left + 12 * i, y), sheetAt(left + 12 * (i + 1), y));
-                letters[order[i]].insert(letter);
+                letters[pattern[i]].insert(letter);
             }
         }
         EXPECT_EQ(pictures.size(), 4U);
@@ -158,14 +159,14 @@ TEST_F(MosaicTest, SheetHasWhatConvertMakesOfEachOrder) {
     }
 }
 
-TEST_F(MosaicTest, SheetOfLargeFrameShrinksAndRightOrderHasTheColour) {
+TEST_F(MosaicTest, SheetOfLargeFrameShrinksAndRightPatternHasTheColour) {
     constexpr std::uint32_t kWide = 1700, kLines = 60;
     Bytes film(std::size_t{2} * kWide * kLines, 0);  // a first, black frame
     for (std::uint32_t i = 0; i < kWide * kLines; ++i) {
         const std::uint32_t site = i / kWide % 2 + i % kWide % 2;  // RGGB
         film.insert(film.end(), {0, static_cast<std::uint8_t>(site == 0 ? 48 : site == 1 ? 32 : 8)});
     }
-    const std::string command = "orders --type 0x20016 --size 1700x60 ";
+    const std::string command = "patterns --type 0x20016 --size 1700x60 ";
     const std::string png = Run(command + "--frame 2 --format png -o -", film).output;
     Write("sheet.png", {png.begin(), png.end()});
     const DecodedPng sheet = DecodePng("sheet.png");
@@ -177,6 +178,7 @@ TEST_F(MosaicTest, SheetOfLargeFrameShrinksAndRightOrderHasTheColour) {
     };
     // The middle of a tile's lower edge, 8 pixels above the gap.
     const std::size_t left = sheet.width / 4, right = 3 * left, top = sheet.height / 2 - 12, bottom = sheet.height - 16;
+    EXPECT_EQ(Run("orders --type 0x20016 --size 1700x60 --frame 2 --format png -o -", film).output, png) << "an alias";
     EXPECT_EQ(at(left, bottom), (Bytes{192, 128, 32}));
     EXPECT_EQ(at(right, bottom), (Bytes{32, 128, 192}));
     for (const std::size_t x : {left, right}) {  // green where red and blue are, and the mean of these for green
@@ -187,8 +189,8 @@ TEST_F(MosaicTest, SheetOfLargeFrameShrinksAndRightOrderHasTheColour) {
 
     EXPECT_NE(Run(command, film).messages.find("holds more than the 204000 bytes"), std::string::npos);
     EXPECT_EQ(Run(command + "--frame 3", film).status, 1);
-    EXPECT_EQ(Run(command + "--frame 1 -o orders.raw", film).status, 2);
-    EXPECT_NE(Run("orders --type 0x10001 --size 4x4", film).messages.find("only Bayer mosaics"), std::string::npos);
+    EXPECT_EQ(Run(command + "--frame 1 -o patterns.raw", film).status, 2);
+    EXPECT_NE(Run("patterns --type 0x10001 --size 4x4", film).messages.find("only Bayer mosaics"), std::string::npos);
     EXPECT_EQ(ListFiles(), std::set<std::string>{"sheet.png"});
 }
 

@@ -12,7 +12,7 @@ constexpr const char* kStandards[] = {"PFNC", "V4L2", "GStreamer", "FFmpeg"};
 /// One layout of bytes. Names of a standard are separated by blanks; old GigE Vision names count as PFNC.
 struct Layout {
     std::int64_t types[4];  // that have these bytes; the names mean the first
-    const char* order;
+    const char* pattern;
     const char* names[4];  // by standard
 };
 
@@ -84,7 +84,7 @@ constexpr Layout kLayouts[] = {
 void AddNames(std::vector<CameraName>& all, const Layout& layout, std::int64_t type) {
     for (std::size_t standard = 0; standard < std::size(kStandards); ++standard) {
         std::istringstream names(layout.names[standard]);
-        for (std::string name; names >> name;) all.push_back({name, kStandards[standard], layout.order, type});
+        for (std::string name; names >> name;) all.push_back({name, kStandards[standard], layout.pattern, type});
     }
 }
 

@@ -8,11 +8,11 @@
 
 namespace kyimg {
 
-/// A name for a type by which cameras, drivers and other programs know the same bytes.
+/// The name of a type by one of the standards that cameras, drivers and other programs use for the same bytes.
 struct CameraName {
     std::string name;
     std::string standard;  ///< PFNC (GenICam and GigE Vision), V4L2, GStreamer or FFmpeg
-    std::string order;     ///< colour order of a mosaic, like "RGGB"; empty for other types
+    std::string pattern;   ///< Bayer pattern, like "RGGB"; empty for other types
     std::int64_t type;     ///< the type that the name means
 };
 

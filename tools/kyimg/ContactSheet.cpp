@@ -31,13 +31,13 @@ ConvertedFrame MakePicture(std::uint32_t width, std::uint32_t height) {
     picture.type = KY_TYPE_RGB24;
     picture.width = width;
     picture.height = height;
-    picture.rowBytes = picture.lineBytes = std::size_t{3} * width;
+    picture.rowBytes = picture.stride = std::size_t{3} * width;
     picture.bytes.assign(picture.rowBytes * height, kBackground);
     return picture;
 }
 
 std::uint8_t* PixelOf(ConvertedFrame& picture, std::uint32_t x, std::uint32_t y) {
-    return picture.bytes.data() + y * picture.lineBytes + std::size_t{3} * x;
+    return picture.bytes.data() + y * picture.stride + std::size_t{3} * x;
 }
 
 void DrawLabel(const std::string& label, ConvertedFrame& sheet, std::uint32_t left, std::uint32_t top) {
@@ -92,7 +92,7 @@ ConvertedFrame ArrangeSheet(const std::vector<SheetTile>& tiles) {
         const ConvertedFrame& picture = tiles[index].picture;
         DrawLabel(tiles[index].label, sheet, left, top);
         for (std::uint32_t y = 0; y < picture.height; ++y)
-            std::copy_n(picture.bytes.data() + y * picture.lineBytes, picture.rowBytes,
+            std::copy_n(picture.bytes.data() + y * picture.stride, picture.rowBytes,
                         PixelOf(sheet, left, top + kLabelHeight + y));
     }
     return sheet;

@@ -34,15 +34,16 @@ bool IsNamedRGGB(std::int64_t id) {
     return IsMosaic(id) && index >= 0x13 && index <= 0x15;
 }
 
-std::uint32_t PatternFlag(const std::string& order) {
-    switch (order[0]) {
+std::uint32_t PatternFlag(const std::string& pattern) {
+    switch (pattern[0]) {
         case 'R':
         case 'r': return KyPixelConverter::FLAG_BAYER_RGGB;
         case 'B':
         case 'b': return KyPixelConverter::FLAG_BAYER_BGGR;
         default: break;
     }
-    return order[1] == 'R' || order[1] == 'r' ? KyPixelConverter::FLAG_BAYER_GRBG : KyPixelConverter::FLAG_BAYER_GBRG;
+    return pattern[1] == 'R' || pattern[1] == 'r' ? KyPixelConverter::FLAG_BAYER_GRBG
+                                                  : KyPixelConverter::FLAG_BAYER_GBRG;
 }
 
 bool IsChain(const KyPixelConverter& converter) {
@@ -53,7 +54,7 @@ bool IsChain(const KyPixelConverter& converter) {
 std::uint32_t FilterBits(const KyPixelConverter& converter) {
     const std::int64_t id = converter.GetSourceType();
     const std::uint32_t bits = KyPixelTypeFactory::FindPixelType(id)->GetPixelBitSize();
-    // Chains align the words of a normalized mosaic to the right, other converters take their high bytes.
+    // Chains shift normalized Bayer samples to the low bits, other converters take their high bytes.
     const bool takesHighBytes = (id & KY_TYPE_NORMALIZED) != 0 && !IsChain(converter);
     const bool becomesBytes = ColourSpace(id) == KY_COLOUR_SPACE_YUV || id == KY_TYPE_RGB16 || takesHighBytes;
     if (bits == 24 || bits == 32 || becomesBytes) return 8;
@@ -77,8 +78,8 @@ Conversion::Conversion(const ConvertOptions& options)
     NoteFlaws();
 }
 
-/// Each stage of a chain applies a filter, and a stage that is a chain itself lets a mosaic's last line see neighbours below
-/// the picture. Up to RGB24 neither happens, so a longer way is gone in two steps.
+/// Each stage of a chain applies a filter, and a stage that is a chain itself lets the demosaicing of the last line see
+/// neighbours below the picture. Up to RGB24 neither happens, so a longer chain is run in two steps.
 void Conversion::DivideChain() {
     if (!IsChain(*converter) || destinationType == KY_TYPE_RGB24) return;
     converter = &FindConverter(sourceType, KY_TYPE_RGB24);
@@ -88,16 +89,16 @@ void Conversion::DivideChain() {
 void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing) {
     if (!isDemosaicing) {
         if (options.bayer.empty() && !options.interpolate) return;
-        throw UsageError(fmt::format("{} is for a Bayer mosaic that becomes colour, not for {} to {}",
+        throw UsageError(fmt::format("{} is for demosaicing, not for {} to {}",
                                      options.interpolate ? "--interpolate" : "--bayer", DescribeType(sourceType),
                                      DescribeType(destinationType)));
     }
-    std::string order = options.bayer.empty() ? FindOrder(options.type) : options.bayer;
-    if (order.empty()) {
-        order = IsNamedRGGB(sourceType) ? "RGGB" : "GRBG";
-        notes.push_back(fmt::format("no --bayer given, {} assumed", order));
+    std::string pattern = options.bayer.empty() ? FindBayerPattern(options.type) : options.bayer;
+    if (pattern.empty()) {
+        pattern = IsNamedRGGB(sourceType) ? "RGGB" : "GRBG";
+        notes.push_back(fmt::format("no --bayer given, {} assumed", pattern));
     }
-    flags = PatternFlag(order) | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
+    flags = PatternFlag(pattern) | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
 }
 
 void Conversion::ChooseFilter(const ConvertOptions& options, bool isColour) {
@@ -129,11 +130,12 @@ void Conversion::ChooseArea(bool isDemosaicing) {
     if (area.width == 0 || area.height == 0)
         throw Failure(
             fmt::format("{} is too small: {}", DescribeSource(),
-                        inCells ? "without --interpolate two lines of two pixels are needed" : "two lines are needed"));
+                        inCells ? "nearest-neighbour demosaicing needs two lines of two pixels (--interpolate does not)"
+                                : "two lines are needed"));
     if (area.width != size.width || area.height != size.height)
         notes.push_back(fmt::format("{} are taken in {}: the result is {}x{}", inCells ? "pixels" : "lines",
-                                    inCells ? "cells of 2x2 (--interpolate takes each)" : "pairs", area.width,
-                                    area.height));
+                                    inCells ? "2x2 cells of the Bayer pattern (--interpolate takes each)" : "pairs",
+                                    area.width, area.height));
 }
 
 void Conversion::NoteFlaws() {
@@ -153,8 +155,8 @@ void Conversion::PrintNotes() const {
     for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
 }
 
-/// What is written: the size that the converter reads, but of a mosaic no line below the picture, which would be a
-/// neighbour of the last one.
+/// What is written: the size that the converter reads, but where it demosaics no line below the picture, which would be
+/// a neighbour of the last one.
 ImageSize Conversion::GetFilled() const {
     const ImageSize converted = lines.GetConverted();
     return IsMosaic(sourceType) && !IsMosaic(destinationType) ? ImageSize{converted.width, area.height} : converted;
@@ -170,15 +172,15 @@ ConvertedFrame Conversion::DescribeDestination() const {
     if (MakesPlanes(last)) {
         const ImageSize filled = GetFilled();
         frame.rowBytes = area.width;
-        frame.lineBytes = filled.width;
-        frame.planeBytes = std::size_t{filled.width} * filled.height;
+        frame.stride = filled.width;
+        frame.planeStride = std::size_t{filled.width} * filled.height;
     } else {
-        frame.lineBytes = last.GetDestinationByteSize(lines.GetLineStep());
+        frame.stride = last.GetDestinationByteSize(lines.GetPixelStride());
         // The last group of a line stays whole where the destination has groups, too.
-        frame.rowBytes = ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV ? frame.lineBytes
+        frame.rowBytes = ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV ? frame.stride
                                                                              : last.GetDestinationByteSize(area.width);
     }
-    // Averages of a mosaic's words stay in the words' range.
+    // Averages of Bayer samples stay in the samples' range.
     if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(*converter);
     return frame;
 }

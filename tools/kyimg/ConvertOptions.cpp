@@ -47,7 +47,8 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
     command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
         ->type_name("FILE");
     Add(command, kInput, "-t,--type", options.type, "TYPE",
-        "Pixel type: ID (0x20010 or decimal), display name or\ncamera-world name (BayerRG8, YUYV), see kyimg list")
+        "Pixel type: ID (0x20010 or decimal), library name, or name\nof PFNC, V4L2, GStreamer or FFmpeg (BayerRG8, "
+        "YUYV), see\nkyimg list and kyimg info")
         ->required();
     Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
     const auto notNegative = [](const std::string& text) {
@@ -55,10 +56,10 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
     };
     Add(command, kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
         ->check(notNegative);
-    Add(command, kInput, "--line-bytes", options.lineBytes, "N",
-        "From the start of one line to that of the next, where\n"
-        "lines are padded. Without it they follow one another, of\n"
-        "4:2:2 in whole pairs of pixels, of 4:1:1 in whole fours")
+    Add(command, kInput, "--line-bytes", options.stride, "N",
+        "Stride: bytes from the start of one line to that of the\n"
+        "next. Default: lines without padding, of 4:2:2 in whole\n"
+        "pairs of pixels, of 4:1:1 in whole groups of four")
         ->check(notNegative);
 }
 
@@ -69,8 +70,8 @@ void AddGains(CLI::App* command, ConvertOptions& options) {
     Add(command, kConversion, "--offset", options.offsets, "R,G,B",
         "Whole numbers to add after the gain, in values of a\n"
         "source sample: of its high byte for normalized types (but\n"
-        "not for interlaced or tapped mosaics), of the RGB of 8\n"
-        "bits that comes out of YUV")
+        "not for Bayer types that are interlaced or have taps), of\n"
+        "the 8-bit RGB that comes out of YUV")
         ->delimiter(',')
         ->expected(3);
 }
@@ -85,9 +86,10 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to PNG, PPM or raw pixels");
     command->footer(kExamples);
     AddInput(command, options);
-    Add(command, kInput, "-b,--bayer", options.bayer, "ORDER",
-        "Colours of a mosaic's first two pixels, then of the two\n"
-        "below. When not given: RGGB for the types named so,\notherwise GRBG. kyimg orders shows all four")
+    Add(command, kInput, "-b,--bayer", options.bayer, "PATTERN",
+        "Bayer pattern: the colours of the first two pixels, then\n"
+        "of the two below. When not given: that of the type's name\n"
+        "(BayerRG8, RGGB), otherwise GRBG. kyimg patterns shows all")
         ->check(CLI::IsMember({"GRBG", "GBRG", "RGGB", "BGGR"}, CLI::ignore_case));
     Add(command, kInput, "--frames", options.frames, "WHICH",
         "Frames of an input that holds several: all, N (the first\n"
@@ -100,13 +102,14 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
         ->group(kInput);
 
     Add(command, kConversion, "--to", options.destination, "TYPE",
-        "RGB16, RGB24, BGR24, RGB32, BGR32, an ID or a display\n"
-        "name. RGB48 keeps the 10 to 14 bits of a mosaic in words.\n"
+        "RGB16, RGB24, BGR24, RGB32, BGR32, or any name or ID as\n"
+        "for --type. RGB48 keeps the 10 to 14 bits of Bayer samples.\n"
         "Default: RGB24, for gray types 8-bit gray, for RGB16 itself.\n"
         "YUV counts as BT.601, with Y from 16 to 235");
     command
-        ->add_flag("-i,--interpolate", options.interpolate,
-                   "Mosaic: bilinear interpolation, instead of one colour for\neach cell of 2x2 pixels")
+        ->add_flag(
+            "-i,--interpolate", options.interpolate,
+            "Bilinear demosaicing, instead of nearest-neighbour: one\ncolour for each 2x2 cell of the Bayer pattern")
         ->group(kConversion);
     AddGains(command, options);
 
@@ -123,9 +126,9 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     return command;
 }
 
-CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options) {
+CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& options) {
     CLI::App* const command =
-        app.add_subcommand("orders", "Show a Bayer mosaic in all four colour orders, to see which one is right");
+        app.add_subcommand(name, "Demosaic a frame by all four Bayer patterns, to see which one is right");
     command->footer(
         "The sheet has GRBG and GBRG above, RGGB and BGGR below. Frames wider than about 800\n"
         "pixels are made smaller by a whole factor. Dark frames of more than 8 bits need a --gain.");
@@ -140,13 +143,14 @@ CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options) {
     options.interpolate = true;
     command
         ->add_flag("-i,--interpolate,!--no-interpolate", options.interpolate,
-                   "Bilinear interpolation (the default), or one colour for\neach cell of 2x2 pixels")
+                   "Bilinear demosaicing (the default), or nearest-neighbour:\none colour for each 2x2 cell of the "
+                   "Bayer pattern")
         ->group(kConversion);
     AddGains(command, options);
 
-    options.output = "orders.png";
+    options.output = "patterns.png";
     Add(command, kOutput, "-o,--output", options.output, "FILE",
-        "File to write; - is standard output. Default: orders.png");
+        "File to write; - is standard output. Default: patterns.png");
     Add(command, kOutput, "--format", options.format, "FORMAT", "png or ppm, when the extension of FILE does not tell");
     AddQuiet(command, options);
     return command;

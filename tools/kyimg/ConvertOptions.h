@@ -9,29 +9,29 @@
 
 namespace kyimg {
 
-/// The command line of `kyimg convert` or `kyimg orders`, as typed.
+/// The command line of `kyimg convert` or `kyimg patterns`, as typed.
 struct ConvertOptions {
     std::string input = "-";
     std::string type;
     std::string size;
-    std::string bayer;  ///< empty: not given
-    bool interpolate = false;
+    std::string bayer;            ///< Bayer pattern; empty: not given
+    bool interpolate = false;     ///< bilinear demosaicing instead of nearest-neighbour
     std::string destination;      ///< empty: the usual one for the source
     std::vector<double> gains;    ///< empty, or for red, green, blue
     std::vector<double> offsets;  ///< likewise
     std::string frames;           ///< empty: the input is one frame
     std::uint64_t skipBytes = 0;
-    std::uint64_t lineBytes = 0;  ///< 0: not given
+    std::uint64_t stride = 0;  ///< in bytes; 0: not given
     bool isContinuous = false;
     std::string output;
     std::string format;  ///< empty: by the extension of the output
     bool quiet = false;
 };
 
-/// Add the command to `app`; parsing fills `options`.
+/// Add a command to `app`; parsing fills `options`.
 ///@{
 CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options);
-CLI::App* AddOrdersCommand(CLI::App& app, ConvertOptions& options);
+CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& options);
 ///@}
 
 struct ImageSize {

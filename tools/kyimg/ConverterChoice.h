@@ -13,7 +13,8 @@ std::int64_t DefaultDestination(std::int64_t source);
 /// Throws Failure, which names the destinations there are, when the library has no such converter.
 const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination);
 
-/// A mosaic of right-aligned samples, each in a 16-bit word of its own, line by line: it can become RGB48.
+/// Whether a type holds LSB-aligned Bayer samples in 16-bit words, not packed, of a single tap, not interlaced: it can
+/// become RGB48.
 bool IsMosaicOfWords(std::int64_t id);
 
 }  // namespace kyimg

@@ -46,10 +46,10 @@ void PrintCameraNames(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
     for (const auto& [standard, names] : DescribeCameraNames(id)) PrintFact(standard, names);
     if (!type.IsBayerPattern()) return;
-    std::string orders;
+    std::string patterns;
     for (const CameraName& known : CameraNamesOf(id))
-        if (known.standard == "PFNC") orders += (orders.empty() ? "" : ", ") + known.order;
-    if (!orders.empty()) PrintFact("", fmt::format("for the colour orders {}", orders));
+        if (known.standard == "PFNC") patterns += (patterns.empty() ? "" : ", ") + known.pattern;
+    if (!patterns.empty()) PrintFact("", fmt::format("for the Bayer patterns {}", patterns));
 }
 
 void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) {
@@ -57,17 +57,17 @@ void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) 
     for (const Route& route : routes)
         PrintLine(fmt::format("{}   {:<8}  {:<10}  {:>11}  ", FormatTypeID(route.destination), HowText(route.how),
                               route.through ? FormatTypeID(*route.through) : "-", FrameBytesText(route, size)),
-                  DisplayName(route.destination));
+                  LibraryName(route.destination));
 }
 
-void PrintText(const KyPixelType& type, const std::string& order, const std::vector<Route>& routes,
+void PrintText(const KyPixelType& type, const std::string& pattern, const std::vector<Route>& routes,
                const ImageSize& size) {
     const std::int64_t id = type.GetTypeID();
     fmt::print("{}\n\n", DescribeType(id));
     PrintFact("class", ClassName(type));
     PrintFact("format index", fmt::format("0x{:02X}", id & KY_TYPE_INDEX_MASK));
     PrintFact("colour space", ColourSpaceText(type));
-    if (!order.empty()) PrintFact("colour order", fmt::format("{}, by the name given", order));
+    if (!pattern.empty()) PrintFact("Bayer pattern", fmt::format("{}, by the name given", pattern));
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
     PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
@@ -106,7 +106,7 @@ CLI::App* AddInfoCommand(CLI::App& app, InfoOptions& options) {
         app.add_subcommand("info", "Explain a pixel type: its ID, names, memory layout, sizes, where it converts to");
     command
         ->add_option("TYPE", options.type,
-                     "ID as 0x20010 or decimal, display name, or a name like BayerRG8 (PFNC),\n"
+                     "ID as 0x20010 or decimal, library name, or a name like BayerRG8 (PFNC),\n"
                      "RG10 (V4L2), YUY2 (GStreamer), rgb565le (FFmpeg)")
         ->required();
     command->add_option("-s,--size", options.size, "Image size of the example (640x480)");
@@ -122,7 +122,7 @@ void RunInfo(const InfoOptions& options) {
     if (options.json)
         PrintAsJson(type, routes, size);
     else
-        PrintText(type, FindOrder(options.type), routes, size);
+        PrintText(type, FindBayerPattern(options.type), routes, size);
 }
 
 }  // namespace kyimg

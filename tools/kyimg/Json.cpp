@@ -19,7 +19,7 @@ Json NamesToJson(std::int64_t id) {
     Json names = Json::array();
     for (const CameraName& known : CameraNamesOf(id)) {
         Json name = {{"name", known.name}, {"standard", known.standard}};
-        if (!known.order.empty()) name["bayer"] = known.order;
+        if (!known.pattern.empty()) name["bayer"] = known.pattern;
         names.push_back(name);
     }
     return names;

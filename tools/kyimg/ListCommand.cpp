@@ -21,15 +21,15 @@ constexpr const char* kExamples = R"(Examples:
   kyimg list | grep Packed
   kyimg list --from "Bayer RGB 12-bits, Packed"     all that a type converts to
   kyimg list --to RGB48 --json
-A chain converts in two steps, through the type that is told; identity copies bytes, and weaves the fields of
-an interlaced type.)";
+A chain converts in two steps, through the type that is told; identity copies bytes, and deinterlaces (weaves
+the fields of) an interlaced type.)";
 
 void ListTypes() {
     fmt::print("{:<10}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");
     for (const std::int64_t id : AllTypes()) {
         const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
         PrintLine(fmt::format("{}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), type.GetPixelByteSize()),
-                  DisplayName(id));
+                  LibraryName(id));
     }
 }
 
@@ -40,7 +40,7 @@ void ListRoutes(const std::vector<Route>& routes) {
         PrintLine(
             fmt::format("{}  {:<11}  {:<8}  {:<10}  ", FormatTypeID(route.source), FormatTypeID(route.destination),
                         HowText(route.how), route.through ? FormatTypeID(*route.through) : "-"),
-            fmt::format("{} -> {}", DisplayName(route.source), DisplayName(route.destination)));
+            fmt::format("{} -> {}", LibraryName(route.source), LibraryName(route.destination)));
 }
 
 /// Where one end is the same in all, only the other is told.
@@ -49,7 +49,7 @@ void ListRoutesOfOne(const std::vector<Route>& routes, std::int64_t Route::*othe
     for (const Route& route : routes)
         PrintLine(fmt::format("{}  {:<8}  {:<10}  ", FormatTypeID(route.*other), HowText(route.how),
                               route.through ? FormatTypeID(*route.through) : "-"),
-                  DisplayName(route.*other));
+                  LibraryName(route.*other));
 }
 
 std::optional<std::int64_t> TypeOrAny(const std::string& text) {

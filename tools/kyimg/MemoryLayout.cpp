@@ -29,16 +29,16 @@ constexpr const char* kBytes = R"(byte   0    1    2    3
 
 constexpr const char* kWords = R"(            byte 0     byte 1
 10 bits    76543210   ......98
-12 bits    76543210   ....BA98     right-aligned
+12 bits    76543210   ....BA98     LSB-aligned
 14 bits    76543210   ..DCBA98
 16 bits    76543210   FEDCBA98
 Normalized:
 10 bits    10......   98765432
-12 bits    3210....   BA987654     left-aligned
+12 bits    3210....   BA987654     MSB-aligned
 14 bits    543210..   DCBA9876
 16 bits    76543210   FEDCBA98)";
 constexpr const char* kWordsNote =
-    "Words of 16 bits, the low byte first. Bits of a byte are drawn from the highest to the lowest; A to F are bits 10 "
+    "16-bit little-endian words. Bits of a byte are drawn from the highest to the lowest; A to F are bits 10 "
     "to "
     "15 of a sample, dots are 0.";
 
@@ -62,7 +62,7 @@ constexpr Family kFamilies[] = {
      [](const KyPixelType& type) {
          return Is(type, kGray, {2, 3, 8, 9}) && IsPacked(type);
      }},
-    {"Grayscale, four taps", R"(in memory   a0 b0 c0 d0 a1 b1 c1 d1     samples of four outputs in turn
+    {"Grayscale, four taps", R"(in memory   a0 b0 c0 d0 a1 b1 c1 d1     samples of four taps in turn
 picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
      "Samples are bytes or words. This is our reading of these types: check it against your camera.",
      [](const KyPixelType& type) {
@@ -77,7 +77,7 @@ picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
      [](const KyPixelType& type) { return type.IsBayerPattern() && IsPacked(type); }},
 
     {"RGB 5-6-5", R"( byte 0     byte 1      the highest bit first
-gggbbbbb   rrrrrggg     a word, the low byte first)",
+gggbbbbb   rrrrrggg     a little-endian word)",
      "Conversions from it know only the green; red and blue are constants.",
      [](const KyPixelType& type) { return Is(type, kRGB, {1}); }},
     {"RGB and BGR in bytes", R"(byte        0   1   2   3
@@ -94,8 +94,8 @@ BGR 32    | B | G | R | x |)",
     {"RGB in words", R"(byte        0   1   2   3   4   5   6   7
 RGB 48    |   R   |   G   |   B   |
 RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
-     "Words of 16 bits, the low byte first. Samples of 10 and 12 bits are right-aligned in them, of Normalized types "
-     "left-aligned.",
+     "16-bit little-endian words. 10- and 12-bit samples are LSB-aligned in them, those of Normalized types "
+     "MSB-aligned.",
      [](const KyPixelType& type) {
          return Is(type, kRGB, {4, 5, 8, 9, 0xC, 0xD});
      }},
@@ -107,10 +107,9 @@ RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
 
     {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     two pixels in four bytes
 10 bits    | Y0 | U | Y1 | V |     two pixels in four words)",
-     "U is Cb and V is Cr. Words have the low byte first; samples of 10 bits are right-aligned in them, of Normalized "
-     "types "
-     "left-aligned. The "
-     "conversion is that of BT.601 with Y from 16 to 235, which PFNC calls YCbCr601; pictures of full range come out "
+     "U is Cb and V is Cr. Words are little-endian; 10-bit samples are LSB-aligned in them, those of Normalized types "
+     "MSB-aligned. The conversion is that of BT.601 with Y from 16 to 235, which PFNC calls YCbCr601; pictures of full "
+     "range come out "
      "with more contrast.",
      [](const KyPixelType& type) {
          return Is(type, kYUV, {1, 2});
@@ -167,7 +166,7 @@ std::vector<std::string> DrawType(const KyPixelType& type) {
         for (std::string line; std::getline(drawing, line);) lines.push_back(line);
     }
     if (const TapOrder* const order = TapOrderOf(type.GetTypeID())) {
-        lines.push_back(fmt::format("in memory   {}     samples of two outputs in turn", kTapMemory));
+        lines.push_back(fmt::format("in memory   {}     samples of two taps in turn", kTapMemory));
         lines.push_back(fmt::format("picture     {}", order->picture));
     }
     if ((type.GetTypeID() & KY_TYPE_INTERLACED) != 0) lines.push_back(fmt::format("fields: {}", kInterlacedNote));

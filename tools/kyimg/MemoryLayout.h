@@ -24,7 +24,7 @@ std::span<const Family> AllFamilies();
 /// Null for a type of the application's own.
 const Family* FamilyOf(const KyPixelType& type);
 
-/// An order in which the outputs of a camera deliver the samples of a line.
+/// An order in which the taps of a camera deliver the samples of a line.
 struct TapOrder {
     std::int64_t layout;  ///< field of the ID
     const char* name;     ///< "dual, left + right"
@@ -33,7 +33,7 @@ struct TapOrder {
 
 inline constexpr const char* kTapMemory = "l0 r0 l1 r1 l2 r2 l3 r3";
 
-/// The tap orders of the ID's field but the single output.
+/// The tap orders of the ID's field but the single tap.
 std::span<const TapOrder> AllTapOrders();
 
 /// "single" or the name of the tap order

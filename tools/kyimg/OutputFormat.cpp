@@ -39,11 +39,11 @@ std::vector<std::uint8_t> EncodePnm(const PictureRows& rows) {
 
 std::vector<std::uint8_t> EncodeRaw(const ConvertedFrame& frame) {
     std::vector<std::uint8_t> bytes;
-    const std::size_t planes = frame.planeBytes == 0 ? 1 : 3;
+    const std::size_t planes = frame.planeStride == 0 ? 1 : 3;
     bytes.reserve(planes * frame.height * frame.rowBytes);
     for (std::size_t plane = 0; plane < planes; ++plane)
         for (std::uint32_t y = 0; y < frame.height; ++y) {
-            const std::uint8_t* const line = frame.bytes.data() + plane * frame.planeBytes + y * frame.lineBytes;
+            const std::uint8_t* const line = frame.bytes.data() + plane * frame.planeStride + y * frame.stride;
             bytes.insert(bytes.end(), line, line + frame.rowBytes);
         }
     return bytes;

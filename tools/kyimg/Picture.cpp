@@ -23,10 +23,10 @@ std::optional<PictureLayout> GrayLayout(std::int64_t id, std::uint32_t bits, std
 }
 
 std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, std::size_t pixelBytes,
-                                          std::size_t planeBytes) {
+                                          std::size_t planeStride) {
     if ((id & KY_TYPE_PLANAR) != 0) {
-        if (planeBytes == 0) return std::nullopt;  // a copy of something planar, whose planes are not known
-        return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
+        if (planeStride == 0) return std::nullopt;  // a copy of something planar, whose planes are not known
+        return PictureLayout{3, 8, false, 1, {0, planeStride, 2 * planeStride}};
     }
     switch (id & KY_TYPE_INDEX_MASK) {
         case 0x01: return PictureLayout{3, 8, true, pixelBytes, {}};
@@ -73,7 +73,7 @@ std::optional<PictureLayout> FindPictureLayout(const ConvertedFrame& frame) {
     if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE || type->IsBayerPattern())
         return GrayLayout(id, bits, pixelBytes);
     if ((id & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_RGB) return std::nullopt;
-    auto layout = ColourLayout(id, bits, pixelBytes, frame.planeBytes);
+    auto layout = ColourLayout(id, bits, pixelBytes, frame.planeStride);
     if (layout && frame.sampleBits != 0) layout->bits = frame.sampleBits;
     return layout;
 }
@@ -85,7 +85,7 @@ PictureRows::PictureRows(const ConvertedFrame& convertedFrame) : frame(converted
 }
 
 void PictureRows::CopyRow(std::uint32_t y, std::uint8_t* row) const {
-    const std::uint8_t* const line = frame.bytes.data() + y * frame.lineBytes;
+    const std::uint8_t* const line = frame.bytes.data() + y * frame.stride;
     if (layout.is565) return Expand565(line, frame.width, row);
 
     const std::size_t sampleBytes = layout.GetSampleBytes();

@@ -14,8 +14,8 @@ struct ConvertedFrame {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
     std::size_t rowBytes = 0;      ///< of the `width` pixels of a line
-    std::size_t lineBytes = 0;     ///< from one line to the next
-    std::size_t planeBytes = 0;    ///< from one plane to the next, of which there are three; 0 when there is only one
+    std::size_t stride = 0;        ///< bytes from one line to the next
+    std::size_t planeStride = 0;   ///< bytes from one of the three planes to the next; 0 when there is only one
     std::uint32_t sampleBits = 0;  ///< significant bits, in the low end, of samples that could have more; 0: as many
     std::vector<std::uint8_t> bytes;
 };
@@ -31,8 +31,8 @@ struct PictureLayout {
     std::size_t GetSampleBytes() const { return bits > 8 ? 2 : 1; }
 };
 
-/// How to show a frame of a registered type, whose bytes need not be there yet. Nothing for types that only a conversion makes visible: YUV, packed
-/// gray, interlaced, those of several taps.
+/// How to show a frame of a registered type, whose bytes need not be there yet. Nothing for types that only a conversion
+/// makes visible: YUV, packed gray, interlaced, those of several taps.
 std::optional<PictureLayout> FindPictureLayout(const ConvertedFrame& frame);
 
 /// A frame's rows as files keep them: samples of one byte, or of two with the high one first.

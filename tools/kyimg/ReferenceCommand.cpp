@@ -30,22 +30,22 @@ constexpr const char* kIntroduction = R"(# Pixel formats
 All {types} types of the library and the {converters} conversions between them. `kyimg list` and `kyimg info` tell the same,
 also as JSON.
 
-- **Names.** `kyimg` takes a type as ID (`0x00020010`), by its name or by a name of the camera world. Only letters and
-  digits of a name count, and "bits" may be left out: `bayer rgb 8`.
-- **Camera-world names** are given where the bytes are the same: PFNC (GenICam, GigE Vision), V4L2 (four characters),
-  GStreamer and FFmpeg. A mosaic has one for each colour order, listed as GRBG, RGGB, GBRG, BGGR. `RGB16` stands for 5-6-5,
-  as in GStreamer; for PFNC's RGB16 give `0x00020004`.
-- **Mosaics.** The colour order is no part of a type: each conversion is told. Orders are named by the first two pixels and
-  the two below them: GRBG is G R over B G.
+- **Names.** `kyimg` takes a type as ID (`0x00020010`), by its library name or by a name of another standard. Only letters
+  and digits of a name count, and "bits" may be left out: `bayer rgb 8`.
+- **Names of other standards** are given where the bytes are the same: PFNC (GenICam, GigE Vision), V4L2 (four characters),
+  GStreamer and FFmpeg. A Bayer type has one for each Bayer pattern, listed as GRBG, RGGB, GBRG, BGGR. `RGB16` stands for
+  5-6-5, as in GStreamer; for PFNC's RGB16 give `0x00020004`.
+- **Bayer pattern.** It is no part of a type: each conversion is told. Patterns are named by the first two pixels and the two
+  below them: GRBG is G R over B G.
 - **Bits and bytes** are those of a pixel; bits of one sample where a name says 3 x or 4 x. Packed pixels of 10 and 12 bits
   count two bytes, but two share three.
-- **Normalized** samples are left-aligned in their words: scaled to the full range.
+- **Normalized** samples are MSB-aligned in their words: scaled to the full range.
 - **Interlaced** images are two fields: {interlaced}.
 - **Lines** follow each other without padding. GStreamer pads lines to four bytes, V4L2 drivers to what the hardware likes.
 
 ## Taps
 
-Cameras with two outputs deliver a sample of each in turn. A line of eight pixels in memory is
+Cameras with two taps deliver a sample of each in turn. A line of eight pixels in memory is
 
     {memory}
 
@@ -59,10 +59,10 @@ constexpr const char* kConversions = R"(## Conversions
 | :---: | --- |
 | ● | a converter of its own |
 | ○ | a chain of two converters, through the type in the last column |
-| = | the identity: copies bytes, and weaves the fields of an interlaced source |
+| = | the identity: copies bytes, and deinterlaces (weaves the fields of) an interlaced source |
 | + | a converter that is not registered: construct a `KyBayerRGB16ToRGB48`; `kyimg` does |
 
-Plain is the type of single samples in scan order, right-aligned, not interlaced. Every type also converts to itself by the
+Plain is the type of unpacked, LSB-aligned samples in scan order, not interlaced. Every type also converts to itself by the
 identity; that is only marked where it has a column.
 
 )";
@@ -100,10 +100,10 @@ void PrintTypes(const Family& family) {
     fmt::print("## {}\n\n", family.title);
     PrintDrawing(family.drawing);
     if (*family.note != '\0') fmt::print("{}\n\n", family.note);
-    fmt::print("| ID | name | class | bits | bytes | camera world |\n| --- | --- | --- | ---: | ---: | --- |\n");
+    fmt::print("| ID | name | class | bits | bytes | other names |\n| --- | --- | --- | ---: | ---: | --- |\n");
     for (const std::int64_t id : TypesOf(family)) {
         const KyPixelType& type = TypeOf(id);
-        fmt::print("| `{}` | {} | {} | {} | {} | {} |\n", FormatTypeID(id), DisplayName(id), ClassName(type),
+        fmt::print("| `{}` | {} | {} | {} | {} | {} |\n", FormatTypeID(id), LibraryName(id), ClassName(type),
                    type.GetPixelBitSize(), type.GetPixelByteSize(), CameraNamesCell(id));
     }
     fmt::print("\n");
@@ -117,7 +117,7 @@ const char* Mark(Route::How how) {
     }
 }
 
-/// A mosaic of words that are plain samples: KyBayerRGB16ToRGB48 takes it.
+/// LSB-aligned Bayer samples in 16-bit words: KyBayerRGB16ToRGB48 takes them.
 bool CanBecomeRGB48(std::int64_t id) {
     const KyPixelType& type = TypeOf(id);
     return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && PlainType(type) == id;
@@ -143,7 +143,7 @@ void PrintMatrix(const Family& family) {
     fmt::print(" --- |\n");
     for (const std::int64_t id : TypesOf(family)) {
         const std::optional<std::int64_t> plain = PlainType(TypeOf(id));
-        fmt::print("| `{}` | {} | {} |", FormatTypeID(id), DisplayName(id), plain ? MarkOfPair(id, *plain) : "");
+        fmt::print("| `{}` | {} | {} |", FormatTypeID(id), LibraryName(id), plain ? MarkOfPair(id, *plain) : "");
         for (const Column& column : kColumns) fmt::print(" {} |", MarkOfPair(id, column.type));
         fmt::print(" {} |\n", ThroughCell(id));
     }
@@ -163,9 +163,9 @@ void PrintOtherPairs() {
         for (const Route& route : FindRoutes(source, std::nullopt))
             if (!HasColumn(route))
                 destinations.push_back(fmt::format("{} `{}` {}", Mark(route.how), FormatTypeID(route.destination),
-                                                   DisplayName(route.destination)));
+                                                   LibraryName(route.destination)));
         if (!destinations.empty())
-            fmt::print("| `{}` {} | {} |\n", FormatTypeID(source), DisplayName(source),
+            fmt::print("| `{}` {} | {} |\n", FormatTypeID(source), LibraryName(source),
                        fmt::join(destinations, "<br>"));
     }
 }

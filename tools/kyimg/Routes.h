@@ -29,8 +29,8 @@ std::optional<Route> FindRoute(std::int64_t source, std::int64_t destination);
 /// All registered pairs by ascending IDs; those from a source only, to a destination only, or both.
 std::vector<Route> FindRoutes(std::optional<std::int64_t> source, std::optional<std::int64_t> destination);
 
-/// The type of single samples in words or bytes of their own, right-aligned, in scan order and not interlaced, that a
-/// grayscale or Bayer type is a variant of; nothing for other types.
+/// The type of unpacked, LSB-aligned samples of a single tap, not interlaced, that a grayscale or Bayer type is a variant
+/// of; nothing for other types.
 std::optional<std::int64_t> PlainType(const KyPixelType& type);
 
 }  // namespace kyimg

@@ -43,14 +43,14 @@ bool IsPackedInPairs(std::int64_t id) {
 
 /// Nothing that the converter does may depend on where lines end.
 void CheckContinuous(std::int64_t source, std::int64_t destination, const ConvertOptions& options) {
-    if (options.lineBytes != 0)
+    if (options.stride != 0)
         throw UsageError(
             "--continuous and --line-bytes contradict each other: either pairs run on over the ends of lines, "
             "or each line starts at a place of its own");
     constexpr std::int64_t kByLines = KY_TYPE_INTERLACED | KY_TAP_LAYOUT_MASK;
     if (!IsPackedInPairs(source) || (source & kByLines) != 0)
         throw UsageError(
-            fmt::format("--continuous is for pixels packed in pairs, of one output and not interlaced, not for {}",
+            fmt::format("--continuous is for pixels packed in pairs, of a single tap and not interlaced, not for {}",
                         DescribeType(source)));
     const bool becomesColour = KyPixelTypeFactory::FindPixelType(source)->IsBayerPattern() &&
                                !KyPixelTypeFactory::FindPixelType(destination)->IsBayerPattern();
@@ -71,7 +71,7 @@ bool IsInLinePairs(std::int64_t id) { return (id & KY_TAP_LAYOUT_MASK) == KY_TAP
 }  // namespace
 
 SourceLines::SourceLines(const KyPixelConverter& converter, ImageSize size, const ConvertOptions& options)
-    : shown(size), converted(size), lineStep(size.width), fileLines(size.height) {
+    : shown(size), converted(size), pixelStride(size.width), fileLines(size.height) {
     const std::int64_t source = converter.GetSourceType();
     const std::int64_t destination = converter.GetDestinationType();
     if (options.isContinuous) {
@@ -87,14 +87,14 @@ SourceLines::SourceLines(const KyPixelConverter& converter, ImageSize size, cons
         }
     }
     lineBytes = converter.GetSourceByteSize(converted.width);
-    fileLineBytes = options.lineBytes == 0 ? lineBytes : options.lineBytes;
-    if (fileLineBytes < lineBytes)
+    fileStride = options.stride == 0 ? lineBytes : options.stride;
+    if (fileStride < lineBytes)
         throw UsageError(fmt::format("--line-bytes: a line of {} pixels of {} has {} bytes, not {}", size.width,
-                                     DescribeType(source), lineBytes, options.lineBytes));
+                                     DescribeType(source), lineBytes, options.stride));
     constexpr std::uint32_t kMostBytes = std::numeric_limits<std::uint32_t>::max();
-    if (fileLineBytes > kMostBytes / std::max(fileLines, converted.height))
+    if (fileStride > kMostBytes / std::max(fileLines, converted.height))
         throw Failure(fmt::format("{} lines of {} bytes are too large; a frame has at most {} bytes", size.height,
-                                  fileLineBytes, kMostBytes));
+                                  fileStride, kMostBytes));
 }
 
 void SourceLines::JoinLines() {
@@ -111,12 +111,12 @@ void SourceLines::WidenLines(const KyPixelConverter& converter) {
     // A copy has no groups, only bytes, of which it reckons more for a pixel of 4:1:1 than there are.
     if (group.bytes != 0 && dynamic_cast<const KyIdentityConverter*>(&converter) != nullptr)
         converted.width = groups * group.bytes / converter.GetSourceByteSize(1);
-    lineStep = converted.width;
+    pixelStride = converted.width;
 }
 
 std::string SourceLines::Describe() const {
     if (fileLines == 1 && shown.height > 1) return " in pairs that run on";
-    return HasPadding() || isWidened ? fmt::format(" in lines of {} bytes", fileLineBytes) : "";
+    return HasPadding() || isWidened ? fmt::format(" in lines of {} bytes", fileStride) : "";
 }
 
 const std::uint8_t* SourceLines::Arrange(const std::vector<std::uint8_t>& frame,
@@ -126,7 +126,7 @@ const std::uint8_t* SourceLines::Arrange(const std::vector<std::uint8_t>& frame,
                    converted.height);  // of an odd second field's last line, which it lacks, nothing is shown
     std::uint8_t* out = scratch.data();
     for (std::uint32_t y = 0; y < std::min(fileLines, converted.height); ++y, out += lineBytes)
-        std::copy_n(frame.data() + y * fileLineBytes, lineBytes, out);
+        std::copy_n(frame.data() + y * fileStride, lineBytes, out);
     return scratch.data();
 }
 

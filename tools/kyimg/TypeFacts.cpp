@@ -79,7 +79,7 @@ std::string ColourSpaceText(const KyPixelType& type) {
 std::string FlagsText(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
     std::vector<const char*> flags;
-    if ((id & KY_TYPE_NORMALIZED) != 0) flags.push_back("normalized (samples left-aligned)");
+    if ((id & KY_TYPE_NORMALIZED) != 0) flags.push_back("normalized (MSB-aligned)");
     if ((id & KY_TYPE_INTERLACED) != 0) flags.push_back("interlaced (two fields)");
     if ((id & KY_TYPE_PACKED) != 0) flags.push_back("packed");
     if ((id & KY_TYPE_PLANAR) != 0) flags.push_back("planar");

@@ -10,7 +10,7 @@ namespace kyimg {
 /// "grayscale", "RGB", "RGB, Bayer mosaic", "YUV" or "unknown"
 std::string ColourSpaceText(const KyPixelType& type);
 
-/// "normalized (samples left-aligned), packed"; "plain" when nothing is to be said.
+/// "normalized (MSB-aligned), packed"; "plain" when nothing is to be said.
 std::string FlagsText(const KyPixelType& type);
 
 /// The class of the format, such as "KyBayerRGB8"; "KyPixelType" for formats of the application's own.

@@ -21,8 +21,8 @@ namespace {
 struct NamedType {
     std::string name;
     std::int64_t id;
-    std::string order;  ///< of a mosaic, where the name tells it
-    bool isForeign;     ///< a camera-world name
+    std::string pattern;  ///< of a Bayer type, where the name tells it
+    bool isForeign;       ///< of PFNC, V4L2, GStreamer or FFmpeg
 };
 
 /// What of a name counts in a comparison.
@@ -36,7 +36,7 @@ std::string Essence(std::string_view name) {
     return kept;
 }
 
-/// Short names first: RGB 32-bits is the display name of two types, of which RGB32 is the one meant. Own names before
+/// Short names first: RGB 32-bits is the library name of two types, of which RGB32 is the one meant. Own names before
 /// those of others: PFNC's RGB16 has 16 bits for each colour.
 std::vector<NamedType> AllNames() {
     std::vector<NamedType> names = {{"RGB16", KY_TYPE_RGB16, "", false},
@@ -45,7 +45,7 @@ std::vector<NamedType> AllNames() {
                                     {"RGB32", KY_TYPE_RGB32, "", false},
                                     {"BGR32", KY_TYPE_BGR32, "", false}};
     for (const std::int64_t id : AllTypes()) names.push_back({KyPixelTypeFactory::GetPixelTypeName(id), id, "", false});
-    for (const CameraName& known : AllCameraNames()) names.push_back({known.name, known.type, known.order, true});
+    for (const CameraName& known : AllCameraNames()) names.push_back({known.name, known.type, known.pattern, true});
     return names;
 }
 
@@ -99,7 +99,7 @@ std::string SuggestNames(const std::string& typed) {
         std::size_t distance;
         std::string text;
     };
-    // Camera-world names are so short that hardly anything must be added to get there.
+    // The names of V4L2 and GStreamer are so short that hardly anything must be added to get there.
     constexpr std::size_t kForeign = 50;
     std::vector<Candidate> near;
     for (const NamedType& named : AllNames())
@@ -123,7 +123,7 @@ std::string DescribeType(std::int64_t id) {
     return fmt::format("{} ({})", KyPixelTypeFactory::GetPixelTypeName(id), FormatTypeID(id));
 }
 
-std::string DisplayName(std::int64_t id) {
+std::string LibraryName(std::int64_t id) {
     const char* const name = KyPixelTypeFactory::GetPixelTypeName(id);
     if (id == KY_TYPE_RGB32) return fmt::format("{} [RGB32]", name);
     if (id == KY_TYPE_BGR32) return fmt::format("{} [BGR32]", name);
@@ -146,9 +146,9 @@ std::int64_t FindType(const std::string& text) {
     throw UsageError(fmt::format("unknown pixel type \"{}\"; {}", text, SuggestNames(text)));
 }
 
-std::string FindOrder(const std::string& text) {
+std::string FindBayerPattern(const std::string& text) {
     const auto named = FindNamed(text);
-    return named ? named->order : "";
+    return named ? named->pattern : "";
 }
 
 }  // namespace kyimg

@@ -4,7 +4,7 @@
 #include "Errors.h"
 #include "InfoCommand.h"
 #include "ListCommand.h"
-#include "OrdersCommand.h"
+#include "PatternsCommand.h"
 #include "ReferenceCommand.h"
 
 #include <fmt/format.h>
@@ -25,7 +25,7 @@ constexpr const char* kDescription =
 
 constexpr const char* kExamples = R"(Examples:
   kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
-  kyimg orders frame.raw --type 0x20010 --size 2592x1536 -o orders.png
+  kyimg patterns frame.raw --type 0x20010 --size 2592x1536 -o patterns.png
   kyimg list --from "Bayer RGB 12-bits, Packed"
   kyimg info BayerRG8
   kyimg convert --help        options of convert, and more examples
@@ -50,12 +50,14 @@ void Run(int argc, const char* const* argv) {
     CLI::App app(kDescription, "kyimg");
     GlobalOptions global;
     ConvertOptions convert;
-    ConvertOptions orders;
+    ConvertOptions patterns;
     ListOptions list;
     InfoOptions info;
     AddGlobalOptions(app, global);
     const CLI::App* const convertCommand = AddConvertCommand(app, convert);
-    const CLI::App* const ordersCommand = AddOrdersCommand(app, orders);
+    const CLI::App* const patternsCommand = AddPatternsCommand(app, "patterns", patterns);
+    // An older name, which help does not list.
+    const CLI::App* const ordersCommand = AddPatternsCommand(app, "orders", patterns)->group("");
     const CLI::App* const listCommand = AddListCommand(app, list);
     const CLI::App* const infoCommand = AddInfoCommand(app, info);
     const CLI::App* const referenceCommand = AddReferenceCommand(app);
@@ -73,8 +75,8 @@ void Run(int argc, const char* const* argv) {
         PrintCpuLevels();
     } else if (convertCommand->parsed()) {
         RunConvert(convert);
-    } else if (ordersCommand->parsed()) {
-        RunOrders(orders);
+    } else if (patternsCommand->parsed() || ordersCommand->parsed()) {
+        RunPatterns(patterns);
     } else if (listCommand->parsed()) {
         RunList(list);
     } else if (infoCommand->parsed()) {
@@ -82,7 +84,7 @@ void Run(int argc, const char* const* argv) {
     } else if (referenceCommand->parsed()) {
         RunReference();
     } else {
-        throw UsageError("a command is missing: convert, orders, list, info or reference; see kyimg --help");
+        throw UsageError("a command is missing: convert, patterns, list, info or reference; see kyimg --help");
     }
 }
 

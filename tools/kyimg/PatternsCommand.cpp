@@ -1,4 +1,4 @@
-#include "OrdersCommand.h"
+#include "PatternsCommand.h"
 
 #include "ContactSheet.h"
 #include "Conversion.h"
@@ -17,19 +17,19 @@ namespace kyimg {
 
 namespace {
 
-Conversion InOrder(ConvertOptions options, const char* order) {
-    options.bayer = order;
+Conversion WithPattern(ConvertOptions options, const char* pattern) {
+    options.bayer = pattern;
     options.destination = "RGB24";
     return Conversion(options);
 }
 
 }  // namespace
 
-void RunOrders(const ConvertOptions& options) {
+void RunPatterns(const ConvertOptions& options) {
     const std::int64_t type = FindType(options.type);
     if (!KyPixelTypeFactory::FindPixelType(type)->IsBayerPattern())
-        throw UsageError(fmt::format("only Bayer mosaics have an order of colours, not {}", DescribeType(type)));
-    const Conversion any = InOrder(options, "GRBG");
+        throw UsageError(fmt::format("only Bayer mosaics have a Bayer pattern, not {}", DescribeType(type)));
+    const Conversion any = WithPattern(options, "GRBG");
     const FrameRange range = ParseFrames(options.frames);
     const OutputFormat format = FindOutputFormat(options.output, options.format);
     if (format == OutputFormat::Raw) throw UsageError("a sheet is a picture: png and ppm can be written");
@@ -38,8 +38,8 @@ void RunOrders(const ConvertOptions& options) {
     FrameReader reader(options, any, range, "--frame N");
     reader.Next();
     std::vector<SheetTile> tiles;
-    for (const char* const order : {"GRBG", "GBRG", "RGGB", "BGGR"})
-        tiles.push_back({order, ShrinkForSheet(InOrder(options, order).Convert(reader.GetFrame()))});
+    for (const char* const pattern : {"GRBG", "GBRG", "RGGB", "BGGR"})
+        tiles.push_back({pattern, ShrinkForSheet(WithPattern(options, pattern).Convert(reader.GetFrame()))});
     WriteOutput(options.output, Encode(format, ArrangeSheet(tiles)));
     if (!options.quiet) any.PrintNotes();
 }
