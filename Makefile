@@ -35,14 +35,14 @@ demo: deps
 	cmake --build --preset release --target kyimg make-sample-frame
 	@mkdir -p $(DEMO)
 	build/release/bin/make-sample-frame $(DEMO)
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --interpolate -o $(DEMO)/interpolated.png
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/replicated.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --interpolate -o $(DEMO)/bilinear.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/nearest.png
 	$(DEMO_CONVERT) --interpolate -o $(DEMO)/unbalanced.png
 	@echo
 	@echo 'A raw frame, as a colour camera delivers it, became these pictures:'
-	@echo '  $(CURDIR)/$(DEMO)/interpolated.png  interpolated, white balanced'
-	@echo '  $(CURDIR)/$(DEMO)/replicated.png    the same without interpolation'
-	@echo '  $(CURDIR)/$(DEMO)/unbalanced.png    interpolated, colours as the sensor sees them'
+	@echo '  $(CURDIR)/$(DEMO)/bilinear.png    bilinear demosaicing, white balanced'
+	@echo '  $(CURDIR)/$(DEMO)/nearest.png     nearest-neighbour demosaicing, white balanced'
+	@echo '  $(CURDIR)/$(DEMO)/unbalanced.png  bilinear demosaicing, colours as the sensor sees them'
 
 test: deps
 	cmake --preset release
