@@ -17,11 +17,11 @@ void ReleaseContext();
 /// The calling thread's context; null while it converts nothing.
 const ThreadContext* CurrentContext();
 
-/// Holds one reference on the calling thread's context. Afterwards there are as many as before, whatever others released.
+/// Holds one reference on the calling thread's context.
 class ContextHolder {
 public:
-    ContextHolder() : context(AcquireContext()), referencesBefore(context->referenceCount - 1) {}
-    ~ContextHolder() { context->referenceCount = referencesBefore; }
+    ContextHolder() : context(AcquireContext()) {}
+    ~ContextHolder() { ReleaseContext(); }
     ContextHolder(const ContextHolder&) = delete;
     ContextHolder& operator=(const ContextHolder&) = delete;
     ThreadContext* operator->() const { return context; }
@@ -29,7 +29,6 @@ public:
 
 private:
     ThreadContext* context;
-    std::uint32_t referencesBefore;
 };
 
 /// A thread's context during an area conversion. It leaves no filter behind, whichever way the conversion ends, and the

@@ -1,14 +1,14 @@
 #include <KyImgLib/conversion/KyComplexConverter.h>
 
-#include <KyImgLib/conversion/CascadeInternal.h>
+#include <KyImgLib/conversion/AreaConversionInternal.h>
 #include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/conversion/ConverterRecordInternal.h>
+#include <KyImgLib/pipeline/RowMemory.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
-#include <mutex>
 #include <new>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -19,59 +19,6 @@ std::uint32_t Combine(std::uint32_t a, std::uint32_t b) {
     if (smaller == 0) return std::max(larger, std::uint32_t{1});
     return larger % smaller == 0 ? larger : a * b;
 }
-
-struct Buffer {
-    std::unique_ptr<std::uint8_t[]> bytes;
-    std::size_t size = 0;
-
-    void Grow(std::size_t needed) {
-        if (size >= needed) return;
-        bytes.reset();
-        size = 0;
-        bytes.reset(new std::uint8_t[needed]);
-        size = needed;
-    }
-};
-
-/// The buffers that no conversion is using just now. The last one given back is the next one lent, so that a single
-/// thread always works in the same, warm memory.
-class BufferPool {
-public:
-    Buffer Take() {
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (idle.empty()) return {};
-        Buffer taken = std::move(idle.back());
-        idle.pop_back();
-        return taken;
-    }
-
-    void Give(Buffer returned) noexcept {
-        try {
-            const std::lock_guard<std::mutex> lock(mutex);
-            idle.push_back(std::move(returned));
-        } catch (const std::bad_alloc&) {  // then this buffer is simply freed
-        }
-    }
-
-private:
-    std::mutex mutex;
-    std::vector<Buffer> idle;
-};
-
-/// A buffer of at least the given size, lent for one conversion.
-class LentBuffer {
-public:
-    LentBuffer(BufferPool& owner, std::size_t size) : pool(owner), buffer(owner.Take()) { buffer.Grow(size); }
-    ~LentBuffer() { pool.Give(std::move(buffer)); }
-    LentBuffer(const LentBuffer&) = delete;
-    LentBuffer& operator=(const LentBuffer&) = delete;
-
-    std::uint8_t* Get() const { return buffer.bytes.get(); }
-
-private:
-    BufferPool& pool;
-    Buffer buffer;
-};
 
 /// Bytes that a converter's destination of some lines takes. Lines one after the other may need more than all pixels in
 /// one run, where pixels share bytes and each line is rounded up. The 32-bit size of a large image wraps; this does not.
@@ -87,27 +34,21 @@ std::size_t DestinationSize(const KyPixelConverter& converter, std::uint32_t wid
 }  // namespace
 
 struct KyComplexConverter::Stages : KyObject {
-    BufferPool intermediate;
+    ky::BufferPool intermediate;
     const KyPixelConverter& first;
     const KyPixelConverter& second;
-    ky::CascadeStages cascade = {};  ///< the stages, those of chains among them in turn; none when they cannot work so
+    ky::Stages all;  ///< those of chains among the two in turn
 
     Stages(const KyPixelConverter& firstStage, const KyPixelConverter& secondStage)
         : first(firstStage), second(secondStage) {
-        AddToCascade(first);
-        AddToCascade(second);
-        if (!ky::Cascade::Serves(cascade)) cascade.count = 0;
+        Add(first);
+        Add(second);
     }
 
 private:
-    void AddToCascade(const KyPixelConverter& converter) {
-        // A class derived from a chain may do something else.
-        if (typeid(converter) == typeid(KyComplexConverter)) {
-            const ky::CascadeStages& inner = static_cast<const KyComplexConverter&>(converter).stages->cascade;
-            for (std::size_t i = 0; i < inner.count; ++i) cascade.Add(*inner.converters[i]);
-            if (inner.count > 0) return;
-        }
-        cascade.Add(converter);
+    void Add(const KyPixelConverter& converter) {
+        const ky::Stages inner = ky::Stages::Of(converter);
+        for (std::size_t i = 0; i < inner.count; ++i) all.Add(*inner.converters[std::min(i, ky::Stages::kMost - 1)]);
     }
 };
 
@@ -118,9 +59,11 @@ KyComplexConverter::KyComplexConverter(const KyPixelConverter* first, const KyPi
 KyComplexConverter::KyComplexConverter(std::unique_ptr<Stages> made)
     : KyPixelConverter(made->first.GetSourceType(), made->second.GetDestinationType(), made->first.GetSourceByteSize(),
                        made->second.GetDestinationByteSize(),
-                       Combine(made->first.GetPipeliningSize(), made->second.GetPipeliningSize()),
-                       Combine(made->first.GetLinesPerConvert(), made->second.GetLinesPerConvert())),
-      stages(made.release()) {}
+                       Combine(Record::PipeliningSizeOf(made->first), Record::PipeliningSizeOf(made->second)),
+                       Combine(Record::LinesPerConvertOf(made->first), Record::LinesPerConvertOf(made->second))),
+      stages(made.release()) {
+    Record::Of(*this).chain = &stages->all;
+}
 
 std::unique_ptr<KyComplexConverter::Stages> KyComplexConverter::MakeStages(const KyPixelConverter& first,
                                                                            const KyPixelConverter& second) {
@@ -150,19 +93,13 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
                                           std::uint32_t destinationPadding) const {
     const ky::AreaScope context(sourceWidth);
     const KyRGBFilter* const filter = context->filter;
-    if (stages->cascade.count > 0) {
-        context->flags = flags;  // which stages ask for when they are asked for their lines per convert
-        ky::Cascade cascade(
-            stages->cascade,
-            {sourceWidth, sourceHeight, destinationWidth, destinationHeight, width, height, flags, destinationPadding},
-            *context);
-        if (cascade.CanConvert()) {
-            const LentBuffer buffer(stages->intermediate, cascade.Prepare());
-            cascade.Convert(source, destination, buffer.Get());
-            return KY_STATUS_SUCCESS;
-        }
-    }
-    const LentBuffer image(stages->intermediate, DestinationSize(stages->first, sourceWidth, sourceHeight));
+    const ky::Area area = {sourceWidth, sourceHeight, destinationWidth,  destinationHeight, width,
+                           height,      flags,        destinationPadding};
+    if (ky::ConvertAreaByKernels(stages->all, area, source, destination, *context)) return KY_STATUS_SUCCESS;
+
+    const std::size_t size = DestinationSize(stages->first, sourceWidth, sourceHeight);
+    const ky::LentBuffer image(stages->intermediate, size);
+    std::memset(image.Get(), 0, size);  // what the first stage leaves out is not what an earlier image had there
     const std::uint32_t status = stages->first.Convert(source, sourceWidth, sourceHeight, image.Get(), sourceWidth,
                                                        sourceHeight, sourceWidth, sourceHeight, flags, 0);
     if (status != KY_STATUS_SUCCESS) return status;
@@ -176,7 +113,9 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8
                                           std::uint32_t count) const {
     // Held for the chain and for each stage; on one thread the three are the same record.
     const ky::ContextHolder context, firstContext, secondContext;
-    const LentBuffer lines(stages->intermediate, DestinationSize(stages->first, count, GetLinesPerConvert()));
+    const std::size_t size = DestinationSize(stages->first, count, GetLinesPerConvert());
+    const ky::LentBuffer lines(stages->intermediate, size);
+    std::memset(lines.Get(), 0, size);
     context->destinationLineSize = stages->first.GetDestinationByteSize(count);
     context->sourceLineSize = stages->second.GetSourceByteSize(count);
 
@@ -186,7 +125,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8
 }
 
 std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    const LentBuffer pixel(stages->intermediate, stages->first.GetDestinationByteSize(1));
+    const ky::LentBuffer pixel(stages->intermediate, stages->first.GetDestinationByteSize(1));
     const std::uint32_t status = stages->first.Convert(source, pixel.Get());
     if (status != KY_STATUS_SUCCESS) return status;
     return stages->second.Convert(pixel.Get(), destination);

@@ -1,51 +1,44 @@
 #include <KyImgLib/conversion/KyIdentityConverter.h>
 
-#include <KyImgLib/lines/LineStage.h>
+#include <KyImgLib/conversion/ConverterRecordInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 
-#include <algorithm>
 #include <cstring>
+
+namespace {
+
+struct CopiedRow {
+    std::size_t bytes;
+
+    static void Copy(const ky::RowKernel& kernel, const ky::Tile& tile) {
+        const std::size_t bytes = kernel.Get<CopiedRow>().bytes;
+        for (std::uint32_t y = tile.first; y < tile.last && bytes != 0; ++y)
+            std::memcpy(tile.destination[y], tile.source[y], bytes);
+    }
+};
+
+struct CopyMaker {
+    const KyIdentityConverter* converter;
+
+    bool AddKernels(const ky::ConversionSettings& settings, ky::Pipeline& pipeline) const {
+        ky::RowKernel::Needs needs;
+        needs.isCopy = true;
+        needs.wholeRows = true;
+        // Asked once: the answer is behind the registry's lock.
+        const std::size_t bytes =
+            settings.isExact ? settings.sourceRowBytes : converter->GetSourceByteSize(settings.width);
+        pipeline.Add().Set(needs, &CopiedRow::Copy, CopiedRow{bytes});
+        return true;
+    }
+};
+
+}  // namespace
 
 KyIdentityConverter::KyIdentityConverter(const std::int64_t& sourceType, const std::int64_t& destinationType,
                                          std::uint32_t sourceByteSize, std::uint32_t destinationByteSize)
     : KyPixelConverter(sourceType, destinationType, sourceByteSize, destinationByteSize, 1, 1) {
-    SetPassFunction(typeid(KyIdentityConverter), &ConvertPass);
-}
-
-namespace {
-
-/// Bytes of a line, and of pixels that fill whole bytes in any type.
-struct LineBytes {
-    static constexpr std::uint32_t kPixels = 8;
-    std::uint32_t line, ofPixels;
-};
-
-void CopyAsStage(const ky::LineStage& stage, const std::uint8_t* from, std::uint8_t* to, std::size_t first,
-                 std::size_t end, const ky::FetchAhead&) {
-    const auto& bytes = stage.Kept<LineBytes>();
-    const std::size_t begin = first / LineBytes::kPixels * bytes.ofPixels;
-    const std::size_t last =
-        std::min<std::size_t>((end + LineBytes::kPixels - 1) / LineBytes::kPixels * bytes.ofPixels, bytes.line);
-    if (begin < last) std::memcpy(to + begin, from + begin, last - begin);
-}
-
-}  // namespace
-
-void KyIdentityConverter::ConvertPass(const KyPixelConverter& converter, const KyPixelConverterContext&,
-                                      const KyLinePass& pass) {
-    // Asked once: the answer is behind the registry's lock.
-    const std::uint32_t bytes = converter.GetSourceByteSize(pass.width);
-    if (pass.joint != nullptr && pass.joint->asked != nullptr)
-        pass.joint->asked->Keep(LineBytes{bytes, converter.GetSourceByteSize(LineBytes::kPixels)}, &CopyAsStage);
-    if (bytes == 0) return;
-    const std::uint8_t* source = pass.source;
-    std::uint8_t* destination = pass.destination;
-    for (std::uint32_t line = 0; line < pass.height; line += pass.lineStep) {
-        std::memcpy(destination, source, bytes);
-        source += pass.sourceStep;
-        destination += pass.destinationStep;
-    }
+    Record::Of(*this).SetKernels(typeid(KyIdentityConverter), CopyMaker{this});
 }
 
 std::uint32_t KyIdentityConverter::GetSourceByteSize(std::uint32_t count) const {
@@ -66,5 +59,6 @@ std::uint32_t KyIdentityConverter::Convert(const std::uint8_t* source, std::uint
 }
 
 std::uint32_t KyIdentityConverter::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    return Convert(source, destination, 1);
+    std::memcpy(destination, source, GetSourceByteSize(1));
+    return KY_STATUS_SUCCESS;
 }

@@ -26,10 +26,6 @@ public:
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override;
     /// Copies GetSourceByteSize(1) bytes; KY_STATUS_SUCCESS.
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination) const override;
-
-private:
-    static void ConvertPass(const KyPixelConverter& converter, const KyPixelConverterContext& context,
-                            const KyLinePass& pass);
 };
 
 #endif

@@ -5,19 +5,9 @@
 #include <KyImgLib/platform/KyObject.h>
 #include <KyImgLib/platform/KyStatus.h>
 
-#include <cstddef>
 #include <cstdint>
-#include <typeinfo>
 
 class KyRGBFilter;
-struct KyLinePass;
-namespace ky {
-struct Area;
-struct AreaLines;
-class Cascade;
-struct Fields;
-struct LineJoint;
-}  // namespace ky
 
 /// Converts pixels of one type (the source type) into pixels of another (the destination type).
 ///
@@ -111,8 +101,7 @@ public:
                                   std::uint32_t flags, std::uint32_t destinationPadding) const;
 
     /// Converts `count` pixels on each of the lines per convert, with line sizes, filter and flags from the thread's
-    /// context. The base class calls the pass function for one such step, and returns KY_STATUS_NOT_SUPPORTED when it has
-    /// none.
+    /// context. A class that does not override it returns KY_STATUS_NOT_SUPPORTED; the library's own all convert.
     virtual std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const;
 
     /// Converts one pixel. The base class returns KY_STATUS_NOT_SUPPORTED.
@@ -135,65 +124,10 @@ protected:
     KyPixelConverterContext* GetContext() const;
     void ReleaseContext() const;
 
-    /// Source width, in pixels, of the area conversion that the calling thread is in; 0 outside of one.
-    std::uint32_t GetAreaSourceWidth() const;
-
-    /// Converts all lines of a pass in one call; must have the same effect as one line call for each step.
-    using PassFunction = void (*)(const KyPixelConverter& converter, const KyPixelConverterContext& context,
-                                  const KyLinePass& pass);
-
-    /// Makes `function` do the work: in the line form unless that is overridden, and in area conversions, which call it
-    /// once per pass instead of the line form once per step. Called in the constructor of the class `owner`. Area
-    /// conversions use the function only for objects of exactly this class: one derived from it may have overridden the
-    /// line form. The class itself must not override the area form, which chains pass over.
-    ///
-    /// \param neighbourLines  lines above and below a line that its conversion reads as well
-    void SetPassFunction(const std::type_info& owner, PassFunction function, std::uint32_t neighbourLines = 0);
+    struct Record;  ///< what the library keeps of a converter
 
 private:
-    friend class KyComplexConverter;  // asks the two converters of a chain for their protected sizes
-    friend class ky::Cascade;         // converts some lines of an area, and then the next ones
-
-    /// Whether the pass function does all the work, so that any lines of an area can be converted by themselves.
-    bool ConvertsByPassFunction() const;
-    std::uint32_t GetNeighbourLines() const;
-    /// Lines of an area that are converted together: their number is a multiple of it.
-    std::uint32_t GetLineStep() const;
-    /// The filter that a conversion uses when it was given none.
-    const KyRGBFilter& GetDefaultFilter() const;
-    void FillContext(KyPixelConverterContext& context, const ky::Area& area) const;
-    void ConvertLines(KyPixelConverterContext& context, const ky::AreaLines& lines) const;
-    /// The fields of an interlaced image, those first that hold the first destination line.
-    static ky::Fields FieldsOf(const KyPixelConverterContext& context, const std::uint8_t* source);
-    void Ask(KyPixelConverterContext& context, std::uint32_t width, ky::LineJoint& joint) const;
-    void AskAhead(KyLinePass& pass, const ky::AreaLines& lines, std::size_t sourceLineSize) const;
-    void ConvertPass(KyPixelConverterContext& context, const KyLinePass& pass) const;
-
-    struct Record;
     Record* record;
-};
-
-/// Lines that are converted in one go: an area, one field of an interlaced one, or some lines of these.
-struct KyLinePass {
-    const std::uint8_t* source;   ///< first line
-    std::size_t sourceStep;       ///< bytes from the source of one line call to that of the next
-    std::uint8_t* destination;    ///< first line
-    std::size_t destinationStep;  ///< bytes from the destination of one line call to that of the next
-    std::uint32_t width;          ///< pixels of each line call
-    std::uint32_t firstLine;      ///< line index in the area of the first line call
-    std::uint32_t height;    ///< destination lines; a multiple of lineStep. With 0 there is nothing to do and no image
-    std::uint32_t lineStep;  ///< line calls have the indexes firstLine, firstLine + lineStep, ...
-    /// The whole area reads and writes more than the caches hold. What is written around them needs no fence here: an area
-    /// conversion ends with one.
-    bool isLarge;
-    /// A hint: what is read soon. A large area is faster when line call n, from 0, prefetches `aheadBytes` from address
-    /// `ahead` + n * `aheadStep` on, which may lie outside of all memory. 0 bytes where there is nothing to ask for.
-    std::uintptr_t ahead;
-    std::size_t aheadStep;
-    std::size_t aheadBytes;
-    /// For the library's own pass functions, which read what lies between two stages of a chain from somewhere else. Others
-    /// never get such lines.
-    ky::LineJoint* joint;
 };
 
 #endif

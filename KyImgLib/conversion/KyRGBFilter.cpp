@@ -1,5 +1,6 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 
+#include <KyImgLib/conversion/FilterRecordInternal.h>
 #include <KyImgLib/conversion/LinearTableInternal.h>
 
 #include <algorithm>
@@ -8,14 +9,15 @@
 #include <numeric>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 
 namespace {
 
 constexpr std::uint32_t kLargestBitSize = 16;
 constexpr std::uint32_t kByteEntries = 256;
-constexpr KyFilterShape kIdentityShape = {true, true, false, 0, 8, 1 << 8, 0, {}};
+constexpr ky::FilterShape8 kIdentityShape = {true, true, false, 0, 8, 1 << 8, 0, {}};
 
-KyFilterShape16 IdentityShape16(std::uint32_t entryCount) {
+ky::FilterShape16 IdentityShape16(std::uint32_t entryCount) {
     return {true, true, 0, 1, 0, static_cast<std::uint16_t>(entryCount - 1)};
 }
 
@@ -39,6 +41,24 @@ std::unique_ptr<std::uint8_t[]> IdentityView(std::uint32_t entryCount) {
     return view;
 }
 
+/// Sets an entry of a table and of its 8-bit view.
+std::uint32_t SetValue(std::uint8_t* table8, std::uint16_t* table16, std::uint32_t entryCount,
+                       ky::TrackedShape& tracked, std::uint32_t index, std::uint16_t value) {
+    if (index >= entryCount || value >= entryCount) return KY_STATUS_BAD_ARGUMENT;
+    tracked.tableMismatches -= table16[index] != index;
+    tracked.tableMismatches += value != index;
+    table16[index] = value;
+    tracked.table = tracked.tableMismatches == 0 ? IdentityShape16(entryCount) : ky::FilterShape16{};
+    if (index >= kByteEntries) return KY_STATUS_SUCCESS;
+
+    const auto limited = static_cast<std::uint8_t>(std::min<std::uint16_t>(value, 255));
+    tracked.viewMismatches -= table8[index] != index;
+    tracked.viewMismatches += limited != index;
+    table8[index] = limited;
+    tracked.view = tracked.viewMismatches == 0 ? kIdentityShape : ky::FilterShape8{};
+    return KY_STATUS_SUCCESS;
+}
+
 }  // namespace
 
 KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
@@ -49,13 +69,14 @@ KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
     auto red8 = IdentityView(entryCount), green8 = IdentityView(entryCount), blue8 = IdentityView(entryCount);
     auto red16 = IdentityTable(entryCount), green16 = IdentityTable(entryCount), blue16 = IdentityTable(entryCount);
 
-    TrackedShape shape = {};
+    ky::TrackedShape shape = {};
     shape.viewMismatches = kByteEntries - std::min(entryCount, kByteEntries);
     if (shape.viewMismatches == 0) shape.view = kIdentityShape;
     shape.table = IdentityShape16(entryCount);
 
-    tables = new Tables;
-    if (tables == nullptr) throw std::bad_alloc();
+    Record* const record = new Record;
+    if (record == nullptr) throw std::bad_alloc();
+    tables = record;
     tables->bitSize = bitSize;
     tables->entryCount = entryCount;
     tables->indexMask = entryCount - 1;
@@ -65,7 +86,7 @@ KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
     tables->red16 = red16.release();
     tables->green16 = green16.release();
     tables->blue16 = blue16.release();
-    tables->redShape = tables->greenShape = tables->blueShape = shape;
+    record->red = record->green = record->blue = shape;
 }
 
 KyRGBFilter::KyRGBFilter(const KyRGBFilter& other) : KyObject(), tables(other.tables) {}
@@ -78,7 +99,7 @@ KyRGBFilter& KyRGBFilter::operator=(const KyRGBFilter& other) {
 KyRGBFilter::~KyRGBFilter() {
     for (std::uint8_t* table : {tables->red8, tables->green8, tables->blue8}) delete[] table;
     for (std::uint16_t* table : {tables->red16, tables->green16, tables->blue16}) delete[] table;
-    delete tables;
+    delete static_cast<Record*>(tables);
     tables = nullptr;
 }
 
@@ -94,15 +115,14 @@ std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue,
         SetGreenValue(i, Entry(i, green, greenOffset, GetEntryCount()));
         SetBlueValue(i, Entry(i, blue, blueOffset, GetEntryCount()));
     }
-    Fit(tables->red8, tables->red16, tables->redShape);
-    Fit(tables->green8, tables->green16, tables->greenShape);
-    Fit(tables->blue8, tables->blue16, tables->blueShape);
+    Record& record = Record::Of(*this);
+    for (auto [view, table, shape] : {std::tuple(tables->red8, tables->red16, &record.red),
+                                      std::tuple(tables->green8, tables->green16, &record.green),
+                                      std::tuple(tables->blue8, tables->blue16, &record.blue)}) {
+        ky::FitLinear(view, shape->view);
+        ky::FitLinear16(table, tables->entryCount, shape->table);
+    }
     return KY_STATUS_SUCCESS;
-}
-
-void KyRGBFilter::Fit(const std::uint8_t* view, const std::uint16_t* table, TrackedShape& shape) const {
-    ky::FitLinear(view, shape.view);
-    ky::FitLinear16(table, tables->entryCount, shape.table);
 }
 
 std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue) {
@@ -110,31 +130,13 @@ std::uint32_t KyRGBFilter::SetMultipliers(double red, double green, double blue)
 }
 
 std::uint32_t KyRGBFilter::SetRedValue(std::uint32_t index, std::uint16_t value) {
-    return SetValue(tables->red8, tables->red16, tables->redShape, index, value);
+    return SetValue(tables->red8, tables->red16, GetEntryCount(), Record::Of(*this).red, index, value);
 }
 
 std::uint32_t KyRGBFilter::SetGreenValue(std::uint32_t index, std::uint16_t value) {
-    return SetValue(tables->green8, tables->green16, tables->greenShape, index, value);
+    return SetValue(tables->green8, tables->green16, GetEntryCount(), Record::Of(*this).green, index, value);
 }
 
 std::uint32_t KyRGBFilter::SetBlueValue(std::uint32_t index, std::uint16_t value) {
-    return SetValue(tables->blue8, tables->blue16, tables->blueShape, index, value);
-}
-
-std::uint32_t KyRGBFilter::SetValue(std::uint8_t* table8, std::uint16_t* table16, TrackedShape& tracked,
-                                    std::uint32_t index, std::uint16_t value) const {
-    const std::uint32_t entryCount = GetEntryCount();
-    if (index >= entryCount || value >= entryCount) return KY_STATUS_BAD_ARGUMENT;
-    tracked.tableMismatches -= table16[index] != index;
-    tracked.tableMismatches += value != index;
-    table16[index] = value;
-    tracked.table = tracked.tableMismatches == 0 ? IdentityShape16(entryCount) : KyFilterShape16{};
-    if (index >= kByteEntries) return KY_STATUS_SUCCESS;
-
-    const auto limited = static_cast<std::uint8_t>(std::min<std::uint16_t>(value, 255));
-    tracked.viewMismatches -= table8[index] != index;
-    tracked.viewMismatches += limited != index;
-    table8[index] = limited;
-    tracked.view = tracked.viewMismatches == 0 ? kIdentityShape : KyFilterShape{};
-    return KY_STATUS_SUCCESS;
+    return SetValue(tables->blue8, tables->blue16, GetEntryCount(), Record::Of(*this).blue, index, value);
 }

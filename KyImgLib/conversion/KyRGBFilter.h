@@ -6,34 +6,6 @@
 
 #include <cstdint>
 
-/// What is known of one channel's 8-bit view, so that a conversion need not look values up one by one.
-struct KyFilterShape {
-    /// Every entry is its own index.
-    bool isIdentity;
-    /// Every entry i, from 0 to 255, is min(offset + (addsIndex ? i : 0) + (i * multiplier >> shift), 255), but for the
-    /// exceptions, which are one less.
-    bool isLinear;
-    bool addsIndex;
-    std::uint8_t offset;
-    std::uint8_t shift;  ///< 8 to 16
-    std::uint16_t multiplier;
-    std::uint8_t exceptionCount;  ///< at most 8
-    std::uint8_t exceptions[8];
-};
-
-/// What is known of one channel's table.
-struct KyFilterShape16 {
-    /// Every entry is its own index.
-    bool isIdentity;
-    /// Entries up to `last` are offset + i * wholeGain + (i * fractionGain >> 32), those after it are the largest
-    /// possible one.
-    bool isLinear;
-    std::uint16_t offset;
-    std::uint16_t wholeGain;
-    std::uint32_t fractionGain;
-    std::uint16_t last;
-};
-
 /// Three look-up tables that a conversion passes red, green and blue through, for example for white balance.
 ///
 /// A table has 1 << bit size entries of 16 bits, indexed by a sample of that size. Converters that work on bytes use
@@ -90,43 +62,10 @@ public:
     std::uint16_t GetBlueValue16(std::uint32_t index) const { return tables->blue16[index & tables->indexMask]; }
     ///@}
 
-    /// The 256 entries of the 8-bit view of each table, for converters; valid until the tables are freed.
-    ///@{
-    const std::uint8_t* GetRedTable8() const { return tables->red8; }
-    const std::uint8_t* GetGreenTable8() const { return tables->green8; }
-    const std::uint8_t* GetBlueTable8() const { return tables->blue8; }
-    ///@}
-
-    /// The GetEntryCount() entries of each table, for converters; valid until the tables are freed.
-    ///@{
-    const std::uint16_t* GetRedTable16() const { return tables->red16; }
-    const std::uint16_t* GetGreenTable16() const { return tables->green16; }
-    const std::uint16_t* GetBlueTable16() const { return tables->blue16; }
-    /// The number of entries - 1, by which indexes of the tables are masked.
-    std::uint32_t GetTableMask() const { return tables->indexMask; }
-    ///@}
-
-    /// The shapes of the 8-bit views, kept current by every change; valid until the tables are freed.
-    ///@{
-    const KyFilterShape& GetRedShape() const { return tables->redShape.view; }
-    const KyFilterShape& GetGreenShape() const { return tables->greenShape.view; }
-    const KyFilterShape& GetBlueShape() const { return tables->blueShape.view; }
-    ///@}
-
-    /// The shapes of the tables, kept current by every change; valid until the tables are freed.
-    ///@{
-    const KyFilterShape16& GetRedShape16() const { return tables->redShape.table; }
-    const KyFilterShape16& GetGreenShape16() const { return tables->greenShape.table; }
-    const KyFilterShape16& GetBlueShape16() const { return tables->blueShape.table; }
-    ///@}
+protected:
+    struct Record;  ///< the tables, and what the library knows of them
 
 private:
-    struct TrackedShape {
-        KyFilterShape view;
-        KyFilterShape16 table;
-        std::uint32_t viewMismatches;   ///< entries of the 8-bit view that are not their own index
-        std::uint32_t tableMismatches;  ///< entries of the table that are not their own index
-    };
     struct Tables : KyObject {
         std::uint32_t bitSize;
         std::uint32_t entryCount;
@@ -137,16 +76,9 @@ private:
         std::uint16_t* green16;
         std::uint16_t* blue16;
         std::uint32_t indexMask;
-        TrackedShape redShape;
-        TrackedShape greenShape;
-        TrackedShape blueShape;
     };
 
-    std::uint32_t SetValue(std::uint8_t* table8, std::uint16_t* table16, TrackedShape& shape, std::uint32_t index,
-                           std::uint16_t value) const;
-    void Fit(const std::uint8_t* view, const std::uint16_t* table, TrackedShape& shape) const;
-
-    Tables* tables;
+    Tables* tables;  ///< a Record
 };
 
 #endif

@@ -12,7 +12,7 @@ constexpr std::int32_t kNoLine = 256;
 
 /// Fills in the smallest multiplier with which the shape's arithmetic reaches every entry of the table, and the entries
 /// that it exceeds by one. Returns their number; kNoLine when they are too many, or are exceeded by more.
-std::int32_t FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
+std::int32_t FindMultiplier(const std::uint8_t* table, FilterShape8& shape) {
     std::int32_t multiplier = 0;
     const auto lineAt = [&](std::int32_t i) { return shape.offset + (shape.addsIndex ? i : 0); };
     for (std::int32_t i = 1; i < 256; ++i) {
@@ -43,9 +43,9 @@ std::int32_t FindMultiplier(const std::uint8_t* table, KyFilterShape& shape) {
 //
 // Tables are filled in double precision, though, where a product that should be an integer may come out just below it.
 // Gains like 2.3 so miss a line by some entries; these are the exceptions.
-void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
+void FitLinear(const std::uint8_t* table, FilterShape8& shape) {
     std::int32_t fewest = kNoLine;
-    KyFilterShape candidate = shape;
+    FilterShape8 candidate = shape;
     candidate.isLinear = true;
     candidate.offset = table[0];
     shape.isLinear = false;
@@ -62,7 +62,7 @@ void FitLinear(const std::uint8_t* table, KyFilterShape& shape) {
 
 // The same argument with 65536 entries at most: neighbouring fractions are at least 1 / (65535 * 65534) apart, which is
 // more than 1 / 2^32. The whole part of the gain is the step from entry 0 to entry 1.
-void FitLinear16(const std::uint16_t* table, std::uint32_t entryCount, KyFilterShape16& shape) {
+void FitLinear16(const std::uint16_t* table, std::uint32_t entryCount, FilterShape16& shape) {
     const std::uint32_t largest = entryCount - 1;
     const auto limited = static_cast<std::uint32_t>(std::find(table, table + entryCount, largest) - table);
     shape.isLinear = false;

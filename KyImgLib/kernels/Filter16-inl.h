@@ -37,14 +37,14 @@ public:
             LookUp(channel.table, words);
             return hn::Load(D16(), words);
         }
-        return Compute(channel, index);
+        return Compute(channel, index, filter.indexMask);
     }
     int Shift() const { return filter.shift; }
 
 private:
     /// i * fraction >> 32 in words: with the fraction's halves as h and l, (i * h + (i * l >> 16)) >> 16, where the sum
     /// of the lower words may carry into the upper one.
-    static HWY_INLINE V16 Compute(const FilterChannel16& channel, V16 index) {
+    static HWY_INLINE V16 Compute(const FilterChannel16& channel, V16 index, std::uint16_t largest) {
         const D16 d;
         const V16 high = hn::Set(d, static_cast<std::uint16_t>(channel.fractionGain >> 16));
         const V16 low = hn::Set(d, static_cast<std::uint16_t>(channel.fractionGain & 0xFFFF));
@@ -54,14 +54,14 @@ private:
         V16 value = hn::Sub(hn::MulHigh(index, high), carry);
         if (channel.wholeGain != 0) value = hn::Add(value, hn::Mul(index, hn::Set(d, channel.wholeGain)));
         if (channel.offset != 0) value = hn::Add(value, hn::Set(d, channel.offset));
-        return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, channel.largest), value);
+        return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, largest), value);
     }
     /// In memory: a vector that went in and out of a call would be spilled by all around it.
     static HWY_NOINLINE void LookUp(const std::uint16_t* HWY_RESTRICT table, std::uint16_t* HWY_RESTRICT words) {
         for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }
 
-    const Filter16 filter;  // see FilterStage<Filter8, false>
+    const Filter16 filter;
 };
 
 #endif

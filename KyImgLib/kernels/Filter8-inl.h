@@ -84,7 +84,7 @@ private:
         return hn::Load(D8(), bytes);
     }
 
-    const Filter8 filter;  // a copy: stages of chains outlive what they are made from
+    const Filter8 filter;
 };
 
 #endif

@@ -1,9 +1,9 @@
 #ifndef KYIMGLIB_KERNELS_KERNELTABLE_H
 #define KYIMGLIB_KERNELS_KERNELTABLE_H
 
-#include <KyImgLib/kernels/bayer/BayerBand.h>
-#include <KyImgLib/kernels/colour/ColourBand.h>
-#include <KyImgLib/kernels/gray/GrayBand.h>
+#include <KyImgLib/kernels/bayer/BayerKernels.h>
+#include <KyImgLib/kernels/colour/ColourKernels.h>
+#include <KyImgLib/kernels/gray/GrayKernels.h>
 
 namespace ky {
 

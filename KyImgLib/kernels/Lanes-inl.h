@@ -31,6 +31,11 @@ HWY_INLINE void Put(V8 v, std::uint8_t* to) {
     }
 }
 
+/// Whether streaming stores may go there.
+HWY_INLINE bool IsAligned(const std::uint8_t* address) {
+    return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
+}
+
 /// Ends the use of vectors, as the last thing that a kernel does: with upper halves of vector registers left in use, the
 /// caller's SSE code would run at half its speed or less, and compilers do not clear them on every way out.
 HWY_INLINE void LeaveVectors() {

@@ -48,8 +48,6 @@ TEST_F(Area, WalksLinesAndFillsTheContext) {
     EXPECT_EQ(25u, call.context.destinationLineSize);
     EXPECT_EQ(8u, call.context.destinationHeight);
     EXPECT_EQ(0u, call.context.planeOffsets[1]);
-    EXPECT_EQ(10u, call.areaSourceWidth);
-    EXPECT_EQ(0u, recorder.GetAreaSourceWidth()) << "outside of an area";
 }
 
 TEST_F(Area, RoundsTheHeightDownToWholeSteps) {
@@ -113,49 +111,31 @@ TEST_F(Area, ChoosesTheDefaultFilterByTheBitSizeOfTheSource) {
     EXPECT_EQ(16u, bitsOfFilter(0, 0x0001FF21)) << "not registered";
 }
 
-/// Counts its line calls, and its passes while it is exactly the class that announced them.
-class PassConverter : public KyPixelConverter {
+/// A converter of the library with another line form.
+class OwnLines final : public KyGrayscale8ToRGB24 {
 public:
-    explicit PassConverter(std::int64_t source) : KyPixelConverter(source, kOtherType, 1, 1, 1, 1) {
-        SetPassFunction(typeid(PassConverter), [](const KyPixelConverter& converter,
-                                                  const KyPixelConverterContext& context, const KyLinePass& pass) {
-            const auto& self = static_cast<const PassConverter&>(converter);
-            self.passes.push_back(pass);
-            self.filterBits = context.filter->GetBitSize();
-        });
-    }
-
+    OwnLines() : KyGrayscale8ToRGB24(KY_TYPE_GRAYSCALE8, false, 0) {}
     using KyPixelConverter::Convert;
     std::uint32_t Convert(const std::uint8_t*, std::uint8_t*, std::uint32_t) const override { return ++lineCalls; }
 
-    mutable std::vector<KyLinePass> passes;
-    mutable std::uint32_t filterBits = 0, lineCalls = 0;
+    mutable std::uint32_t lineCalls = 0;
 };
 
-class DerivedPassConverter : public PassConverter {
+/// One that changes nothing.
+class SameLines final : public KyGrayscale8ToRGB24 {
 public:
-    using PassConverter::PassConverter;
+    SameLines() : KyGrayscale8ToRGB24(KY_TYPE_GRAYSCALE8, false, 0) {}
 };
 
-TEST_F(Area, PassFunctionServesItsOwnClassOnly) {
-    const PassConverter own(kInterlacedType);
-    own.Convert(source.data(), 10, 4, destination.data(), 11, 4, 9, 5, 0, 1);
-    ASSERT_EQ(2u, own.passes.size());
-    EXPECT_EQ(0u, own.lineCalls);
-    EXPECT_EQ(16u, own.filterBits);
-    const KyLinePass& second = own.passes[1];
-    EXPECT_EQ(source.data() + 20, second.source);
-    EXPECT_EQ(destination.data() + 12, second.destination);
-    EXPECT_EQ(10u, second.sourceStep);
-    EXPECT_EQ(24u, second.destinationStep);
-    EXPECT_EQ(9u, second.width);
-    EXPECT_EQ(4u, second.height);
-    EXPECT_EQ(2u, second.lineStep);
+TEST_F(Area, CallsTheLineFormOfDerivedClasses) {
+    const OwnLines own;
+    own.Convert(source.data(), 10, 4, destination.data(), 11, 4, 9, 4, 0, 1);
+    EXPECT_EQ(4u, own.lineCalls);
+    EXPECT_EQ(0, destination[0]);
 
-    const DerivedPassConverter derived(kInterlacedType);
-    derived.Convert(source.data(), 10, 4, destination.data(), 11, 4, 9, 5, 0, 1);
-    EXPECT_EQ(0u, derived.passes.size());
-    EXPECT_EQ(4u, derived.lineCalls);
+    source[0] = 7;
+    SameLines().Convert(source.data(), 10, 4, destination.data(), 11, 4, 9, 4, 0, 1);
+    EXPECT_EQ(7, destination[2]);
 }
 
 }  // namespace

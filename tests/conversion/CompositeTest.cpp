@@ -84,35 +84,6 @@ TEST(Composite, IntermediateImageHasRoomForLinesThatAreRoundedUp) {
     EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), destination.data(), 3));
 }
 
-/// All lines in one call; remembers the bits of the last filter.
-class ByPass final : public KyPixelConverter {
-public:
-    ByPass(const std::int64_t& source, const std::int64_t& destination)
-        : KyPixelConverter(source, destination, 2, 1, 1, 1) {
-        SetPassFunction(typeid(ByPass), &Pass);
-    }
-    ~ByPass() override;
-
-    static inline std::uint32_t filterBits = 0;
-
-private:
-    static void Pass(const KyPixelConverter&, const KyPixelConverterContext& context, const KyLinePass&) {
-        filterBits = context.filter->GetBitSize();
-    }
-};
-ByPass::~ByPass() = default;
-
-TEST(Composite, FirstStageHasItsOwnDefaultFilterAtAnyWidth) {
-    const std::int64_t interlacedYUV = 0x00240001, gray = 0x00010001;
-    const ByPass first(interlacedYUV, gray);
-    const KyComplexConverter chain(&first, KyPixelTypeFactory::FindConverter(gray, KY_TYPE_RGB24));
-    std::vector<std::uint8_t> source(2 * 1100 * 2), destination(3 * 1100 * 2);
-    for (const std::uint32_t width : {8u, 1025u, 1028u}) {
-        chain.Convert(source.data(), width, 2, destination.data(), width, 2, width, 2, 0, 0);
-        EXPECT_EQ(16u, ByPass::filterBits) << width;
-    }
-}
-
 TEST(Composite, BothStagesSeeTheFilterOrTheirOwnDefault) {
     const std::int64_t byteType = 0x00010001, wordType = 0x00010002;
     Recorder first(byteType, wordType), second(wordType, kEndType);
@@ -182,6 +153,49 @@ TEST(Composite, KeepsItsBuffer) {
     EXPECT_EQ(buffer, first.calls.front().destination);
     chain.Convert(source.data(), destination.data(), 40);
     EXPECT_EQ(buffer, first.calls.back().destination);
+}
+
+/// Writes its number to all lines but the last one of an odd number.
+class LinePairs final : public KyPixelConverter {
+public:
+    explicit LinePairs(std::uint8_t value) : KyPixelConverter(kPlainType, kOtherType, 1, 1, 1, 2), number(value) {}
+    using KyPixelConverter::Convert;
+    std::uint32_t Convert(const std::uint8_t*, std::uint8_t* destination, std::uint32_t count) const override {
+        std::fill_n(destination, 2 * count, number);
+        return KY_STATUS_SUCCESS;
+    }
+
+private:
+    std::uint8_t number;
+};
+
+TEST(Composite, LinesThatTheFirstStageLeavesOutAreZero) {
+    // Through the pooled image of stages that the library does not know, ...
+    const LinePairs first(9);
+    const KyIdentityConverter second(kOtherType, kEndType, 1, 1);
+    const KyComplexConverter chain(&first, &second);
+    std::array<std::uint8_t, 8 * 4> source = {}, destination = {};
+    chain.Convert(source.data(), 8, 4, destination.data(), 8, 4, 8, 4, 0, 0);
+    EXPECT_EQ(9, destination[24]);
+    destination.fill(1);
+    chain.Convert(source.data(), 8, 3, destination.data(), 8, 3, 8, 3, 0, 0);
+    EXPECT_EQ(9, destination[15]);
+    EXPECT_EQ(0, destination[16]);
+    EXPECT_EQ(0, destination[23]);
+
+    // and through the rows of those that it does: nearest-neighbour demosaicing leaves an odd line and an odd pixel out.
+    const KyPixelConverter* const demosaic = KyPixelTypeFactory::FindConverter(0x00020010, KY_TYPE_RGB24_PLANAR);
+    for (const std::uint32_t width : {5u, 64u, 1501u}) {
+        SCOPED_TRACE(width);
+        std::vector<std::uint8_t> mosaic(width * 8, 200), planes(width * 8 * 3);
+        demosaic->Convert(mosaic.data(), width, 8, planes.data(), width, 8, width, 8, 0, 0);
+        EXPECT_EQ(200, planes[0]);
+        std::fill(planes.begin(), planes.end(), std::uint8_t{1});
+        demosaic->Convert(mosaic.data(), width, 7, planes.data(), width, 7, width, 7, 0, 0);
+        EXPECT_EQ(200, planes[std::size_t{width} * 6 - 1 - width % 2]);
+        EXPECT_EQ(0, planes[std::size_t{width} * 6]);
+        EXPECT_EQ(width % 2 != 0 ? 0 : 200, planes[width - 1]);
+    }
 }
 
 }  // namespace

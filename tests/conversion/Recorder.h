@@ -21,7 +21,6 @@ public:
         std::uint32_t count;
         KyPixelConverterContext context;
         const KyPixelConverterContext* record;
-        std::uint32_t areaSourceWidth;
         std::uint32_t filterBits;  ///< 0 without a filter
     };
 
@@ -32,7 +31,6 @@ public:
         : Recorder(source, destination, 1, 1, 1, lines) {}
 
     using KyPixelConverter::Convert;
-    using KyPixelConverter::GetAreaSourceWidth;
     using KyPixelConverter::GetContext;
     using KyPixelConverter::GetLinesPerConvert;
     using KyPixelConverter::GetPipeliningSize;
@@ -40,7 +38,7 @@ public:
 
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
         const KyPixelConverterContext* const context = GetContext();
-        calls.push_back({source, destination, count, *context, context, GetAreaSourceWidth(),
+        calls.push_back({source, destination, count, *context, context,
                          context->filter == nullptr ? 0 : context->filter->GetBitSize()});
         ReleaseContext();
         return status;

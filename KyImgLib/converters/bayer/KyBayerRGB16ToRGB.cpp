@@ -1,34 +1,11 @@
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 
-#include <KyImgLib/converters/FilterStageInternal.h>
-#include <KyImgLib/converters/bayer/BayerDriverInternal.h>
-#include <KyImgLib/kernels/KernelTable.h>
+#include <KyImgLib/converters/bayer/BayerLinesInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
-
-/// The kernels of one destination, at whichever level is active.
-struct KyBayerRGB16ToRGB::Kernels {
-    using Of = ky::BayerKernels<ky::Bayer16Band> ky::Bayer16Table::*;
-
-    static ky::BayerDriver<ky::Bayer16Band> Driver(const KyBayerRGB16ToRGB& converter, Of kernels) {
-        return {ky::ActiveKernels().bayer16.*kernels,
-                sizeof(std::uint16_t),
-                converter.swapRedBlue,
-                16,
-                converter.shiftOrStep,
-                &ky::WordStage};
-    }
-
-    template <Of kKernels>
-    static void ConvertPass(const KyPixelConverter& converter, const KyPixelConverterContext& context,
-                            const KyLinePass& pass) {
-        Driver(static_cast<const KyBayerRGB16ToRGB&>(converter), kKernels).ConvertPass(context, pass);
-    }
-};
 
 namespace {
 constexpr std::uint32_t kWordSize = 2;
 constexpr std::uint32_t kPipelining = 8;
-constexpr std::uint32_t kNeighbourLines = 1;
 // The published number of this one class; every other has 8.
 constexpr std::uint32_t kPipeliningToRGB24 = 2;
 }  // namespace
@@ -40,65 +17,69 @@ KyBayerRGB16ToRGB::KyBayerRGB16ToRGB(const std::int64_t& sourceType, const std::
 
 KyBayerRGB16ToRGB16::KyBayerRGB16ToRGB16(const std::int64_t& sourceType, std::uint32_t shift, std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, KY_TYPE_RGB16, kWordSize, 2, kPipelining, false, shift, reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB16), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB16>, kNeighbourLines);
+    Record::Of(*this).SetKernels(typeid(KyBayerRGB16ToRGB16),
+                                 ky::Bayer16Maker{&ky::Bayer16Table::toRGB16, shiftOrStep, swapRedBlue});
 }
 
 std::uint32_t KyBayerRGB16ToRGB16::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
                                                    std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB16).ConvertLinePair(source, destination, count);
+    return ky::ConvertLinePair(*this, source, destination, count);
 }
 
 std::uint32_t KyBayerRGB16ToRGB16::ConvertInterpolated(const std::uint8_t* source, std::uint8_t* destination,
                                                        std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB16).ConvertInterpolated(source, destination, count);
+    return ky::ConvertInterpolated(*this, source, destination, count);
 }
 
 KyBayerRGB16ToRGB24::KyBayerRGB16ToRGB24(const std::int64_t& sourceType, bool swap, std::uint32_t shift,
                                          std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, swap ? KY_TYPE_BGR24 : KY_TYPE_RGB24, kWordSize, 3, kPipeliningToRGB24, swap, shift,
                         reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB24), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB24>, kNeighbourLines);
+    Record::Of(*this).SetKernels(typeid(KyBayerRGB16ToRGB24),
+                                 ky::Bayer16Maker{&ky::Bayer16Table::toRGB24, shiftOrStep, swapRedBlue});
 }
 
 std::uint32_t KyBayerRGB16ToRGB24::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
                                                    std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB24).ConvertLinePair(source, destination, count);
+    return ky::ConvertLinePair(*this, source, destination, count);
 }
 
 std::uint32_t KyBayerRGB16ToRGB24::ConvertInterpolated(const std::uint8_t* source, std::uint8_t* destination,
                                                        std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB24).ConvertInterpolated(source, destination, count);
+    return ky::ConvertInterpolated(*this, source, destination, count);
 }
 
 KyBayerRGB16ToRGB32::KyBayerRGB16ToRGB32(const std::int64_t& sourceType, bool swap, std::uint32_t shift,
                                          std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, swap ? KY_TYPE_BGR32 : KY_TYPE_RGB32, kWordSize, 4, kPipelining, swap, shift,
                         reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB32), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB32>, kNeighbourLines);
+    Record::Of(*this).SetKernels(typeid(KyBayerRGB16ToRGB32),
+                                 ky::Bayer16Maker{&ky::Bayer16Table::toRGB32, shiftOrStep, swapRedBlue});
 }
 
 std::uint32_t KyBayerRGB16ToRGB32::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
                                                    std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB32).ConvertLinePair(source, destination, count);
+    return ky::ConvertLinePair(*this, source, destination, count);
 }
 
 std::uint32_t KyBayerRGB16ToRGB32::ConvertInterpolated(const std::uint8_t* source, std::uint8_t* destination,
                                                        std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB32).ConvertInterpolated(source, destination, count);
+    return ky::ConvertInterpolated(*this, source, destination, count);
 }
 
 KyBayerRGB16ToRGB48::KyBayerRGB16ToRGB48(const std::int64_t& sourceType, bool normalized, std::uint32_t reserved)
     : KyBayerRGB16ToRGB(sourceType, normalized ? KY_TYPE_RGB48 | KY_TYPE_NORMALIZED : KY_TYPE_RGB48, kWordSize, 6,
                         kPipelining, false, 0, reserved) {
-    SetPassFunction(typeid(KyBayerRGB16ToRGB48), &Kernels::ConvertPass<&ky::Bayer16Table::toRGB48>, kNeighbourLines);
+    Record::Of(*this).SetKernels(typeid(KyBayerRGB16ToRGB48),
+                                 ky::Bayer16Maker{&ky::Bayer16Table::toRGB48, shiftOrStep, swapRedBlue});
 }
 
 std::uint32_t KyBayerRGB16ToRGB48::ConvertLinePair(const std::uint8_t* source, std::uint8_t* destination,
                                                    std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB48).ConvertLinePair(source, destination, count);
+    return ky::ConvertLinePair(*this, source, destination, count);
 }
 
 std::uint32_t KyBayerRGB16ToRGB48::ConvertInterpolated(const std::uint8_t* source, std::uint8_t* destination,
                                                        std::uint32_t count) const {
-    return Kernels::Driver(*this, &ky::Bayer16Table::toRGB48).ConvertInterpolated(source, destination, count);
+    return ky::ConvertInterpolated(*this, source, destination, count);
 }

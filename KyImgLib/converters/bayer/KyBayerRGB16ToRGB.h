@@ -18,9 +18,6 @@ protected:
     /// \param reserved  has no effect
     KyBayerRGB16ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType, std::uint32_t a,
                       std::uint32_t b, std::uint32_t c, bool swap, std::uint32_t shift, std::uint32_t reserved);
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
 };
 
 /// Bayer mosaic to RGB16: 16-bit words 5-6-5, red in the high bits.

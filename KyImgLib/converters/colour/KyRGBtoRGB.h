@@ -53,14 +53,6 @@ protected:
     const std::uint32_t Shift;                ///< right shift of filtered words; otherwise 0
     const std::uint32_t DestinationIndex[3];  ///< byte of a destination pixel that red, green and blue go to
     const std::uint32_t SourceIndex[3];       ///< channel of a source pixel that red, green and blue come from
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
-
-private:
-    /// Of a pixel, as given to the constructor.
-    std::uint32_t SourceBytes() const;
-    std::uint32_t DestinationBytes() const;
 };
 
 /// Three bytes to RGB16.

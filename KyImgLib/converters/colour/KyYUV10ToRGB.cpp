@@ -1,19 +1,6 @@
 #include <KyImgLib/converters/colour/KyYUV10ToRGB.h>
 
-#include <KyImgLib/converters/colour/ColourDriverInternal.h>
-
-#include <algorithm>
-
-struct KyYUV10ToRGB::Kernels {
-    static void ConvertPass(const KyPixelConverter& base, const KyPixelConverterContext& context,
-                            const KyLinePass& pass) {
-        const auto& converter = static_cast<const KyYUV10ToRGB&>(base);
-        ky::Colour8Band band = ky::YUVBand(context, converter.DestinationIsBGR);
-        band.sampleShift = static_cast<std::uint8_t>(std::min(converter.Shift, 16u));
-        const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422Words, pixelBytes), 2, band, pass);
-    }
-};
+#include <KyImgLib/converters/colour/ColourKernelsInternal.h>
 
 KyYUV10ToRGB::KyYUV10ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType,
                            std::uint32_t sourcePixelBytes, std::uint32_t destinationPixelBytes,
@@ -32,17 +19,20 @@ constexpr std::uint32_t kLines = 1;
 
 KyYUV10ToRGB16::KyYUV10ToRGB16(const std::int64_t& sourceType, std::uint32_t shift)
     : KyYUV10ToRGB(sourceType, KY_TYPE_RGB16, kSourceBytes, 2, kPipelining, false, shift, kLines) {
-    SetPassFunction(typeid(KyYUV10ToRGB16), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(typeid(KyYUV10ToRGB16),
+                                 ky::YUVMaker{&ky::YUVKernels::from422Words, 2, DestinationIsBGR, 2, 4, 1, Shift, {}});
 }
 
 KyYUV10ToRGB24::KyYUV10ToRGB24(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t shift)
     : KyYUV10ToRGB(sourceType, ky::RGB24Or(destinationIsBGR), kSourceBytes, 3, kPipelining, destinationIsBGR, shift,
                    kLines) {
-    SetPassFunction(typeid(KyYUV10ToRGB24), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(typeid(KyYUV10ToRGB24),
+                                 ky::YUVMaker{&ky::YUVKernels::from422Words, 3, DestinationIsBGR, 2, 4, 1, Shift, {}});
 }
 
 KyYUV10ToRGB32::KyYUV10ToRGB32(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t shift)
     : KyYUV10ToRGB(sourceType, ky::RGB32Or(destinationIsBGR), kSourceBytes, 4, kPipelining, destinationIsBGR, shift,
                    kLines) {
-    SetPassFunction(typeid(KyYUV10ToRGB32), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(typeid(KyYUV10ToRGB32),
+                                 ky::YUVMaker{&ky::YUVKernels::from422Words, 4, DestinationIsBGR, 2, 4, 1, Shift, {}});
 }

@@ -1,20 +1,6 @@
 #include <KyImgLib/converters/colour/KyYUV8444ToRGB.h>
 
-#include <KyImgLib/converters/colour/ColourDriverInternal.h>
-
-struct KyYUV8444ToRGB::Kernels {
-    static void ConvertPass(const KyPixelConverter& base, const KyPixelConverterContext& context,
-                            const KyLinePass& pass) {
-        const auto& converter = static_cast<const KyYUV8444ToRGB&>(base);
-        ky::Colour8Band band = ky::YUVBand(context, converter.DestinationIsBGR);
-        band.sampleBytes = converter.ChannelBytes;
-        band.places[0] = converter.YIndex;
-        band.places[1] = converter.UIndex;
-        band.places[2] = converter.VIndex;
-        const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from444, pixelBytes), 1, band, pass);
-    }
-};
+#include <KyImgLib/converters/colour/ColourKernelsInternal.h>
 
 KyYUV8444ToRGB::KyYUV8444ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType,
                                std::uint32_t sourceByteSize, std::uint32_t destinationPixelBytes,
@@ -37,19 +23,25 @@ KyYUV8444ToRGB16::KyYUV8444ToRGB16(const std::int64_t& sourceType, std::uint32_t
                                    std::uint32_t uIndex, std::uint32_t vIndex)
     : KyYUV8444ToRGB(sourceType, KY_TYPE_RGB16, kSourceBytes, 2, kPipelining, false, extra, yIndex, uIndex, vIndex,
                      kLines) {
-    SetPassFunction(typeid(KyYUV8444ToRGB16), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8444ToRGB16),
+        ky::YUVMaker{&ky::YUVKernels::from444, 2, DestinationIsBGR, 1, 3, ChannelBytes, 0, {YIndex, UIndex, VIndex}});
 }
 
 KyYUV8444ToRGB24::KyYUV8444ToRGB24(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t extra,
                                    std::uint32_t yIndex, std::uint32_t uIndex, std::uint32_t vIndex)
     : KyYUV8444ToRGB(sourceType, ky::RGB24Or(destinationIsBGR), kSourceBytes, 3, kPipelining, destinationIsBGR, extra,
                      yIndex, uIndex, vIndex, kLines) {
-    SetPassFunction(typeid(KyYUV8444ToRGB24), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8444ToRGB24),
+        ky::YUVMaker{&ky::YUVKernels::from444, 3, DestinationIsBGR, 1, 3, ChannelBytes, 0, {YIndex, UIndex, VIndex}});
 }
 
 KyYUV8444ToRGB32::KyYUV8444ToRGB32(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t extra,
                                    std::uint32_t yIndex, std::uint32_t uIndex, std::uint32_t vIndex)
     : KyYUV8444ToRGB(sourceType, ky::RGB32Or(destinationIsBGR), kSourceBytes, 4, kPipelining, destinationIsBGR, extra,
                      yIndex, uIndex, vIndex, kLines) {
-    SetPassFunction(typeid(KyYUV8444ToRGB32), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8444ToRGB32),
+        ky::YUVMaker{&ky::YUVKernels::from444, 4, DestinationIsBGR, 1, 3, ChannelBytes, 0, {YIndex, UIndex, VIndex}});
 }

@@ -34,9 +34,6 @@ protected:
     const std::uint32_t YIndex;
     const std::uint32_t UIndex;
     const std::uint32_t VIndex;
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
 };
 
 /// YUV 4:4:4 to RGB16: 16-bit words 5-6-5, red in the high bits.

@@ -1,17 +1,6 @@
 #include <KyImgLib/converters/colour/KyYUV8ToRGB.h>
 
-#include <KyImgLib/converters/colour/ColourDriverInternal.h>
-
-struct KyYUV8toRGB::Kernels {
-    static void ConvertPass(const KyPixelConverter& base, const KyPixelConverterContext& context,
-                            const KyLinePass& pass) {
-        const auto& converter = static_cast<const KyYUV8toRGB&>(base);
-        ky::Colour8Band band = ky::YUVBand(context, converter.DestinationIsBGR);
-        band.sampleBytes = converter.ChannelBytes;
-        const std::uint32_t pixelBytes = converter.KyPixelConverter::GetDestinationByteSize();
-        ky::ConvertLines(ky::KernelTo(ky::ActiveKernels().yuv.from422, pixelBytes), 2, band, pass);
-    }
-};
+#include <KyImgLib/converters/colour/ColourKernelsInternal.h>
 
 KyYUV8toRGB::KyYUV8toRGB(const std::int64_t& sourceType, const std::int64_t& destinationType,
                          std::uint32_t sourceUnitBytes, std::uint32_t destinationPixelBytes,
@@ -30,17 +19,20 @@ constexpr std::uint32_t kLines = 1;
 
 KyYUV8ToRGB16::KyYUV8ToRGB16(const std::int64_t& sourceType, std::uint32_t extra)
     : KyYUV8toRGB(sourceType, KY_TYPE_RGB16, kUnitBytes, 2, kPipelining, false, extra, kLines) {
-    SetPassFunction(typeid(KyYUV8ToRGB16), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8ToRGB16), ky::YUVMaker{&ky::YUVKernels::from422, 2, DestinationIsBGR, 2, 4, ChannelBytes, 0, {}});
 }
 
 KyYUV8ToRGB24::KyYUV8ToRGB24(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t extra)
     : KyYUV8toRGB(sourceType, ky::RGB24Or(destinationIsBGR), kUnitBytes, 3, kPipelining, destinationIsBGR, extra,
                   kLines) {
-    SetPassFunction(typeid(KyYUV8ToRGB24), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8ToRGB24), ky::YUVMaker{&ky::YUVKernels::from422, 3, DestinationIsBGR, 2, 4, ChannelBytes, 0, {}});
 }
 
 KyYUV8ToRGB32::KyYUV8ToRGB32(const std::int64_t& sourceType, bool destinationIsBGR, std::uint32_t extra)
     : KyYUV8toRGB(sourceType, ky::RGB32Or(destinationIsBGR), kUnitBytes, 4, kPipelining, destinationIsBGR, extra,
                   kLines) {
-    SetPassFunction(typeid(KyYUV8ToRGB32), &Kernels::ConvertPass);
+    Record::Of(*this).SetKernels(
+        typeid(KyYUV8ToRGB32), ky::YUVMaker{&ky::YUVKernels::from422, 4, DestinationIsBGR, 2, 4, ChannelBytes, 0, {}});
 }

@@ -38,9 +38,6 @@ protected:
     const bool DestinationIsBGR;
     const std::uint32_t ChannelBytes;         ///< bytes of a sample
     const std::uint32_t DestinationIndex[3];  ///< byte of a destination pixel that red, green and blue go to
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
 };
 
 /// YUV 4:2:2 to RGB16: 16-bit words 5-6-5, red in the high bits.

@@ -1,7 +1,7 @@
 #ifndef KYIMGLIB_CONVERTERS_COLOUR_RGB16FILTERINTERNAL_H
 #define KYIMGLIB_CONVERTERS_COLOUR_RGB16FILTERINTERNAL_H
 
-#include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/conversion/FilterRecordInternal.h>
 #include <KyImgLib/kernels/Filter8.h>
 
 #include <algorithm>
@@ -21,14 +21,14 @@ public:
     /// \param tables       kTableBytes, which stay as long as the stage is used
     RGB16Filter(const KyRGBFilter& filter, bool expandFirst, std::uint8_t* tables) {
         std::uint8_t* const greenTable = tables + 256;
-        const std::uint8_t red = filter.GetRedTable8()[0], blue = filter.GetBlueTable8()[0];
-        const std::uint8_t* const greens = filter.GetGreenTable8();
+        const std::uint8_t red = filter.GetRedValue8(0), blue = filter.GetBlueValue8(0);
         FillConstant(stage.channel[0], tables, expandFirst ? red : Expand(red, 5));
         FillConstant(stage.channel[2], tables + 512, expandFirst ? blue : Expand(blue, 5));
         std::fill_n(greenTable, 256, std::uint8_t{0});  // from 64 on never asked for
-        for (std::uint32_t i = 0; i < 64; ++i) greenTable[i] = expandFirst ? greens[4 * i] : Expand(greens[i], 6);
+        for (std::uint32_t i = 0; i < 64; ++i)
+            greenTable[i] = expandFirst ? filter.GetGreenValue8(4 * i) : Expand(filter.GetGreenValue8(i), 6);
         stage.channel[1].table = greenTable;
-        stage.channel[1].isLinear = filter.GetGreenShape().isIdentity;  // either way 4 i then
+        stage.channel[1].isLinear = FilterRecord::Of(filter).green.view.isIdentity;  // either way 4 i then
         stage.channel[1].shift = 8;
         stage.channel[1].multiplier = 4 << 8;
     }

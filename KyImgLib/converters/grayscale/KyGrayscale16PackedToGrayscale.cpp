@@ -1,6 +1,6 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16PackedToGrayscale.h>
 
-#include <KyImgLib/converters/grayscale/KyGrayscale16PackedKernelsInternal.h>
+#include <KyImgLib/converters/grayscale/GrayKernelsInternal.h>
 
 namespace {
 
@@ -29,27 +29,38 @@ KyGrayscale16PackedToGrayscale16::KyGrayscale16PackedToGrayscale16(const std::in
                                                                    short position)
     : KyGrayscale16PackedConverter(sourceType, destinationType, kWordSize, kPipelining, leftShiftCount, mask,
                                    position) {
-    SetPassFunction(typeid(KyGrayscale16PackedToGrayscale16), &Kernels::ConvertPass<&ky::GrayTable::unpack>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16PackedToGrayscale16),
+                                 ky::PackedMaker::Of(ky::GrayMaker::Of(&ky::GrayTable::unpack, 0,
+                                                                       ky::HalvesToPlain(sourceType, destinationType)),
+                                                     destinationType, leftShift, lowMask, lowPosition));
 }
 
 KyGrayscale16PackedToGrayscale8::KyGrayscale16PackedToGrayscale8(const std::int64_t& sourceType,
                                                                  unsigned short leftShiftCount, unsigned short mask)
     : KyGrayscale16PackedConverter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, static_cast<short>(leftShiftCount),
                                    mask, kLowPosition) {
-    SetPassFunction(typeid(KyGrayscale16PackedToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16PackedToGrayscale8),
+        ky::GrayMaker::To(&ky::GrayTable::toGray8, &ky::GrayKernels::fromPacked, 0, ky::HalvesOf(sourceType)));
 }
 
 KyGrayscale10PackedGEVToGrayscale10::KyGrayscale10PackedGEVToGrayscale10(const std::int64_t& sourceType)
     : KyGrayscale16PackedConverter(sourceType, kGrayscale10, kWordSize, kPipelining, 2, 0x03, kLowPosition) {
-    SetPassFunction(typeid(KyGrayscale10PackedGEVToGrayscale10), &Kernels::ConvertPass<&ky::GrayTable::unpack>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale10PackedGEVToGrayscale10),
+                                 ky::PackedMaker::Of(ky::GrayMaker::Of(&ky::GrayTable::unpack, 0, {}), kGrayscale10,
+                                                     leftShift, lowMask, lowPosition));
 }
 
 KyGrayscale12PackedGEVToGrayscale12::KyGrayscale12PackedGEVToGrayscale12(const std::int64_t& sourceType)
     : KyGrayscale16PackedConverter(sourceType, kGrayscale12, kWordSize, kPipelining, 4, 0x0F, kLowPosition) {
-    SetPassFunction(typeid(KyGrayscale12PackedGEVToGrayscale12), &Kernels::ConvertPass<&ky::GrayTable::unpack>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale12PackedGEVToGrayscale12),
+                                 ky::PackedMaker::Of(ky::GrayMaker::Of(&ky::GrayTable::unpack, 0, {}), kGrayscale12,
+                                                     leftShift, lowMask, lowPosition));
 }
 
 KyGrayscale16PackedGEVToGrayscale8::KyGrayscale16PackedGEVToGrayscale8(const std::int64_t& sourceType)
     : KyGrayscale16PackedConverter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, 4, 0x0F, kLowPosition) {
-    SetPassFunction(typeid(KyGrayscale16PackedGEVToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16PackedGEVToGrayscale8),
+        ky::GrayMaker::To(&ky::GrayTable::toGray8, &ky::GrayKernels::fromPacked, 0, ky::HalvesOf(sourceType)));
 }

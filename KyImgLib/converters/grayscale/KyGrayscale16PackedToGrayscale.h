@@ -33,10 +33,6 @@ protected:
                                  std::uint32_t destinationByteSize, std::uint32_t pipeliningSize, short leftShift,
                                  unsigned short lowMask, short lowPosition);
 
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
-
-private:
     const short leftShift;
     const unsigned short lowMask;
     const short lowPosition;
@@ -63,13 +59,15 @@ public:
     KyGrayscale16PackedToGrayscale8(const std::int64_t& sourceType, unsigned short leftShift, unsigned short lowMask);
 };
 
-/// GigE Vision packed 10 bits to 10 bits in 16-bit words.
+/// GigE Vision packed 10 bits to 10 bits in 16-bit words. Samples stay in the order of the source, whatever tap layout its ID
+/// has.
 class KYIMGLIB_API KyGrayscale10PackedGEVToGrayscale10 : public KyGrayscale16PackedConverter {
 public:
     explicit KyGrayscale10PackedGEVToGrayscale10(const std::int64_t& sourceType);
 };
 
-/// GigE Vision packed 12 bits to 12 bits in 16-bit words.
+/// GigE Vision packed 12 bits to 12 bits in 16-bit words. Samples stay in the order of the source, whatever tap layout its ID
+/// has.
 class KYIMGLIB_API KyGrayscale12PackedGEVToGrayscale12 : public KyGrayscale16PackedConverter {
 public:
     explicit KyGrayscale12PackedGEVToGrayscale12(const std::int64_t& sourceType);

@@ -1,6 +1,6 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16PackedToRGB.h>
 
-#include <KyImgLib/converters/grayscale/KyGrayscale16PackedKernelsInternal.h>
+#include <KyImgLib/converters/grayscale/GrayKernelsInternal.h>
 
 namespace {
 constexpr std::uint32_t kPipelining = 2;
@@ -17,17 +17,23 @@ KyGrayscale16PackedToRGB::KyGrayscale16PackedToRGB(const std::int64_t& sourceTyp
 KyGrayscale16PackedToRGB16::KyGrayscale16PackedToRGB16(const std::int64_t& sourceType, std::uint32_t leftShiftCount,
                                                        std::uint32_t mask)
     : KyGrayscale16PackedToRGB(sourceType, KY_TYPE_RGB16, 2, leftShiftCount, mask) {
-    SetPassFunction(typeid(KyGrayscale16PackedToRGB16), &Kernels::ConvertPass<&ky::GrayTable::toRGB16>);
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16PackedToRGB16),
+        ky::GrayMaker::To(&ky::GrayTable::toRGB16, &ky::GrayKernels::fromPacked, 0, ky::HalvesOf(sourceType)));
 }
 
 KyGrayscale16PackedToRGB24::KyGrayscale16PackedToRGB24(const std::int64_t& sourceType, bool alternate,
                                                        std::uint32_t leftShiftCount, std::uint32_t mask)
     : KyGrayscale16PackedToRGB(sourceType, alternate ? KY_TYPE_BGR24 : KY_TYPE_RGB24, 3, leftShiftCount, mask) {
-    SetPassFunction(typeid(KyGrayscale16PackedToRGB24), &Kernels::ConvertPass<&ky::GrayTable::toRGB24>);
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16PackedToRGB24),
+        ky::GrayMaker::To(&ky::GrayTable::toRGB24, &ky::GrayKernels::fromPacked, 0, ky::HalvesOf(sourceType)));
 }
 
 KyGrayscale16PackedToRGB32::KyGrayscale16PackedToRGB32(const std::int64_t& sourceType, bool alternate,
                                                        std::uint32_t leftShiftCount, std::uint32_t mask)
     : KyGrayscale16PackedToRGB(sourceType, alternate ? KY_TYPE_BGR32 : KY_TYPE_RGB32, 4, leftShiftCount, mask) {
-    SetPassFunction(typeid(KyGrayscale16PackedToRGB32), &Kernels::ConvertPass<&ky::GrayTable::toRGB32>);
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16PackedToRGB32),
+        ky::GrayMaker::To(&ky::GrayTable::toRGB32, &ky::GrayKernels::fromPacked, 0, ky::HalvesOf(sourceType)));
 }

@@ -1,6 +1,6 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16Segmented.h>
 
-#include <KyImgLib/converters/grayscale/KyGrayscale16KernelsInternal.h>
+#include <KyImgLib/converters/grayscale/GrayKernelsInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 namespace {
@@ -22,8 +22,8 @@ KyGrayscale16SegmentedToGrayscale16::KyGrayscale16SegmentedToGrayscale16(const s
                                                                          const std::int64_t& destinationType,
                                                                          std::uint32_t shiftCount)
     : KyGrayscale16Converter(sourceType, destinationType, 2, kPipelining, LinesPerConvert(sourceType), shiftCount) {
-    SetPassFunction(typeid(KyGrayscale16SegmentedToGrayscale16),
-                    &Kernels::ConvertPass<&ky::GrayTable::shiftRight, &ky::TapLayout::OfSource>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16SegmentedToGrayscale16),
+                                 ky::GrayMaker::Of(&ky::GrayTable::shiftRight, shift, ky::TapsOf(sourceType)));
 }
 
 KyGrayscale16SegmentedToRGB24_32::KyGrayscale16SegmentedToRGB24_32(const std::int64_t& sourceType, bool alternate,
@@ -31,8 +31,8 @@ KyGrayscale16SegmentedToRGB24_32::KyGrayscale16SegmentedToRGB24_32(const std::in
                                                                    std::uint32_t destinationByteSize)
     : KyGrayscale16Converter(sourceType, RGBType(alternate, destinationByteSize == 4), destinationByteSize == 4 ? 4 : 3,
                              kPipelining, LinesPerConvert(sourceType), shiftCount) {
-    SetPassFunction(typeid(KyGrayscale16SegmentedToRGB24_32),
-                    destinationByteSize == 4
-                        ? &Kernels::ConvertPass<&ky::GrayTable::toRGB32, &ky::TapLayout::OfSource>
-                        : &Kernels::ConvertPass<&ky::GrayTable::toRGB24, &ky::TapLayout::OfSource>);
+    const auto destination = destinationByteSize == 4 ? &ky::GrayTable::toRGB32 : &ky::GrayTable::toRGB24;
+    Record::Of(*this).SetKernels(
+        typeid(KyGrayscale16SegmentedToRGB24_32),
+        ky::GrayMaker::To(destination, &ky::GrayKernels::fromWords, shift, ky::TapsOf(sourceType)));
 }

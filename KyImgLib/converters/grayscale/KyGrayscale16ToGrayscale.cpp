@@ -1,6 +1,6 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16ToGrayscale.h>
 
-#include <KyImgLib/converters/grayscale/KyGrayscale16KernelsInternal.h>
+#include <KyImgLib/converters/grayscale/GrayKernelsInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 namespace {
@@ -19,22 +19,26 @@ KyGrayscale16ToGrayscale16RightShift::KyGrayscale16ToGrayscale16RightShift(const
                                                                            const std::int64_t& destinationType,
                                                                            std::uint32_t shiftCount)
     : KyGrayscale16Converter(sourceType, destinationType, kWordSize, kPipelining, 1, shiftCount) {
-    SetPassFunction(typeid(KyGrayscale16ToGrayscale16RightShift), &Kernels::ConvertPass<&ky::GrayTable::shiftRight>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16ToGrayscale16RightShift),
+                                 ky::GrayMaker::Of(&ky::GrayTable::shiftRight, shift));
 }
 
 KyGrayscale16ToGrayscale16LeftShift::KyGrayscale16ToGrayscale16LeftShift(const std::int64_t& sourceType,
                                                                          const std::int64_t& destinationType,
                                                                          std::uint32_t shiftCount)
     : KyGrayscale16Converter(sourceType, destinationType, kWordSize, kPipelining, 1, shiftCount) {
-    SetPassFunction(typeid(KyGrayscale16ToGrayscale16LeftShift), &Kernels::ConvertPass<&ky::GrayTable::shiftLeft>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16ToGrayscale16LeftShift),
+                                 ky::GrayMaker::Of(&ky::GrayTable::shiftLeft, shift));
 }
 
 KyGrayscale16ToGrayscale8::KyGrayscale16ToGrayscale8(const std::int64_t& sourceType, std::uint32_t shiftCount)
     : KyGrayscale16Converter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, 1, shiftCount) {
-    SetPassFunction(typeid(KyGrayscale16ToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16ToGrayscale8),
+                                 ky::GrayMaker::To(&ky::GrayTable::toGray8, &ky::GrayKernels::fromWords, shift));
 }
 
 KyGrayscale16NormalizedToGrayscale8::KyGrayscale16NormalizedToGrayscale8(const std::int64_t& sourceType)
     : KyGrayscale16Converter(sourceType, KY_TYPE_GRAYSCALE8, 1, kPipelining, 1, kHighByte) {
-    SetPassFunction(typeid(KyGrayscale16NormalizedToGrayscale8), &Kernels::ConvertPass<&ky::GrayTable::toGray8>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale16NormalizedToGrayscale8),
+                                 ky::GrayMaker::To(&ky::GrayTable::toGray8, &ky::GrayKernels::fromWords, shift));
 }

@@ -18,9 +18,6 @@ protected:
                            std::uint32_t linesPerConvert, std::uint32_t shift);
 
     const std::uint32_t shift;
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
 };
 
 /// Words to words, shifted right: normalized words to right-aligned ones, or 16 bits to fewer.

@@ -1,36 +1,33 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale8ToRGB.h>
 
-#include <KyImgLib/converters/grayscale/GrayBandInternal.h>
+#include <KyImgLib/converters/grayscale/GrayKernelsInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
-/// The kernels of one destination, at whichever level is active.
-struct KyGrayscale8ToRGB::Kernels {
-    using To = ky::GrayKernels ky::GrayTable::*;
+namespace {
 
-    template <To kDestination>
-    static void ConvertPass(const KyPixelConverter& converter, const KyPixelConverterContext& context,
-                            const KyLinePass& pass) {
-        const std::uint32_t pixelBytes = converter.GetSourceByteSize();
-        ky::GrayBand band = ky::BandOf(converter, context, pass, pass.width, ky::TapLayout());
-        band.pixelBytes = pixelBytes;
-        band.shift = 8;  // the high byte of words
-        const ky::GrayKernels& kernels = ky::ActiveKernels().gray.*kDestination;
-        (pixelBytes == 1 ? kernels.fromBytes : pixelBytes == 2 ? kernels.fromWords : kernels.fromLastBytes)(band);
-    }
+constexpr std::uint32_t kPipelining = 4;
 
-    template <To kDestination>
-    static std::uint32_t ConvertByte(const std::uint8_t* source, std::uint8_t* destination) {
-        ky::GrayBand band = {};
-        band.source = source;
-        band.destination = destination;
-        band.width = band.lines = band.taps = 1;
-        (ky::ActiveKernels().gray.*kDestination).fromBytes(band);
-        return KY_STATUS_SUCCESS;
+/// The last byte of each pixel.
+struct LastByteMaker {
+    ky::GrayKernels ky::GrayTable::*destination;
+    std::uint32_t pixelBytes;
+
+    bool AddKernels(const ky::ConversionSettings& conversion, ky::Pipeline& pipeline) const {
+        if (pixelBytes > 2) ky::ActiveKernels().gray.gather({pixelBytes, 1, 1, false, {}}, pipeline.Add());
+        constexpr std::uint32_t kHighByte = 8;
+        const auto source = pixelBytes == 2 ? &ky::GrayKernels::fromWords : &ky::GrayKernels::fromBytes;
+        return ky::GrayMaker::To(destination, source, kHighByte).AddKernels(conversion, pipeline);
     }
 };
 
-namespace {
-constexpr std::uint32_t kPipelining = 4;
+std::uint32_t ConvertByte(ky::GrayKernels ky::GrayTable::*to, const std::uint8_t* source, std::uint8_t* destination) {
+    ky::Pipeline pipeline;
+    LastByteMaker{to, 1}.AddKernels({}, pipeline);
+    pipeline.SetSize(0, 1, 1, 1);
+    pipeline.Run({ky::SourceRows::OfImage(source, 0), ky::DestinationRows::OfImage(destination, 0), {}}, 0, 1);
+    return KY_STATUS_SUCCESS;
+}
+
 }  // namespace
 
 KyGrayscale8ToRGB::KyGrayscale8ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType,
@@ -39,27 +36,27 @@ KyGrayscale8ToRGB::KyGrayscale8ToRGB(const std::int64_t& sourceType, const std::
 
 KyGrayscale8ToRGB16::KyGrayscale8ToRGB16(const std::int64_t& sourceType, std::uint32_t n)
     : KyGrayscale8ToRGB(sourceType, KY_TYPE_RGB16, 2, n) {
-    SetPassFunction(typeid(KyGrayscale8ToRGB16), &Kernels::ConvertPass<&ky::GrayTable::toRGB16>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale8ToRGB16), LastByteMaker{&ky::GrayTable::toRGB16, n + 1});
 }
 
 std::uint32_t KyGrayscale8ToRGB16::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    return Kernels::ConvertByte<&ky::GrayTable::toRGB16>(source, destination);
+    return ConvertByte(&ky::GrayTable::toRGB16, source, destination);
 }
 
 KyGrayscale8ToRGB24::KyGrayscale8ToRGB24(const std::int64_t& sourceType, bool alternate, std::uint32_t n)
     : KyGrayscale8ToRGB(sourceType, alternate ? KY_TYPE_BGR24 : KY_TYPE_RGB24, 3, n) {
-    SetPassFunction(typeid(KyGrayscale8ToRGB24), &Kernels::ConvertPass<&ky::GrayTable::toRGB24>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale8ToRGB24), LastByteMaker{&ky::GrayTable::toRGB24, n + 1});
 }
 
 std::uint32_t KyGrayscale8ToRGB24::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    return Kernels::ConvertByte<&ky::GrayTable::toRGB24>(source + GetSourceByteSize() - 1, destination);
+    return ConvertByte(&ky::GrayTable::toRGB24, source + GetSourceByteSize() - 1, destination);
 }
 
 KyGrayscale8ToRGB32::KyGrayscale8ToRGB32(const std::int64_t& sourceType, bool alternate, std::uint32_t n)
     : KyGrayscale8ToRGB(sourceType, alternate ? KY_TYPE_BGR32 : KY_TYPE_RGB32, 4, n) {
-    SetPassFunction(typeid(KyGrayscale8ToRGB32), &Kernels::ConvertPass<&ky::GrayTable::toRGB32>);
+    Record::Of(*this).SetKernels(typeid(KyGrayscale8ToRGB32), LastByteMaker{&ky::GrayTable::toRGB32, n + 1});
 }
 
 std::uint32_t KyGrayscale8ToRGB32::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    return Kernels::ConvertByte<&ky::GrayTable::toRGB32>(source + GetSourceByteSize() - 1, destination);
+    return ConvertByte(&ky::GrayTable::toRGB32, source + GetSourceByteSize() - 1, destination);
 }

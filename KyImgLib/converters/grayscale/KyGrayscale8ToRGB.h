@@ -12,9 +12,6 @@ protected:
     /// \param n  bytes of a source pixel before the one that is read
     KyGrayscale8ToRGB(const std::int64_t& sourceType, const std::int64_t& destinationType,
                       std::uint32_t destinationByteSize, std::uint32_t n);
-
-    /// Calls the library's kernels for its own converters.
-    struct Kernels;
 };
 
 /// Gray g to RGB16: 16-bit words 5-6-5, (g & 0xF8) << 8 | (g & 0xFC) << 3 | g >> 3.

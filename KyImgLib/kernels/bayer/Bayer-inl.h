@@ -3,10 +3,9 @@
 // Each piece builds on those before it.
 // clang-format off
 #include <KyImgLib/kernels/Lanes-inl.h>
-#include <KyImgLib/kernels/Gather-inl.h>
+#include <KyImgLib/kernels/RowWalk-inl.h>
 #include <KyImgLib/kernels/Filter8-inl.h>
 #include <KyImgLib/kernels/Filter16-inl.h>
-#include <KyImgLib/kernels/Streaming-inl.h>
 #include <KyImgLib/kernels/Writers-inl.h>
 // clang-format on
 
@@ -17,23 +16,79 @@ void StoreSite(const Filter& filter, const SiteColours<Sample>& site, bool ownIs
     const Sample third = ownIsBlue ? site.own : site.opposite;
     using Value = typename Writer::Value;
     Writer::StorePixel(static_cast<Value>(filter.Value(0, first)), static_cast<Value>(filter.Value(1, site.green)),
-                       static_cast<Value>(filter.Value(2, third)), to);
+                       static_cast<Value>(filter.Value(2, third)), &to);
+}
+
+/// The row of the mosaic with this number.
+template <class Settings>
+MosaicLine LineOf(const Settings& settings, std::uint32_t y) {
+    return y % 2 == 0 ? settings.firstLine : settings.firstLine.Next();
+}
+
+/// What an odd last column gets: the pixel to its left, whose cell is the nearest one.
+template <class Writer>
+void RepeatLastPixel(const Tile& tile, std::uint8_t* row) {
+    constexpr std::size_t kBytes = Writer::kPixelBytes;
+    if (tile.end == tile.width && tile.width % 2 != 0)
+        std::memcpy(row + (tile.width - 1) * kBytes, row + (tile.width - 2) * kBytes, kBytes);
+}
+
+/// The rows of the cells that make rows y and y + 1. An odd last row repeats the one before it. False where there is no cell
+/// at all: its pixels are 0.
+template <class Writer>
+bool HasCells(const Tile& tile, std::uint32_t y, std::uint32_t& cells) {
+    const bool isOddLast = y + 1 == tile.last;
+    cells = isOddLast && y >= 2 ? y - 2 : y;
+    if (tile.width >= 2 && cells + 1 < tile.last) return true;
+    std::memset(tile.destination[y] + tile.begin * Writer::kPixelBytes, 0,
+                (tile.end - tile.begin) * Writer::kPixelBytes);
+    if (!isOddLast)
+        std::memset(tile.destination[y + 1] + tile.begin * Writer::kPixelBytes, 0,
+                    (tile.end - tile.begin) * Writer::kPixelBytes);
+    return false;
 }
 
 #if KY_PLAIN
 
-#include <KyImgLib/kernels/bayer/Plain-inl.h>
+#include <KyImgLib/kernels/bayer/Scalar-inl.h>
 
 #else
 
 // clang-format off
-#include <KyImgLib/kernels/bayer/SourceLines-inl.h>
 #include <KyImgLib/kernels/bayer/Sites-inl.h>
-#include <KyImgLib/kernels/bayer/Interpolate-inl.h>
-#include <KyImgLib/kernels/bayer/Replicate-inl.h>
+#include <KyImgLib/kernels/bayer/Bilinear-inl.h>
+#include <KyImgLib/kernels/bayer/Nearest-inl.h>
 // clang-format on
 
 #endif
 
-template <class Writer, class Band>
-constexpr BayerKernels<Band> KernelsTo = {&Interpolate<Writer, Band>, &Replicate<Writer, Band>};
+template <class Writer, class Settings>
+RowKernel::Needs NeedsOf() {
+    RowKernel::Needs needs;
+    needs.groupBytes = sizeof(typename Settings::Sample);
+    needs.pixelBytes = Writer::kPixelBytes;
+    needs.rowsAtOnce = 2;
+    needs.isComputeBound = true;
+    return needs;
+}
+
+template <class Writer, class Settings>
+void MakeBilinear(const Settings& settings, RowKernel& kernel) {
+    RowKernel::Needs needs = NeedsOf<Writer, Settings>();
+    needs.neighbours = 1;
+    SetBilinear<Writer>(needs, settings, kernel);
+}
+
+template <class Writer, class Settings>
+void MakeNearest(const Settings& settings, RowKernel& kernel) {
+    RowKernel::Needs needs = NeedsOf<Writer, Settings>();
+    needs.group = 2;
+    needs.groupBytes *= 2;
+    needs.rowStep = 2;
+    needs.neighbours = settings.repeatsLast ? 2 : 0;  // the cells of an odd last row are above it
+    needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
+    SetNearest<Writer>(needs, settings, kernel);
+}
+
+template <class Writer, class Settings>
+constexpr BayerKernels<Settings> KernelsTo = {&MakeBilinear<Writer, Settings>, &MakeNearest<Writer, Settings>};

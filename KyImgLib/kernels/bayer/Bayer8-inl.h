@@ -2,7 +2,7 @@
 
 extern const Bayer8Table kBayer8;
 const Bayer8Table kBayer8 = {
-    KernelsTo<Write565, Bayer8Band>,
-    KernelsTo<Write24, Bayer8Band>,
-    KernelsTo<Write32, Bayer8Band>,
+    KernelsTo<Write565, Bayer8Settings>,
+    KernelsTo<Write24, Bayer8Settings>,
+    KernelsTo<Write32, Bayer8Settings>,
 };

@@ -204,7 +204,7 @@ public:
 private:
     template <bool kStream, class V, std::size_t kCopies>
     static HWY_INLINE void Store(V first, V second, V third, std::uint8_t* const (&to)[kCopies]) {
-        for (std::uint8_t* const copy : to) Writer::template Store<kStream>(first, second, third, copy);
+        for (std::uint8_t* const copy : to) Writer::template Store<kStream>(first, second, third, &copy);
     }
 
     template <int kChannel>

@@ -1,14 +1,16 @@
 #include <KyImgLib/kernels/colour/Colour-inl.h>
 
 template <class Reader>
-constexpr ColourKernels<Colour8Band> WithPlanes(ColourKernels<Colour8Band> kernels) {
-    kernels.toPlanar = &ConvertColour<Reader, WritePlanes, Colour8Band>;
+constexpr ColourKernels<Colour8Settings> WithPlanes(ColourKernels<Colour8Settings> kernels) {
+    kernels.toPlanar = &MakeColours<Reader, WritePlanes, Colour8Settings>;
     return kernels;
 }
 
 extern const RGBKernels kRGB;
 const RGBKernels kRGB = {
-    KernelsFrom<ReadRGB16, Colour8Band>,        WithPlanes<ReadRGBBytes<3>>(KernelsFrom<ReadRGBBytes<3>, Colour8Band>),
-    KernelsFrom<ReadRGBBytes<4>, Colour8Band>,  KernelsFrom<ReadRGBWords<3>, Colour16Band>,
-    KernelsFrom<ReadRGBWords<4>, Colour16Band>,
+    KernelsFrom<ReadRGB16, Colour8Settings>,
+    WithPlanes<ReadRGBBytes<3>>(KernelsFrom<ReadRGBBytes<3>, Colour8Settings>),
+    KernelsFrom<ReadRGBBytes<4>, Colour8Settings>,
+    KernelsFrom<ReadRGBWords<3>, Colour16Settings>,
+    KernelsFrom<ReadRGBWords<4>, Colour16Settings>,
 };

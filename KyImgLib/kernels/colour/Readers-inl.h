@@ -3,13 +3,11 @@
 // A reader has kGroup pixels in kGroupBytes bytes. Sample is what it gives: bytes, or words that the filter makes bytes.
 //     ReadPixel(group, n)  pixel n of a group, three samples
 //     ReadVector(from)     a vector's worth of pixels
-// Readers of bytes read them one after the other; wider samples are brought into that form first.
-//     Gather(band, from, pixels, to)
 
-/// What readers know of the band beside its place.
+/// What readers are told, see ColourSettings.
 struct ReaderSettings {
     std::uint8_t sampleShift;
-    std::uint32_t places[3];
+    std::uint8_t places[3];
 };
 
 template <typename Sample>
@@ -23,19 +21,13 @@ inline std::uint16_t WordAt(const std::uint8_t* at) { return static_cast<std::ui
 template <std::size_t kPixels, std::size_t kBytes>
 struct ReadByteGroups {
     using Sample = std::uint8_t;
-    static constexpr bool kIsOfBytes = true;
     static constexpr std::size_t kGroup = kPixels, kGroupBytes = kBytes;
-
-    static void Gather(const Colour8Band& band, const std::uint8_t* from, std::size_t pixels, std::uint8_t* to) {
-        GatherLastBytes(from, band.sampleBytes, pixels / kGroup * kGroupBytes, to);
-    }
 };
 
 /// Groups of words.
 template <typename SampleType, std::size_t kPixels, std::size_t kWords>
 struct ReadWordGroups {
     using Sample = SampleType;
-    static constexpr bool kIsOfBytes = false;
     static constexpr std::size_t kGroup = kPixels, kGroupBytes = 2 * kWords;
 };
 
@@ -216,15 +208,8 @@ private:
     static constexpr std::uint8_t kLumaAt[4] = {1, 2, 4, 5};
 };
 
-/// Y, U and V, in an order that the band tells.
+/// Y, U and V, in an order that the settings tell.
 struct ReadYUV444 : ReadByteGroups<1, 3> {
-    /// Y, U and V from wherever they are, in this order.
-    static void Gather(const Colour8Band& band, const std::uint8_t* from, std::size_t pixels, std::uint8_t* to) {
-        from += band.sampleBytes - 1;
-        for (std::size_t i = 0; i < pixels; ++i, from += std::size_t{3} * band.sampleBytes)
-            for (const std::uint32_t place : band.places) *to++ = from[place];
-    }
-
     static PixelSamples<std::uint8_t> ReadPixel(const std::uint8_t* group, unsigned, const ReaderSettings& settings) {
         const int y = group[settings.places[0]];
         return SamplesOfYUV(y, group[settings.places[1]], group[settings.places[2]], y);
@@ -243,21 +228,21 @@ private:
 
     /// The samples at these places of each pixel.
 #if KY_VBMI
-    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint32_t (&places)[3]) {
+    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint8_t (&places)[3]) {
         return {At(from, places[0]), At(from, places[1]), At(from, places[2])};
     }
-    static HWY_INLINE V8 At(const std::uint8_t* from, std::uint32_t place) {
+    static HWY_INLINE V8 At(const std::uint8_t* from, std::uint8_t place) {
         static constexpr VectorBytes kFirst = PlaceOf<3, 1>(0);
         const __m512i at = _mm512_add_epi8(_mm512_load_si512(kFirst.bytes), _mm512_set1_epi8(static_cast<char>(place)));
         const __m512i lower = _mm512_permutex2var_epi8(Load(from).raw, at, Load(from + 64).raw);
         return V8{_mm512_mask_permutexvar_epi8(lower, _mm512_movepi8_mask(at), at, Load(from + 128).raw)};
     }
 #else
-    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint32_t (&places)[3]) {
+    static HWY_INLINE Planes8 InOrder(const std::uint8_t* from, const std::uint8_t (&places)[3]) {
         const Planes8 planes = Deinterleave<3>(from);
         return {At(planes, places[0]), At(planes, places[1]), At(planes, places[2])};
     }
-    static HWY_INLINE V8 At(const Planes8& planes, std::uint32_t place) {
+    static HWY_INLINE V8 At(const Planes8& planes, std::uint8_t place) {
         return place == 0 ? planes.first : place == 1 ? planes.second : planes.third;
     }
 #endif

@@ -2,8 +2,8 @@
 
 extern const YUVKernels kYUV;
 const YUVKernels kYUV = {
-    KernelsFrom<ReadYUV422, Colour8Band>,
-    KernelsFrom<ReadYUV422Words, Colour8Band>,
-    KernelsFrom<ReadYUV411, Colour8Band>,
-    KernelsFrom<ReadYUV444, Colour8Band>,
+    KernelsFrom<ReadYUV422, Colour8Settings>,
+    KernelsFrom<ReadYUV422Words, Colour8Settings>,
+    KernelsFrom<ReadYUV411, Colour8Settings>,
+    KernelsFrom<ReadYUV444, Colour8Settings>,
 };

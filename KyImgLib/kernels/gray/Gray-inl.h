@@ -1,38 +1,45 @@
-// Kernels of gray samples at one instruction-set level: readers and writers meet in order or through tap runs.
+// Kernels of gray samples at one instruction-set level: readers and writers meet in the order of pixels or through taps.
 
 // Each piece builds on those before it.
 // clang-format off
 #include <KyImgLib/kernels/Lanes-inl.h>
-#include <KyImgLib/kernels/Streaming-inl.h>
+#include <KyImgLib/kernels/RowWalk-inl.h>
 #include <KyImgLib/kernels/Writers-inl.h>
-#include <KyImgLib/kernels/PixelLines-inl.h>
 #include <KyImgLib/kernels/gray/Readers-inl.h>
 #include <KyImgLib/kernels/gray/GrayWriters-inl.h>
-#include <KyImgLib/kernels/gray/TapLines-inl.h>
+#include <KyImgLib/kernels/gray/InOrder-inl.h>
+#include <KyImgLib/kernels/gray/Taps-inl.h>
+#include <KyImgLib/kernels/gray/Gather-inl.h>
 // clang-format on
 
-/// All samples of a band, `kTaps` outputs at most.
+/// `kTaps`: the most that there are.
 template <class Reader, class Writer, std::size_t kTaps>
-void ConvertGray(const GrayBand& band) {
-#if KY_PLAIN
-    OneByOne<Reader, Writer>(band);
-#else
-    if (band.taps == 1) {
-        PixelLines(band, InOrderStep<Reader, Writer>{Reader(band)}).Run();
+void MakeGrayKernel(const GraySettings& settings, RowKernel& kernel) {
+    RowKernel::Needs needs;
+    needs.group = Reader::kGroup;
+    needs.groupBytes = Reader::kGroupBytes;
+    needs.pixelBytes = Writer::kPixelBytes;
+    needs.isComputeBound = Writer::kPixelBytes > 2;
+    needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
+    const TapLayout::Order order = settings.taps.order;
+    needs.wholeRows = order != TapLayout::kInOrder;
+    needs.rowStep = needs.rowsAtOnce = order == TapLayout::kLinePairs ? 2 : 1;
+    const Reader reader(settings);
+    if (order == TapLayout::kInOrder) {
+        kernel.Set(needs, &ConvertInOrder<Reader, Writer>, reader);
     } else if constexpr (kTaps >= 2) {
-        if (band.taps == 2) TapLines<Reader, Writer, 2>(band).Run();
-        if constexpr (kTaps == 4)
-            if (band.taps == 4) TapLines<Reader, Writer, 4>(band).Run();
+        if (order != TapLayout::kQuarters)
+            kernel.Set(needs, &ConvertTaps<Reader, Writer, 2>, TapState<Reader>{reader, settings.taps});
+        else if constexpr (kTaps == 4)
+            kernel.Set(needs, &ConvertTaps<Reader, Writer, 4>, TapState<Reader>{reader, settings.taps});
     }
-#endif
 }
 
 template <class Writer>
 constexpr GrayKernels KernelsTo = {
-    &ConvertGray<ReadBytes, Writer, 2>,
-    &OneByOne<ReadLastBytes, Writer>,
-    &ConvertGray<ReadWordBytes, Writer, 2>,
-    &ConvertGray<ReadPackedBytes, Writer, 2>,
+    &MakeGrayKernel<ReadBytes, Writer, 2>,
+    &MakeGrayKernel<ReadWordBytes, Writer, 2>,
+    &MakeGrayKernel<ReadPackedBytes, Writer, 2>,
 };
 
 extern const GrayTable kGray;
@@ -41,8 +48,9 @@ const GrayTable kGray = {
     KernelsTo<WriteGray565>,
     KernelsTo<WriteGrayRGB<3>>,
     KernelsTo<WriteGrayRGB<4>>,
-    &ConvertGray<ReadShiftedWords<Shift::kRight>, WriteGray16, 4>,
-    &ConvertGray<ReadShiftedWords<Shift::kLeft>, WriteGray16, 1>,
-    &ConvertGray<ReadPacked, WriteGray16, 2>,
-    &ConvertGray<ReadBytes, WriteGray8, 4>,
+    &MakeGrayKernel<ReadShiftedWords<Shift::kRight>, WriteGray16, 4>,
+    &MakeGrayKernel<ReadShiftedWords<Shift::kLeft>, WriteGray16, 1>,
+    &MakeGrayKernel<ReadPacked, WriteGray16, 2>,
+    &MakeGrayKernel<ReadBytes, WriteGray8, 4>,
+    &MakeGather,
 };

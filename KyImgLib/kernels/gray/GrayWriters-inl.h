@@ -24,11 +24,11 @@ using WriteGray16 = WriteSamples<std::uint16_t>;
 struct WriteGray565 {
     static constexpr std::size_t kPixelBytes = Write565::kPixelBytes;
 
-    static void StorePixel(std::uint8_t gray, std::uint8_t* to) { Write565::StorePixel(gray, gray, gray, to); }
+    static void StorePixel(std::uint8_t gray, std::uint8_t* to) { Write565::StorePixel(gray, gray, gray, &to); }
 #if !KY_PLAIN
     template <bool kStream>
     static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to) {
-        Write565::Store<kStream>(samples[0], samples[0], samples[0], to);
+        Write565::Store<kStream>(samples[0], samples[0], samples[0], &to);
     }
 #endif
 };

@@ -15,7 +15,7 @@ inline std::uint16_t WordAt(const std::uint8_t* at) {
 struct ReadBytes {
     static constexpr std::size_t kSampleBytes = 1, kGroup = 1, kGroupBytes = 1;
 
-    explicit ReadBytes(const GrayBand&) {}
+    explicit ReadBytes(const GraySettings&) {}
 
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const { return line[i]; }
 #if !KY_PLAIN
@@ -23,20 +23,11 @@ struct ReadBytes {
 #endif
 };
 
-/// The last byte of each pixel. Not worth vectors: pixels of one or two bytes have readers of their own.
-struct ReadLastBytes {
-    explicit ReadLastBytes(const GrayBand& band) : pixelBytes(band.pixelBytes) {}
-
-    std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const { return line[i * pixelBytes + pixelBytes - 1]; }
-
-    std::size_t pixelBytes;
-};
-
 /// The low byte of each word shifted right. With a shift of 8 that is the high byte.
 struct ReadWordBytes {
     static constexpr std::size_t kSampleBytes = 1, kGroup = 1, kGroupBytes = 2;
 
-    explicit ReadWordBytes(const GrayBand& band) : shift(static_cast<int>(band.shift)) {}
+    explicit ReadWordBytes(const GraySettings& settings) : shift(static_cast<int>(settings.shift)) {}
 
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const {
         return static_cast<std::uint8_t>(WordAt(line + 2 * i) >> shift);
@@ -57,7 +48,7 @@ template <Shift kDirection>
 struct ReadShiftedWords {
     static constexpr std::size_t kSampleBytes = 2, kGroup = 1, kGroupBytes = 2;
 
-    explicit ReadShiftedWords(const GrayBand& band) : shift(static_cast<int>(band.shift)) {}
+    explicit ReadShiftedWords(const GraySettings& settings) : shift(static_cast<int>(settings.shift)) {}
 
     std::uint16_t Sample(const std::uint8_t* line, std::size_t i) const {
         const std::uint32_t word = WordAt(line + 2 * i);
@@ -185,7 +176,7 @@ HWY_INLINE V16 Alternate(const std::uint16_t (&values)[2]) {
 struct ReadPacked {
     static constexpr std::size_t kSampleBytes = 2, kGroup = 2, kGroupBytes = 3;
 
-    explicit ReadPacked(const GrayBand& band) : layout(band.packed) {}
+    explicit ReadPacked(const GraySettings& settings) : layout(settings.packed) {}
 
     std::uint16_t Sample(const std::uint8_t* line, std::size_t i) const {
         const std::uint8_t* const at = line + i / 2 * 3;
@@ -215,7 +206,7 @@ struct ReadPacked {
 struct ReadPackedBytes {
     static constexpr std::size_t kSampleBytes = 1, kGroup = 2, kGroupBytes = 3;
 
-    explicit ReadPackedBytes(const GrayBand&) {}
+    explicit ReadPackedBytes(const GraySettings&) {}
 
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const { return line[i / 2 * 3 + i % 2 * 2]; }
 #if !KY_PLAIN

@@ -52,6 +52,11 @@ TEST(GrayscaleClass, UnpacksPairs) {
               Line(KyGrayscale12PackedGEVToGrayscale12(0x00410009), {0xAB, 0xCD, 0xEF}, 2));
     EXPECT_EQ((Numbers{0, 0, 3, 6}), (Numbers{ten.GetSourceByteSize(0), ten.GetSourceByteSize(1),
                                               ten.GetSourceByteSize(2), ten.GetSourceByteSize(5)}));
+    EXPECT_EQ((Bytes{0xFF, 0x03, 0x03, 0x02}),
+              Line(KyGrayscale10PackedGEVToGrayscale10(0x08410008), {0xFF, 0x33, 0x80}, 2))
+        << "in the order of the source, whatever taps its ID names";
+    EXPECT_EQ((Bytes{0xBD, 0x0A, 0xFC, 0x0E}),
+              Line(KyGrayscale12PackedGEVToGrayscale12(0x04410009), {0xAB, 0xCD, 0xEF}, 2));
     EXPECT_EQ((Bytes{0xEE, 0xEE}), Line(ten, {}, 1));
     EXPECT_EQ((Bytes{0xFF, 0x03, 0x03, 0x02, 0xEE, 0xEE}), Line(ten, {0xFF, 0x33, 0x80}, 3)) << "cut to pairs";
 }

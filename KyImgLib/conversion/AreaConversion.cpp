@@ -1,0 +1,229 @@
+#include <KyImgLib/conversion/AreaConversionInternal.h>
+
+#include <KyImgLib/conversion/ConverterRecordInternal.h>
+#include <KyImgLib/conversion/KyComplexConverter.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace ky {
+
+namespace {
+
+constexpr std::uint32_t kBayerPatternFlags = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_GBRG |
+                                             KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_BGGR;
+
+bool IsInterlaced(std::int64_t type) { return (type & KY_TYPE_INTERLACED) != 0; }
+
+/// Puts an area conversion's settings into the context, as line forms find them.
+void FillContext(const KyPixelConverter& converter, const Area& area, KyPixelConverterContext& context) {
+    context.sourceLineSize = converter.GetSourceByteSize(area.sourceWidth);
+    context.sourceHeight = area.sourceHeight;
+    context.destinationLineSize = converter.GetDestinationByteSize(area.destinationWidth) + area.destinationPadding;
+    context.destinationHeight = area.destinationHeight;
+    context.flags = area.flags;
+    if ((area.flags & kBayerPatternFlags) == 0) context.flags |= KyPixelConverter::FLAG_BAYER_GRBG;
+    if ((converter.GetDestinationType() & KY_TYPE_PLANAR) != 0 && (converter.GetSourceType() & KY_TYPE_PLANAR) == 0) {
+        const std::uint32_t planeSize = area.destinationWidth * area.destinationHeight;
+        for (std::uint32_t plane = 0; plane < 3; ++plane) context.planeOffsets[plane] = plane * planeSize;
+        context.destinationLineSize = area.sourceWidth;
+    }
+}
+
+/// Lines of an area that are converted together.
+std::uint32_t LineStep(const KyPixelConverter& converter) {
+    if (IsInterlaced(converter.GetSourceType())) return 2;
+    return std::max(ConverterRecord::LinesPerConvertOf(converter), std::uint32_t{1});
+}
+
+/// The fields of an interlaced source, that one first which holds the even destination lines.
+struct Fields {
+    const std::uint8_t *even, *odd;
+
+    Fields(const std::uint8_t* source, const KyPixelConverterContext& context) {
+        const std::uint32_t fieldSize = context.sourceHeight * context.sourceLineSize / 2;
+        const bool isInverted = (context.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0;
+        even = isInverted ? source + fieldSize : source;
+        odd = isInverted ? source : source + fieldSize;
+    }
+};
+
+/// Rows of the source up to this one have neighbours below. With a height of 0 there is no last line.
+std::uint32_t HeightForNeighbours(std::uint32_t destinationHeight) {
+    return destinationHeight == 0 ? std::numeric_limits<std::uint32_t>::max() : destinationHeight;
+}
+
+/// Adds a stage's kernels. False when it has none.
+bool AddStage(const KyPixelConverter& converter, const Area& area, const ConversionSettings& settings,
+              Pipeline& pipeline) {
+    const std::size_t first = pipeline.Count();
+    if (!ConverterRecord::Of(converter).AddKernels(settings, pipeline)) return false;
+    const std::size_t count = pipeline.Count();
+    if (count > Pipeline::kMostKernels) return false;
+    const RowKernel& kernel = pipeline.Kernel(count - 1);
+    const std::size_t width = kernel.AreaWidth(area.width);
+    const std::uint32_t lines = area.height - area.height % kernel.needs.rowStep;
+    const std::uint32_t height = HeightForNeighbours(area.destinationHeight);
+    // A kernel before it makes what it reads, neighbours included.
+    for (std::size_t i = first; i + 1 < count; ++i) pipeline.SetSize(i, width, std::max(lines, height), height);
+    pipeline.SetSize(count - 1, width, lines, height);
+    return true;
+}
+
+/// Whether a pipeline makes of an interlaced source what line calls make of it: those convert all lines of one field, and then
+/// those of the other. Lines depend on others of their field then, and surplus pixels of a group stay where they replace the
+/// first of a line of the other field.
+bool CanInterleaveFields(const Pipeline& pipeline, std::uint32_t width) {
+    const RowKernel& kernel = pipeline.Kernel(0);
+    return kernel.needs.rowStep == 1 && kernel.needs.neighbours == 0 && kernel.AreaWidth(width) <= width;
+}
+
+/// Whether the lines that one stage makes are the next one's as they are, and no longer than a converter can tell.
+bool LinesMatch(const KyPixelConverter& converter, const KyPixelConverter& next, std::uint32_t width) {
+    const std::size_t pixel = converter.GetDestinationByteSize();
+    return converter.GetDestinationByteSize(width) == next.GetSourceByteSize(width) &&
+           pixel * width <= std::numeric_limits<std::uint32_t>::max();
+}
+
+Pipeline::Images ImagesOf(const KyPixelConverterContext& context, bool isInterlaced, const std::uint8_t* source,
+                          std::size_t sourceLineSize, std::uint8_t* destination) {
+    const auto sourceStride = static_cast<std::ptrdiff_t>(sourceLineSize);
+    Pipeline::Images images;
+    images.source = SourceRows::OfImage(source, sourceStride);
+    if (isInterlaced) {
+        KyPixelConverterContext reader = context;
+        reader.sourceLineSize = static_cast<std::uint32_t>(sourceLineSize);
+        const Fields fields(source, reader);
+        images.source = SourceRows::OfFields(fields.even, fields.odd, sourceStride);
+    }
+    const std::uint32_t* const planes = context.planeOffsets;
+    images.destination =
+        DestinationRows::OfImage(destination + planes[0], static_cast<std::ptrdiff_t>(context.destinationLineSize));
+    for (int plane = 1; plane < 3; ++plane)
+        images.planes[plane - 1] = std::ptrdiff_t{planes[plane]} - std::ptrdiff_t{planes[0]};
+    return images;
+}
+
+}  // namespace
+
+Stages Stages::Of(const KyPixelConverter& converter) {
+    const Stages* const chain = ConverterRecord::Of(converter).chain;
+    // A class derived from a chain may do something else.
+    if (chain != nullptr && typeid(converter) == typeid(KyComplexConverter)) return *chain;
+    Stages alone;
+    alone.Add(converter);
+    return alone;
+}
+
+bool Stages::ConvertByKernels() const {
+    constexpr std::int64_t kFarApart = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
+    if (count > kMost) return false;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!ConverterRecord::Of(*converters[i]).ConvertsByKernels(*converters[i])) return false;
+        if (i > 0 && (converters[i]->GetSourceType() & kFarApart) != 0) return false;
+        if (i + 1 < count && (converters[i]->GetDestinationType() & kFarApart) != 0) return false;
+    }
+    return true;
+}
+
+bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uint8_t* source, std::uint8_t* destination,
+                          ThreadContext& context) {
+    if (!stages.ConvertByKernels()) return false;
+    const KyPixelConverter& first = *stages.converters[0];
+    const KyPixelConverter& last = *stages.converters[stages.count - 1];
+    // All but the last convert an image into one of the same size.
+    const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
+                        area.sourceWidth, area.sourceHeight, area.flags,       0};
+    Pipeline pipeline;
+    for (std::size_t i = 0; i < stages.count; ++i) {
+        const KyPixelConverter& converter = *stages.converters[i];
+        const bool isLast = i + 1 == stages.count;
+        if (!isLast && !LinesMatch(converter, *stages.converters[i + 1], area.sourceWidth)) return false;
+        const Area& own = isLast ? area : whole;
+        const KyRGBFilter* const filter =
+            context.filter != nullptr ? context.filter : &ConverterRecord::Of(converter).DefaultFilter();
+        if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, false, 0}, pipeline)) return false;
+    }
+    const bool isInterlaced = IsInterlaced(first.GetSourceType());
+    if (isInterlaced && !CanInterleaveFields(pipeline, stages.count == 1 ? area.width : area.sourceWidth)) return false;
+
+    FillContext(last, area, context);
+    const std::uint32_t step = LineStep(last);
+    const std::uint32_t lines = area.height - area.height % step;
+    pipeline.Run(ImagesOf(context, isInterlaced, source, first.GetSourceByteSize(area.sourceWidth), destination), 0,
+                 lines);
+    // Where line calls would leave it.
+    if (lines != 0) context.lineIndex = lines - step;
+    return true;
+}
+
+namespace {
+
+/// The kernel of a converter that has none: calls its line form.
+struct LineCalls {
+    const KyPixelConverter* converter;
+    ThreadContext* context;
+    std::uint32_t rowIndexes;  ///< line indexes from a row to the next
+
+    static void Run(const RowKernel& kernel, const Tile& tile) {
+        const LineCalls& self = kernel.Get<LineCalls>();
+        for (std::uint32_t y = tile.first; y < tile.last; y += kernel.needs.rowStep) {
+            self.context->lineIndex = y * self.rowIndexes;
+            self.converter->Convert(tile.source[y], tile.destination[y], static_cast<std::uint32_t>(tile.width));
+        }
+    }
+};
+
+}  // namespace
+
+void ConvertAreaByLineCalls(const KyPixelConverter& converter, const Area& area, const std::uint8_t* source,
+                            std::uint8_t* destination, ThreadContext& context) {
+    FillContext(converter, area, context);
+    const bool isInterlaced = IsInterlaced(converter.GetSourceType());
+    const std::uint32_t step = LineStep(converter);
+    const std::uint32_t lines = area.height - area.height % step;
+    // Read now: a composite converter's line call changes the context.
+    const auto sourceStride = static_cast<std::ptrdiff_t>(context.sourceLineSize);
+    const auto destinationStride = static_cast<std::ptrdiff_t>(context.destinationLineSize);
+    RowKernel kernel;
+    RowKernel::Needs needs;
+    needs.rowStep = isInterlaced ? 1 : step;
+    kernel.Set(needs, &LineCalls::Run, LineCalls{&converter, &context, isInterlaced ? 2u : 1u});
+    Tile tile = {};
+    tile.end = tile.width = area.width;
+    if (!isInterlaced) {
+        tile.source = SourceRows::OfImage(source, sourceStride);
+        tile.destination = DestinationRows::OfImage(destination, destinationStride);
+        tile.last = lines;
+        kernel(tile);
+        return;
+    }
+    const Fields fields(source, context);
+    tile.last = lines / 2;
+    for (const std::uint8_t* const field : {fields.even, fields.odd}) {
+        tile.source = SourceRows::OfImage(field, sourceStride);
+        tile.destination = DestinationRows::OfImage(destination, 2 * destinationStride);
+        kernel(tile);
+        destination += destinationStride;
+    }
+}
+
+std::uint32_t ConvertLinesByKernels(const KyPixelConverter& converter, const std::uint8_t* source,
+                                    std::uint8_t* destination, std::uint32_t count) {
+    const ContextHolder context;
+    const std::uint32_t lines = std::max(ConverterRecord::LinesPerConvertOf(converter), std::uint32_t{1});
+    Area area = {};
+    area.width = count;
+    area.height = lines;
+    Pipeline pipeline;
+    if (!AddStage(converter, area, {context->filter, context->flags, count, lines, false, 0}, pipeline))
+        return KY_STATUS_NOT_SUPPORTED;
+    KyPixelConverterContext lineSizes = *context;
+    // A line call outside of an area has no line size to go by.
+    if (lineSizes.destinationLineSize == 0) lineSizes.destinationLineSize = converter.GetDestinationByteSize(count);
+    pipeline.Run(ImagesOf(lineSizes, false, source, lineSizes.sourceLineSize, destination), 0, lines);
+    return KY_STATUS_SUCCESS;
+}
+
+}  // namespace ky

@@ -1,0 +1,54 @@
+#ifndef KYIMGLIB_CONVERSION_AREACONVERSIONINTERNAL_H
+#define KYIMGLIB_CONVERSION_AREACONVERSIONINTERNAL_H
+
+#include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/conversion/KyPixelConverter.h>
+#include <KyImgLib/pipeline/Pipeline.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ky {
+
+/// The numbers of an area conversion, see KyPixelConverter::Convert().
+struct Area {
+    std::uint32_t sourceWidth;
+    std::uint32_t sourceHeight;
+    std::uint32_t destinationWidth;
+    std::uint32_t destinationHeight;
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t flags;
+    std::uint32_t destinationPadding;
+};
+
+/// A converter alone, or the stages of a chain, one after the other.
+struct Stages {
+    static constexpr std::size_t kMost = Pipeline::kMostKernels;
+
+    const KyPixelConverter* converters[kMost];
+    std::size_t count = 0;  ///< more than kMost when there is no room for all: no pipeline can have so many
+
+    static Stages Of(const KyPixelConverter& converter);
+
+    void Add(const KyPixelConverter& converter) {
+        if (count < kMost) converters[count] = &converter;
+        ++count;
+    }
+    /// Whether all of them have kernels that do all that they do, and the images between them are neither interlaced nor
+    /// planar.
+    bool ConvertByKernels() const;
+};
+
+/// Converts an area by kernels, through the filter of the context. False, and nothing is done, where they would not do what
+/// line calls do.
+bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uint8_t* source, std::uint8_t* destination,
+                          ThreadContext& context);
+
+/// Converts an area by one line call after the other, which is what every area conversion is equal to.
+void ConvertAreaByLineCalls(const KyPixelConverter& converter, const Area& area, const std::uint8_t* source,
+                            std::uint8_t* destination, ThreadContext& context);
+
+}  // namespace ky
+
+#endif

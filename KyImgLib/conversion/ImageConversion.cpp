@@ -1,0 +1,61 @@
+#include <KyImgLib/conversion/ImageConversionInternal.h>
+
+#include <KyImgLib/conversion/AreaConversionInternal.h>
+#include <KyImgLib/conversion/ConverterRecordInternal.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+#include <algorithm>
+
+namespace ky {
+
+namespace {
+
+/// Whether the kernels know rows of the picture only: those of a Bayer type whose fields lie apart would take rows of a field
+/// for neighbours.
+bool TakesFields(const Pipeline& pipeline) {
+    const RowKernel::Needs& needs = pipeline.Kernel(0).needs;
+    return needs.rowStep == 1 && needs.neighbours == 0;
+}
+
+bool IsInterlaced(const KyPixelConverter& converter) { return (converter.GetSourceType() & KY_TYPE_INTERLACED) != 0; }
+
+/// Adds the kernels of all stages. False when one has none.
+bool AddStages(const KyPixelConverter& converter, const ConversionSettings& settings, Pipeline& pipeline) {
+    const Stages stages = Stages::Of(converter);
+    if (!stages.ConvertByKernels()) return false;
+    for (std::size_t i = 0; i < stages.count; ++i) {
+        ConverterRecord& record = ConverterRecord::Of(*stages.converters[i]);
+        ConversionSettings own = settings;
+        if (own.filter == nullptr) own.filter = &record.DefaultFilter();
+        if (!record.AddKernels(own, pipeline)) return false;
+    }
+    return pipeline.Count() <= Pipeline::kMostKernels && (!IsInterlaced(converter) || TakesFields(pipeline));
+}
+
+}  // namespace
+
+std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags) {
+    Pipeline pipeline;
+    if (!AddStages(converter, {nullptr, flags, 2, 2, true, 0}, pipeline)) return 0;
+    return std::max(pipeline.RowStep(), IsInterlaced(converter) ? 2u : 1u);
+}
+
+void ConvertImage(const KyPixelConverter& converter, const ImageConversion& image) {
+    Pipeline pipeline;
+    AddStages(converter, {image.filter, image.flags, image.width, image.height, true, image.sourceRowBytes}, pipeline);
+    for (std::size_t i = 0; i < pipeline.Count(); ++i) pipeline.SetSize(i, image.width, image.height, image.height);
+
+    Pipeline::Images images;
+    images.source = SourceRows::OfImage(image.source, image.sourceStride);
+    if (IsInterlaced(converter)) {
+        const std::uint8_t *even = image.source, *odd = image.source + image.fieldStride;
+        if ((image.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0) std::swap(even, odd);
+        images.source = SourceRows::OfFields(even, odd, image.sourceStride);
+    }
+    images.destination = DestinationRows::OfImage(image.destination, image.destinationStride);
+    images.planes[0] = image.planeStride;
+    images.planes[1] = 2 * image.planeStride;
+    pipeline.Run(images, image.firstLine, image.endLine);
+}
+
+}  // namespace ky

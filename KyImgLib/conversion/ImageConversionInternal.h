@@ -1,0 +1,35 @@
+#ifndef KYIMGLIB_CONVERSION_IMAGECONVERSIONINTERNAL_H
+#define KYIMGLIB_CONVERSION_IMAGECONVERSIONINTERNAL_H
+
+#include <KyImgLib/conversion/KyPixelConverter.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ky {
+
+/// A checked conversion of some lines of an image.
+struct ImageConversion {
+    const std::uint8_t* source;   ///< first line; interlaced: of the first field in memory
+    std::ptrdiff_t sourceStride;  ///< bytes from one line to the next; interlaced: within a field
+    std::ptrdiff_t fieldStride;   ///< interlaced source: bytes from the first field to the second
+    std::size_t sourceRowBytes;   ///< of the pixels of a line
+    std::uint8_t* destination;    ///< planar: first plane
+    std::ptrdiff_t destinationStride;
+    std::ptrdiff_t planeStride;   ///< planar destination: bytes from one plane to the next
+    std::uint32_t width, height;  ///< of the whole image
+    std::uint32_t flags;          ///< FLAG_ constants; without a Bayer pattern: GRBG
+    const KyRGBFilter* filter;    ///< null: none
+    std::uint32_t firstLine, endLine;
+};
+
+/// Lines that bands are multiples of; 0 when the library knows no kernels of the converter (an application's own class, or a
+/// chain with one): then only its area form can convert, the whole image at a time.
+std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags);
+
+/// Converts the lines; exactly `width` pixels of each. Only where BandStepOf() is not 0. Throws std::bad_alloc.
+void ConvertImage(const KyPixelConverter& converter, const ImageConversion& conversion);
+
+}  // namespace ky
+
+#endif

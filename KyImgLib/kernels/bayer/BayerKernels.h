@@ -1,0 +1,49 @@
+#ifndef KYIMGLIB_KERNELS_BAYER_BAYERKERNELS_H
+#define KYIMGLIB_KERNELS_BAYER_BAYERKERNELS_H
+
+#include <KyImgLib/kernels/Filter16.h>
+#include <KyImgLib/kernels/Filter8.h>
+#include <KyImgLib/kernels/bayer/Mosaic.h>
+#include <KyImgLib/pipeline/RowKernel.h>
+
+#include <cstdint>
+
+namespace ky {
+
+/// Settings of kernels from Bayer mosaics.
+template <typename SampleType, typename FilterType>
+struct BayerSettings {
+    using Sample = SampleType;
+    using Filter = FilterType;
+
+    MosaicLine firstLine;  ///< row 0 of the picture
+    /// Nearest-neighbour demosaicing: an odd last row or column repeats the one before it.
+    bool repeatsLast;
+    Filter filter;
+};
+
+using Bayer8Settings = BayerSettings<std::uint8_t, Filter8>;
+using Bayer16Settings = BayerSettings<std::uint16_t, Filter16>;
+
+/// Kernels from Bayer mosaics to one destination format. They write the line's own colour or the opposite one first,
+/// whichever is red: for blue first, exchange the colours of the mosaic and of the filter.
+template <typename Settings>
+struct BayerKernels {
+    using Make = void (*)(const Settings& settings, RowKernel& kernel);
+    Make bilinear;  ///< each row from itself and the rows above and below
+    Make nearest;   ///< each two rows from each other
+};
+
+/// Kernels of the 8-bit family by destination.
+struct Bayer8Table {
+    BayerKernels<Bayer8Settings> toRGB16, toRGB24, toRGB32;
+};
+
+/// Kernels of the 16-bit family by destination.
+struct Bayer16Table {
+    BayerKernels<Bayer16Settings> toRGB16, toRGB24, toRGB32, toRGB48;
+};
+
+}  // namespace ky
+
+#endif

@@ -1,0 +1,169 @@
+// Bilinear demosaicing with vectors. Needs Sites-inl.h before it.
+//
+// Two rows are made at a time, because they share most of their neighbours. The rule for border pixels differs from that for
+// the others only in what the first and the last pixel of a row use: vectors run over these too, and the two are written
+// again by the general rule. The first and the last row have one neighbouring row instead of two, which makes an average over
+// three of the one over four.
+
+/// How many rows; a single one with two neighbouring rows, one, or none.
+enum class RowKind { kLone, kOneWithOneNeighbour, kOne, kTwo };
+
+/// Inputs are the row above, the row, (the second row,) the row below. A lone row is its only input.
+template <class Writer, class Settings, class Stage, bool kFewBits, RowKind kKind, bool kGreenFirst>
+class BilinearStep {
+public:
+    using Sample = typename Settings::Sample;
+    using Output_ = SiteOutput<Writer, Stage, Sample>;
+    using Pixels = std::conditional_t<kFewBits && (kKind == RowKind::kOne || kKind == RowKind::kTwo), WordsAround,
+                                      PixelsAround<Sample>>;
+
+    static constexpr std::size_t kInputs = kKind == RowKind::kTwo ? 4 : kKind == RowKind::kLone ? 1 : 3;
+    static constexpr std::size_t kOutputs = kKind == RowKind::kTwo ? 2 : 1;
+    static constexpr std::size_t kPixels = Output_::kPixels, kGroup = 2, kMargin = Pixels::kMargin;
+    static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = kOutputs;
+    using Rows = StepRows<BilinearStep>;
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
+    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return AscendingOutput<BilinearStep>(rows, i, x);
+    }
+
+    BilinearStep(const Output_& toUse, bool isBlue) : output(toUse), ownIsBlue(isBlue) {}
+
+    /// As many vectors of samples as make one of the writer's values.
+    template <bool kStream>
+    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
+        std::uint8_t* const to[] = {Output(rows, 0, x, 0)};
+        if constexpr (Output_::kVectors == 1) {
+            const TwoRows sites = Vectors(rows, x);
+            const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
+            output.template Write<kStream>(first, ownIsBlue, to);
+            WriteSecond<kStream>(second, rows, x);
+        } else {
+            const TwoRows sites = Vectors(rows, x), next = Vectors(rows, x + Output_::kVectorPixels);
+            const SitePlanes<Sample> first[] = {sites.first, next.first}, second[] = {sites.second, next.second};
+            output.template Write<kStream>(first, ownIsBlue, to);
+            WriteSecond<kStream>(second, rows, x);
+        }
+    }
+
+private:
+    struct TwoRows {
+        SitePlanes<Sample> first, second;  ///< the same, where there is one row
+    };
+
+    template <bool kStream>
+    HWY_INLINE void WriteSecond(const SitePlanes<Sample> (&sites)[Output_::kVectors], const Rows& rows,
+                                std::size_t x) const {
+        if constexpr (kOutputs == 2) {
+            std::uint8_t* const to[] = {Output(rows, 1, x, 0)};
+            output.template Write<kStream>(sites, !ownIsBlue, to);
+        }
+    }
+
+    static HWY_INLINE TwoRows Vectors(const Rows& rows, std::size_t x) {
+        const std::size_t at = InputBytes(x);
+        if constexpr (kKind == RowKind::kLone) {
+            const auto only = InterpolateLoneSites<kGreenFirst>(Pixels(rows.in[0] + at));
+            return {only, only};
+        } else {
+            const Pixels above(rows.in[0] + at), row(rows.in[1] + at), below(rows.in[2] + at);
+            constexpr bool kOneNeighbour = kKind == RowKind::kOneWithOneNeighbour;
+            const auto first = InterpolateSites<kGreenFirst, kOneNeighbour>(above, row, below);
+            if constexpr (kKind == RowKind::kTwo)
+                return {first, InterpolateSites<!kGreenFirst, false>(row, below, Pixels(rows.in[3] + at))};
+            else
+                return {first, first};
+        }
+    }
+
+    const Output_ output;
+    const bool ownIsBlue;
+};
+
+/// `kFewBits`: samples are words of which at most 14 bits count, see WordsAround.
+template <class Writer, class Settings, bool kIsIdentity, bool kFewBits>
+class Bilinear {
+public:
+    explicit Bilinear(const Settings& toUse) : output(Stage(toUse.filter)), settings(toUse) {}
+
+    static void Run(const RowKernel& kernel, const Tile& tile) {
+        const auto& self = kernel.Get<Bilinear>();
+        for (std::uint32_t y = tile.first; y < tile.last;) y += self.RunRows(tile, y);
+    }
+
+private:
+    using Sample = typename Settings::Sample;
+    using Stage = FilterStage<typename Settings::Filter, kIsIdentity>;
+
+    /// Returns the rows that are done.
+    std::uint32_t RunRows(const Tile& tile, std::uint32_t y) const {
+        const bool hasAbove = y > 0, hasBelow = y + 1 < tile.height, hasTwoBelow = y + 2 < tile.height;
+        if (hasAbove && hasTwoBelow && y + 1 < tile.last) return RunRows<RowKind::kTwo>(tile, y);
+        if (hasAbove && hasBelow) return RunRows<RowKind::kOne>(tile, y);
+        if (hasAbove || hasBelow) return RunRows<RowKind::kOneWithOneNeighbour>(tile, y);
+        return RunRows<RowKind::kLone>(tile, y);
+    }
+
+    template <RowKind kKind>
+    std::uint32_t RunRows(const Tile& tile, std::uint32_t y) const {
+        return LineOf(settings, y).greenFirst ? RunRows<kKind, true>(tile, y) : RunRows<kKind, false>(tile, y);
+    }
+
+    template <RowKind kKind, bool kGreenFirst>
+    HWY_NOINLINE std::uint32_t RunRows(const Tile& tile, std::uint32_t y) const {
+        using Step = BilinearStep<Writer, Settings, Stage, kFewBits, kKind, kGreenFirst>;
+        StepRows<Step> rows;
+        if constexpr (kKind == RowKind::kLone) {
+            rows.in[0] = tile.source[y];
+        } else {
+            // A neighbour that is missing is the other one's double.
+            const bool hasAbove = y > 0, hasBelow = y + 1 < tile.height;
+            rows.in[0] = tile.source[hasAbove ? y - 1 : y + 1];
+            rows.in[1] = tile.source[y];
+            rows.in[2] = tile.source[hasBelow ? y + 1 : y - 1];
+            if constexpr (kKind == RowKind::kTwo) rows.in[3] = tile.source[y + 2];
+        }
+        for (std::uint32_t i = 0; i < Step::kOutputs; ++i) rows.out[i] = tile.destination[y + i];
+        const WalkColumns columns = ColumnsOf(tile);
+        const Step step(output, LineOf(settings, y).ownIsBlue);
+        RowWalk<Step>(step, rows, columns, {tile.prefetch, y}).Run();
+        for (std::uint32_t i = 0; i < Step::kOutputs; ++i) {
+            if (tile.begin == 0) BorderPixel(tile, y + i, 0, rows.out[i]);
+            if (tile.end == tile.width) BorderPixel(tile, y + i, tile.width - 1, rows.out[i]);
+        }
+        return Step::kOutputs;
+    }
+
+    /// The first or the last pixel of a row, by the general rule. (No vector ends with the last one of an odd number.)
+    void BorderPixel(const Tile& tile, std::uint32_t y, std::size_t x, std::uint8_t* row) const {
+        const MosaicLine line = LineOf(settings, y);
+        const std::size_t at = x * sizeof(Sample);
+        const auto site = InterpolateSite<Sample>(y > 0 ? tile.source[y - 1] + at : nullptr, tile.source[y] + at,
+                                                  y + 1 < tile.height ? tile.source[y + 1] + at : nullptr, x > 0,
+                                                  x + 1 < tile.width, line.IsGreenSite(x));
+        StoreSite<Writer>(settings.filter, site, line.ownIsBlue, row + x * Writer::kPixelBytes);
+    }
+
+    const SiteOutput<Writer, Stage, Sample> output;
+    const Settings settings;
+};
+
+template <class Kernel, class Settings>
+void SetBayer(const RowKernel::Needs& needs, const Settings& settings, RowKernel& kernel) {
+    kernel.Set(needs, &Kernel::Run, Kernel(settings));
+}
+
+template <class Writer, class Settings>
+void SetBilinear(const RowKernel::Needs& needs, const Settings& settings, RowKernel& kernel) {
+    constexpr bool kIsWords = sizeof(typename Settings::Sample) == 2;
+    if constexpr (kIsWords) {
+        // Rare enough not to be compiled apart for an identity filter.
+        if (settings.filter.indexMask > WordsAround::kLargestMask)
+            return SetBayer<Bilinear<Writer, Settings, false, false>>(needs, settings, kernel);
+    }
+    if (settings.filter.IsIdentity())
+        SetBayer<Bilinear<Writer, Settings, true, kIsWords>>(needs, settings, kernel);
+    else
+        SetBayer<Bilinear<Writer, Settings, false, kIsWords>>(needs, settings, kernel);
+}

@@ -1,0 +1,84 @@
+// Nearest-neighbour demosaicing with vectors. Needs Sites-inl.h and Bilinear-inl.h before it.
+
+/// Inputs are the two rows of cells; both outputs get what they give.
+template <class Writer, class Settings, class Stage, bool kGreenFirst>
+class NearestStep {
+public:
+    using Sample = typename Settings::Sample;
+    using Output_ = SiteOutput<Writer, Stage, Sample>;
+    static constexpr std::size_t kInputs = 2, kOutputs = 2;
+    static constexpr std::size_t kPixels = Output_::kPixels, kGroup = 2, kMargin = 0;
+    static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = 2;
+    using Rows = StepRows<NearestStep>;
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
+    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return AscendingOutput<NearestStep>(rows, i, x);
+    }
+
+    NearestStep(const Output_& toUse, bool isBlue) : output(toUse), ownIsBlue(isBlue) {}
+
+    template <bool kStream>
+    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
+        std::uint8_t* const to[] = {Output(rows, 0, x, 0), Output(rows, 1, x, 0)};
+        if constexpr (Output_::kVectors == 1) {
+            const SitePlanes<Sample> sites[] = {Cells(rows, x)};
+            output.template Write<kStream>(sites, ownIsBlue, to);
+        } else {
+            const SitePlanes<Sample> sites[] = {Cells(rows, x), Cells(rows, x + Output_::kVectorPixels)};
+            output.template Write<kStream>(sites, ownIsBlue, to);
+        }
+    }
+
+private:
+    static HWY_INLINE SitePlanes<Sample> Cells(const Rows& rows, std::size_t x) {
+        return ReplicateCells<kGreenFirst, Sample>(rows.in[0] + InputBytes(x), rows.in[1] + InputBytes(x));
+    }
+
+    const Output_ output;
+    const bool ownIsBlue;
+};
+
+template <class Writer, class Settings, bool kIsIdentity>
+class Nearest {
+public:
+    explicit Nearest(const Settings& toUse) : output(Stage(toUse.filter)), firstLine(toUse.firstLine) {}
+
+    static void Run(const RowKernel& kernel, const Tile& tile) {
+        const auto& self = kernel.Get<Nearest>();
+        std::uint32_t cells = 0;
+        for (std::uint32_t y = tile.first; y < tile.last; y += 2) {
+            if (!HasCells<Writer>(tile, y, cells)) continue;
+            self.firstLine.greenFirst ? self.template RunRows<true>(tile, y, cells)
+                                      : self.template RunRows<false>(tile, y, cells);
+        }
+    }
+
+private:
+    using Stage = FilterStage<typename Settings::Filter, kIsIdentity>;
+
+    template <bool kGreenFirst>
+    HWY_NOINLINE void RunRows(const Tile& tile, std::uint32_t y, std::uint32_t cells) const {
+        using Step = NearestStep<Writer, Settings, Stage, kGreenFirst>;
+        std::uint8_t* const upper = tile.destination[y];
+        std::uint8_t* const lower = y + 1 < tile.last ? tile.destination[y + 1] : upper;
+        WalkColumns columns = ColumnsOf(tile);
+        columns.end -= columns.end % 2;
+        RowWalk<Step>(Step(output, firstLine.ownIsBlue), {{tile.source[cells], tile.source[cells + 1]}, {upper, lower}},
+                      columns, {tile.prefetch, y})
+            .Run();
+        RepeatLastPixel<Writer>(tile, upper);
+        if (lower != upper) RepeatLastPixel<Writer>(tile, lower);
+    }
+
+    const SiteOutput<Writer, Stage, typename Settings::Sample> output;
+    const MosaicLine firstLine;
+};
+
+template <class Writer, class Settings>
+void SetNearest(const RowKernel::Needs& needs, const Settings& settings, RowKernel& kernel) {
+    if (settings.filter.IsIdentity())
+        SetBayer<Nearest<Writer, Settings, true>>(needs, settings, kernel);
+    else
+        SetBayer<Nearest<Writer, Settings, false>>(needs, settings, kernel);
+}

@@ -1,0 +1,54 @@
+// Bytes that lie apart, brought together: a kernel in front of those that read bytes one after the other. Needs
+// InOrder-inl.h before it.
+
+/// A tile of samples instead of pixels. Of the last group, all samples.
+inline Tile TileOfSamples(const Tile& pixels, const GatherSettings& settings) {
+    const std::size_t group = settings.group, samples = settings.groupSamples;
+    const auto samplesOf = [&](std::size_t columns) { return (columns + group - 1) / group * samples; };
+    Tile tile = pixels;
+    tile.begin = samplesOf(pixels.begin);
+    tile.end = samplesOf(pixels.end);
+    tile.width = samplesOf(pixels.width);
+    return tile;
+}
+
+/// Of words, their upper bytes.
+inline void GatherUpperBytes(const RowKernel& kernel, const Tile& tile) {
+    GraySettings upperByte = {};
+    upperByte.shift = 8;
+    ConvertInOrder<ReadWordBytes, WriteGray8>(ReadWordBytes(upperByte),
+                                              TileOfSamples(tile, kernel.Get<GatherSettings>()));
+}
+
+/// Of samples of any size. Not worth vectors: there are hardly any sources but of words.
+inline void GatherLastBytes(const RowKernel& kernel, const Tile& tile) {
+    const auto& settings = kernel.Get<GatherSettings>();
+    const Tile samples = TileOfSamples(tile, settings);
+    const std::size_t size = settings.sampleBytes;
+    for (std::uint32_t y = tile.first; y < tile.last; ++y) {
+        const std::uint8_t* const from = tile.source[y] + size - 1;
+        std::uint8_t* const to = tile.destination[y];
+        for (std::size_t i = samples.begin; i < samples.end; ++i) to[i] = from[i * size];
+    }
+}
+
+/// Three samples of each pixel, from wherever they are.
+inline void GatherPlaces(const RowKernel& kernel, const Tile& tile) {
+    const auto& settings = kernel.Get<GatherSettings>();
+    const std::size_t pixelBytes = std::size_t{3} * settings.sampleBytes;
+    for (std::uint32_t y = tile.first; y < tile.last; ++y) {
+        const std::uint8_t* from = tile.source[y] + settings.sampleBytes - 1 + tile.begin * pixelBytes;
+        std::uint8_t* to = tile.destination[y] + 3 * tile.begin;
+        for (std::size_t x = tile.begin; x < tile.end; ++x, from += pixelBytes)
+            for (const std::uint32_t place : settings.places) *to++ = from[place];
+    }
+}
+
+inline void MakeGather(const GatherSettings& settings, RowKernel& kernel) {
+    RowKernel::Needs needs;
+    needs.group = settings.group;
+    needs.groupBytes = settings.groupSamples * settings.sampleBytes;
+    needs.pixelBytes = settings.groupSamples / settings.group;
+    const bool isOfWords = settings.sampleBytes == 2;
+    kernel.Set(needs, settings.hasPlaces ? &GatherPlaces : isOfWords ? &GatherUpperBytes : &GatherLastBytes, settings);
+}

@@ -1,0 +1,51 @@
+// Gray samples in the order of their pixels. Needs the readers and writers before it.
+
+#if KY_PLAIN
+
+template <class Reader, class Writer>
+void ConvertInOrder(const Reader& reader, const Tile& tile) {
+    for (std::uint32_t y = tile.first; y < tile.last; ++y) {
+        const std::uint8_t* const from = tile.source[y];
+        std::uint8_t* const to = tile.destination[y];
+        for (std::size_t x = tile.begin; x < tile.end; ++x)
+            Writer::StorePixel(reader.Sample(from, x), to + x * Writer::kPixelBytes);
+    }
+}
+
+#else
+
+template <class Reader, class Writer>
+struct InOrderStep : PixelStep {
+    static constexpr std::size_t kGroup = Reader::kGroup, kPixelBytes = Writer::kPixelBytes;
+    using Rows = StepRows<InOrderStep>;
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) {
+        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
+    }
+    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return AscendingOutput<InOrderStep>(rows, i, x);
+    }
+
+    explicit InOrderStep(const Reader& toUse) : reader(toUse) {}
+
+    template <bool kStream>
+    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
+        V8 samples[Reader::kSampleBytes];
+        reader.Read(rows.in[0] + x / kGroup * Reader::kGroupBytes, samples);
+        Writer::template Store<kStream>(samples, AscendingOutput<InOrderStep>(rows, 0, x));
+    }
+
+    Reader reader;
+};
+
+template <class Reader, class Writer>
+void ConvertInOrder(const Reader& reader, const Tile& tile) {
+    WalkPixels(InOrderStep<Reader, Writer>(reader), tile);
+}
+
+#endif
+
+template <class Reader, class Writer>
+void ConvertInOrder(const RowKernel& kernel, const Tile& tile) {
+    ConvertInOrder<Reader, Writer>(kernel.Get<Reader>(), tile);
+}
