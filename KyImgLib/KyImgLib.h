@@ -26,6 +26,8 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16ToRGB.h>
 #include <KyImgLib/converters/grayscale/KyGrayscale8ToRGB.h>
 #include <KyImgLib/converters/grayscale/KyTapsToGrayscale.h>
+#include <KyImgLib/images/KyImage.h>
+#include <KyImgLib/images/KyImageConverter.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>

@@ -8,6 +8,12 @@
  *     KyPixelConverter_ConvertArea(converter, mosaic, width, height, rgb, width, height, width, height,
  *                                  KY_FLAG_BAYER_RGGB | KY_FLAG_BAYER_INTERPOLATE, 0);
  *
+ * The functions KyImage_... check everything they are given, and take lines of any stride:
+ *
+ *     KyImage source = {0x20010, width, height, mosaic, mosaicSize, mosaicStride, 0};
+ *     KyImage destination = {KY_RGB24, width, height, rgb, rgbSize, 0, 0};
+ *     if (KyImage_Convert(&source, &destination, NULL) != KY_STATUS_SUCCESS) puts(KyImage_GetError());
+ *
  * Objects are opaque pointers. Functions that return a status use the codes of KyStatus.h; every function takes a
  * null object, and then returns what its comment says. Beyond that arguments are not checked. No exception leaves
  * these functions: where one is thrown, mostly because memory ran out, a status function returns KY_STATUS_OUT_OF_MEMORY
@@ -16,21 +22,21 @@
  * All functions may be called from any thread. Do not change a filter while another thread uses it.
  */
 
+#include <KyImgLib/images/KyImage.h>
 #include <KyImgLib/platform/KyExport.h>
 #include <KyImgLib/platform/KyStatus.h>
 
 #include <stdbool.h>
+#include <stddef.h>
 #include <stdint.h>
 
 #ifdef __cplusplus
 class KyPixelType;
 class KyPixelConverter;
-class KyRGBFilter;
 extern "C" {
 #else
 typedef struct KyPixelType KyPixelType;
 typedef struct KyPixelConverter KyPixelConverter;
-typedef struct KyRGBFilter KyRGBFilter;
 #endif
 
 /* Flags of an area conversion, combined by OR; see KyPixelConverter_ConvertArea. */
@@ -134,6 +140,57 @@ KYIMGLIB_API uint32_t KyPixelConverter_ConvertAreaFilter(const KyPixelConverter*
                                                          uint32_t destinationWidth, uint32_t destinationHeight,
                                                          uint32_t width, uint32_t height, uint32_t flags,
                                                          uint32_t destinationPadding);
+
+/* ---- Images: the checked interface (its structs: images/KyImage.h) ----
+
+   Return KY_STATUS_SUCCESS, or
+
+   - KY_STATUS_BAD_ARGUMENT for a null pointer that is not said to be allowed, a type that is not registered, a buffer or
+     stride that is too small or cannot be, an odd height of an interlaced type or one with dual lines, source and
+     destination of unlike sizes or with bytes in common from the first to the last of their pixels, a structSize that is
+     too small, a band that is off its step or beyond the height, a part that is beyond the image or tears pixels apart;
+   - KY_STATUS_NOT_SUPPORTED where no converter is registered for the pair of types;
+   - KY_STATUS_OUT_OF_MEMORY where memory ran out or an application's own converter threw an exception;
+   - another status that an application's own converter returned.
+
+   KyImage_GetError says what was expected and what came. After the first two nothing has been written. Images without
+   pixels are converted by doing nothing; they need no data. Any number of threads may convert at once, also to bands or
+   parts of one image. */
+
+/* Bytes from the first one to the last one of an image: what its type, width, height and strides need. Data and size are
+   ignored. */
+KYIMGLIB_API uint32_t KyImage_GetSize(const KyImage* image, size_t* bytes);
+
+/* Describes a rectangle of an image, without a copy: `part`, which may be `image` itself, gets its data, size and strides.
+   It begins and ends at a group of pixels that share bytes; it may end inside of one only where the image does. Types with
+   taps have whole lines; interlaced types and dual lines go in pairs of lines. `flags` may be null; of a Bayer type it is
+   given with the KY_FLAG_BAYER_... pattern of the image (none: GRBG) and gets that of the part. Other flags stay. */
+KYIMGLIB_API uint32_t KyImage_Crop(const KyImage* image, uint32_t x, uint32_t y, uint32_t width, uint32_t height,
+                                   KyImage* part, uint32_t* flags);
+
+/* Converts an image into another one of the same width and height. Exactly its pixels are written: padding stays as it
+   is, and of the last group of a line, pixels beyond the width are not written. Bayer types without interpolation have
+   the colours of the nearest 2 x 2 pixels in a last odd column or line; where there are none, 0. The data
+   of `destination` is written although the struct is constant. `conversion` may be null: no flags, no filter, all
+   lines. */
+KYIMGLIB_API uint32_t KyImage_Convert(const KyImage* source, const KyImage* destination,
+                                      const KyConversion* conversion);
+
+/* Number of lines at whose multiples bands (KyConversion) begin and end: converted in any order, on any threads at
+   once, they give the bytes of the whole. It depends on types and flags; with a converter of an application's own it is
+   the height. The images need no data yet, and the band in `conversion`, which may be null, is ignored. */
+KYIMGLIB_API uint32_t KyImage_GetBandStep(const KyImage* source, const KyImage* destination,
+                                          const KyConversion* conversion, uint32_t* lines);
+
+/* KyImage_Convert by bands on several threads. With a null executor these are threads of the library's own, among them
+   the calling one; small images are converted by that alone. KY_STATUS_BAD_ARGUMENT also when the executor's run
+   returns before it has run all tasks. */
+KYIMGLIB_API uint32_t KyImage_ConvertParallel(const KyImage* source, const KyImage* destination,
+                                              const KyConversion* conversion, const KyExecutor* executor);
+
+/* Why the calling thread's last KyImage_ call that did not succeed did not, as one line in English. Empty when there was
+   none. Valid until the thread's next such call. */
+KYIMGLIB_API const char* KyImage_GetError(void);
 
 /* ---- Filters: a look-up table each for red, green and blue ---- */
 

@@ -1,0 +1,169 @@
+#include <KyImgLib/images/LayoutInternal.h>
+
+#include <KyImgLib/images/RefusalInternal.h>
+#include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace ky {
+
+namespace {
+
+/// What no image can need: larger objects than this are not possible in C++.
+constexpr std::uint64_t kTooMuch = PTRDIFF_MAX;
+
+// Sums and products that stop at kTooMuch; so do their operands.
+std::uint64_t Limit(std::uint64_t a) { return std::min(a, kTooMuch); }
+std::uint64_t Sum(std::uint64_t a, std::uint64_t b) { return Limit(a + b); }
+std::uint64_t Product(std::uint64_t a, std::uint64_t b) { return b != 0 && a > kTooMuch / b ? kTooMuch : Limit(a * b); }
+
+struct Group {
+    std::uint32_t pixels, bytes;
+};
+
+struct GroupedFormat {
+    std::int64_t format;  ///< colour space and index
+    Group group;
+};
+
+constexpr GroupedFormat kSubsampled[] = {
+    {KY_COLOUR_SPACE_YUV | 1, {2, 4}},  // 4:2:2, 8 bits
+    {KY_COLOUR_SPACE_YUV | 2, {2, 8}},  // 4:2:2, 10 bits in words
+    {KY_COLOUR_SPACE_YUV | 6, {4, 6}},  // 4:1:1, 8 bits
+};
+
+/// Types of four taps, which have no bits of their own in an ID.
+constexpr std::int64_t kQuadTaps[] = {KY_COLOUR_SPACE_GRAYSCALE | 6, KY_COLOUR_SPACE_GRAYSCALE | 7};
+
+std::int64_t FormatOf(const KyPixelType& type) {
+    return type.GetTypeID() & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
+}
+
+Group GroupOf(const KyPixelType& type) {
+    const std::int64_t id = type.GetTypeID();
+    for (const GroupedFormat& subsampled : kSubsampled)
+        if (FormatOf(type) == subsampled.format) return subsampled.group;
+    const std::uint32_t bits = type.GetPixelBitSize();
+    const bool hasOneSample = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || type.IsBayerPattern();
+    if ((id & KY_TYPE_PACKED) != 0 && hasOneSample && (bits == 10 || bits == 12)) return {2, 3};
+    return {1, (id & KY_TYPE_PLANAR) != 0 ? 1u : type.GetPixelByteSize()};
+}
+
+/// Whether the type's class has a buffer size other than KyPixelType's.
+bool HasOwnRule(const KyPixelType& type) {
+    if ((type.GetTypeID() & KY_TYPE_PLANAR) != 0) return false;
+    for (const std::uint32_t width : {1u, 3u, 64u})
+        if (type.GetBufferSizeFor(width, 1) != type.KyPixelType::GetBufferSizeFor(width, 1)) return true;
+    return false;
+}
+
+/// The fewest pixels whose bytes repeat; none when no number does.
+Group FindGroup(const KyPixelType& type) {
+    constexpr std::uint32_t kMost = 64;
+    for (std::uint32_t pixels = 1; pixels <= kMost; ++pixels) {
+        const std::uint32_t bytes = type.GetBufferSizeFor(pixels, 1);
+        if (type.GetBufferSizeFor(pixels * kMost, 1) == bytes * kMost) return {pixels, bytes};
+    }
+    return {0, 0};
+}
+
+}  // namespace
+
+std::uint64_t Layout::LineBytes(std::uint32_t width) const {
+    const std::uint32_t rest = width % groupPixels;
+    const std::uint64_t whole = std::uint64_t{width / groupPixels} * groupBytes;
+    if (rest == 0) return whole;
+    return whole + (hasOwnRule ? type->GetBufferSizeFor(rest, 1) : groupBytes);
+}
+
+Layout Layout::Deinterlaced() const {
+    Layout deinterlaced = *this;
+    deinterlaced.fields = 1;
+    return deinterlaced;
+}
+
+std::uint32_t FindLayout(const char* role, std::int64_t id, Layout& layout) {
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(id);
+    if (type == nullptr)
+        return Refusal(KY_STATUS_BAD_ARGUMENT) << role << ".type is " << TypeText{id} << ", expected a registered type";
+    layout = {};
+    layout.type = type;
+    layout.hasOwnRule = HasOwnRule(*type);
+    const Group group = layout.hasOwnRule ? FindGroup(*type) : GroupOf(*type);
+    if (group.pixels == 0)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << ".type is " << TypeText{id}
+               << ", whose buffer size does not grow evenly with the width: expected groups of at most 64 pixels";
+    layout.groupPixels = group.pixels;
+    layout.groupBytes = group.bytes;
+    const bool isPlanar = (id & KY_TYPE_PLANAR) != 0, isInterlaced = (id & KY_TYPE_INTERLACED) != 0;
+    layout.planes = isPlanar ? std::max<std::uint32_t>(type->GetPixelByteSize(), 1) : 1;
+    layout.fields = isInterlaced && !isPlanar ? 2 : 1;
+    layout.lineStep = isInterlaced || (id & KY_TAP_LAYOUT_MASK) == KY_TAP_DUAL_LINES ? 2 : 1;
+    layout.hasTaps = (id & KY_TAP_LAYOUT_MASK) != 0 ||
+                     std::find(std::begin(kQuadTaps), std::end(kQuadTaps), FormatOf(*type)) != std::end(kQuadTaps);
+    return KY_STATUS_SUCCESS;
+}
+
+std::uint32_t PlaceImage(const char* role, const KyImage& image, const Layout& layout, Placement& place) {
+    if (image.height % layout.lineStep != 0)
+        return Refusal(KY_STATUS_BAD_ARGUMENT) << role << ".height is " << image.height << ", type "
+                                               << TypeText{image.type} << " needs an even number of lines";
+    place = {};
+    place.parts = layout.planes * layout.fields;
+    place.partLines = image.height / layout.fields;
+    if (image.width == 0 || image.height == 0) return KY_STATUS_SUCCESS;
+
+    const std::uint64_t line = layout.LineBytes(image.width);
+    if (image.stride != 0 && image.stride < line)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << ".stride is " << image.stride << ", a line of " << image.width << " pixels of type "
+               << TypeText{image.type} << " has " << line << " bytes";
+    const std::uint64_t stride = image.stride != 0 ? Limit(image.stride) : line;
+    const std::uint64_t part = Sum(Product(place.partLines - 1, stride), line);
+    const std::uint64_t partStride =
+        image.planeStride != 0 ? Limit(image.planeStride) : Product(place.partLines, stride);
+    const std::uint64_t fromFirstToLast = Product(place.parts - 1, partStride);
+    const bool taketurns = partStride >= line && Sum(fromFirstToLast, line) <= stride;
+    if (place.parts > 1 && partStride < part && !taketurns)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << ".planeStride is " << image.planeStride << ", each of the " << place.parts
+               << (layout.fields == 2 ? " fields has " : " planes has ") << part << " bytes: " << place.partLines
+               << " lines, " << stride << " bytes apart";
+    const std::uint64_t size = Sum(fromFirstToLast, part);
+    if (size >= kTooMuch)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << " of " << image.width << "x" << image.height << " pixels of type " << TypeText{image.type}
+               << ", lines " << image.stride << " and planes " << image.planeStride
+               << " bytes apart, needs more bytes than can be addressed";
+    place.lineBytes = static_cast<std::size_t>(line);
+    // Where there is no next line, nobody shall compute where it would be.
+    place.stride = static_cast<std::size_t>(place.partLines > 1 ? stride : line);
+    place.partStride = static_cast<std::size_t>(place.parts > 1 ? partStride : 0);
+    place.size = static_cast<std::size_t>(size);
+    return KY_STATUS_SUCCESS;
+}
+
+std::uint32_t CheckBuffer(const char* role, const KyImage& image, const Placement& place) {
+    if (place.size == 0) return KY_STATUS_SUCCESS;
+    if (image.data == nullptr)
+        return Refusal(KY_STATUS_BAD_ARGUMENT) << role << ".data is null, expected " << place.size << " bytes";
+    if (image.size < place.size) {
+        Refusal refusal(KY_STATUS_BAD_ARGUMENT);
+        refusal << role << " holds " << image.size << " bytes, " << image.width << "x" << image.height << " of type "
+                << TypeText{image.type} << " needs " << place.size;
+        if (image.stride != 0) refusal << " with lines " << image.stride << " bytes apart";
+        if (place.parts > 1 && image.planeStride != 0)
+            refusal << " with planes or fields " << image.planeStride << " bytes apart";
+        return refusal;
+    }
+    if (UINTPTR_MAX - reinterpret_cast<std::uintptr_t>(image.data) < place.size)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << " needs " << place.size << " bytes, which do not fit between its data and the end of memory";
+    return KY_STATUS_SUCCESS;
+}
+
+}  // namespace ky

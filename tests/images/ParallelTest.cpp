@@ -1,0 +1,107 @@
+// One image on several threads: those of the library, and those of an application.
+#include <tests/images/ImageCase.h>
+#include <tests/support/CpuLevels.h>
+#include <tests/support/Threads.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include <cstring>
+
+namespace {
+
+using Role = GuardedImage::Role;
+
+/// What an application's executor does with its tasks.
+using Behaviour = std::function<void(std::uint32_t tasks, const std::function<void(std::uint32_t)>& task)>;
+
+class Parallel : public testing::Test {
+protected:
+    std::uint32_t Convert(const Behaviour& behaviour, std::uint32_t threads, const KyConversion* conversion = nullptr) {
+        KyExecutor executor = {};
+        executor.threads = threads;
+        executor.context = const_cast<Behaviour*>(&behaviour);
+        executor.run = [](void* context, std::uint32_t tasks, void (*task)(void*, std::uint32_t), void* state) {
+            (*static_cast<Behaviour*>(context))(tasks, [&](std::uint32_t index) { task(state, index); });
+        };
+        return KyImage_ConvertParallel(&source.image, &destination.image, conversion, &executor);
+    }
+
+    Lines Expected(std::uint32_t flags = 0) {
+        return ConvertLines(*KyPixelTypeFactory::FindConverter(kBayer8, KY_TYPE_RGB24), source.Read(),
+                            source.image.width, source.image.height, flags, nullptr);
+    }
+
+    support::Random random{41};
+    GuardedImage source{kBayer8, 60, 40, Role::kSource, random};
+    GuardedImage destination{KY_RGB24, 60, 40, Role::kDestination, random};
+};
+
+TEST_F(Parallel, ExecutorRunsTasksOnItsThreadsInAnyOrder) {
+    const std::vector<std::uint8_t> expected = destination.MemoryWith(Expected());
+    std::uint32_t tasksGiven = 0;
+    const Behaviour backwardsOnThreads = [&](std::uint32_t tasks, const auto& task) {
+        tasksGiven = tasks;
+        support::RunOnThreads(static_cast<int>(tasks), [&](int i) { task(tasks - 1 - static_cast<std::uint32_t>(i)); });
+    };
+    std::uint32_t step = 0;
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_GetBandStep(&source.image, &destination.image, nullptr, &step));
+    const std::uint32_t steps = (40 + step - 1) / step;
+    for (const std::uint32_t threads : {1u, 3u, 7u, 40u, 0xFFFFFFFFu}) {
+        std::fill_n(destination.image.data, 1, std::uint8_t{0});
+        EXPECT_EQ(KY_STATUS_SUCCESS, Convert(backwardsOnThreads, threads)) << KyImage_GetError();
+        EXPECT_EQ(std::min(threads, steps), tasksGiven);
+        EXPECT_EQ(expected, destination.Memory());
+    }
+    EXPECT_EQ(KY_STATUS_SUCCESS, Convert(backwardsOnThreads, 0));
+    EXPECT_EQ(std::min(std::max(std::thread::hardware_concurrency(), 1u), steps), tasksGiven);
+}
+
+TEST_F(Parallel, ExecutorThatRunsTooFewTasksIsRefused) {
+    for (const Behaviour& faulty :
+         {Behaviour([](std::uint32_t, const auto&) {}), Behaviour([](std::uint32_t tasks, const auto&task) {
+              for (std::uint32_t i = 1; i < tasks; ++i) task(i), task(i), task(tasks + i);
+          })}) {
+        EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, Convert(faulty, 3));
+        EXPECT_NE(std::string::npos, std::string(KyImage_GetError()).find("tasks: expected all of them"));
+    }
+    const Behaviour twice = [](std::uint32_t tasks, const auto& task) {
+        for (std::uint32_t i = 0; i < tasks; ++i) task(i), task(i), task(tasks + i);
+    };
+    const std::vector<std::uint8_t> expected = destination.MemoryWith(Expected());
+    EXPECT_EQ(KY_STATUS_SUCCESS, Convert(twice, 3)) << "but not too many";
+    EXPECT_EQ(expected, destination.Memory());
+}
+
+TEST_F(Parallel, ExecutorIsNotRunForWhatIsRefusedOrEmpty) {
+    bool hasRun = false;
+    const Behaviour behaviour = [&](std::uint32_t, const auto&) { hasRun = true; };
+    KyConversion conversion = Conversion(0, nullptr, 41);
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, Convert(behaviour, 2, &conversion));
+    conversion.firstLine = 40;
+    EXPECT_EQ(KY_STATUS_SUCCESS, Convert(behaviour, 2, &conversion));
+    EXPECT_FALSE(hasRun);
+}
+
+/// Large enough for several threads at the scalar level.
+TEST(ParallelImages, ThreadsOfTheLibraryGiveTheBytesOfOne) {
+    support::Random random(42);
+    for (const std::uint32_t level : {0u, KyCpuLevel::GetActive()})
+        for (const std::int64_t type : {kBayer8, std::int64_t{0x00410003}, std::int64_t{0x00210001}}) {
+            const support::ScopedCpuLevel active(level);
+            GuardedImage source(type, 1001, 700, Role::kSource, random);
+            GuardedImage destination(KY_RGB24_PLANAR, 1001, 700, Role::kDestination, random);
+            const KyConversion conversion = Conversion(KY_FLAG_BAYER_INTERPOLATE);
+            const std::vector<std::uint8_t> before = destination.Memory();
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&source.image, &destination.image, &conversion));
+            const std::vector<std::uint8_t> expected = destination.Memory();
+            EXPECT_NE(before, expected);
+            std::memset(destination.image.data, 0, 1);
+            ASSERT_EQ(KY_STATUS_SUCCESS,
+                      KyImage_ConvertParallel(&source.image, &destination.image, &conversion, nullptr));
+            EXPECT_TRUE(expected == destination.Memory());
+        }
+}
+
+}  // namespace
