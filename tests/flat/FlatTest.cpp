@@ -1,6 +1,7 @@
 // Each flat function: its answer for null, and that it reaches the member of the same meaning.
 #include <KyImgLib/KyImgLib.h>
 #include <KyImgLib/KyImgLibC.h>
+#include <tests/flat/ImageCaller.h>
 
 #include <gtest/gtest.h>
 
@@ -211,5 +212,7 @@ TEST(FlatCpuLevel, TellsAndSwitches) {
     EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyCpuLevel_SetActive(99));
     EXPECT_EQ(KY_STATUS_SUCCESS, KyCpuLevel_SetActive(original));
 }
+
+TEST(FlatImage, ServesACProgram) { EXPECT_EQ(nullptr, UseImagesFromC()) << UseImagesFromC(); }
 
 }  // namespace

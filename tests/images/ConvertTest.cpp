@@ -8,8 +8,13 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
+
+#if !defined(_WIN32)
+#include <sys/mman.h>
+#endif
 
 namespace {
 
@@ -137,7 +142,7 @@ TEST(Images, AConverterOfAPairConvertsItLikeTheFunctions) {
     EXPECT_EQ(KY_STATUS_NOT_SUPPORTED, none.Convert(destination.image, source.image, nullptr));
 }
 
-/// Does what its types tell another converter to do, and what it is told to do before.
+/// Converts nothing.
 class Misbehaving : public KyPixelConverter {
 public:
     Misbehaving() : KyPixelConverter(0x0001F900, KY_TYPE_GRAYSCALE8, 1, 1, 1, 1) {}
@@ -168,6 +173,34 @@ TEST(Images, TellOfAnApplicationsConverterThatFails) {
     EXPECT_NE(std::string::npos, std::string(KyImage_GetError()).find("the camera is on fire"));
     EXPECT_EQ(KY_STATUS_OUT_OF_MEMORY, KyImage_ConvertParallel(&source.image, &destination.image, nullptr, nullptr));
 }
+
+#if !defined(_WIN32)
+
+/// Lines more than 4 GiB apart, in memory that is there only where it is touched.
+TEST(Images, LinesMayBeGigabytesApart) {
+    constexpr std::size_t stride = std::size_t{5} << 30, size = 2 * stride + 4096;
+    void* const memory =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (memory == MAP_FAILED) GTEST_SKIP() << "no address space";
+    support::Random random(16);
+    for (const std::int64_t to : {KY_TYPE_RGB24, KY_TYPE_RGB24_PLANAR})
+        for (const std::uint32_t flags : {0u, std::uint32_t{KY_FLAG_BAYER_INTERPOLATE}}) {
+            GuardedImage tight(kBayer8, 40, 3, Role::kSource, random);
+            GuardedImage destination(to, 40, 3, Role::kDestination, random);
+            const Lines lines = tight.Read();
+            KyImage source = {kBayer8, 40, 3, static_cast<std::uint8_t*>(memory), size, stride, 0};
+            for (std::size_t y = 0; y < 3; ++y) std::memcpy(source.data + y * stride, &lines[y * 40], 40);
+            const KyConversion conversion = Conversion(flags);
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&tight.image, &destination.image, &conversion));
+            const std::vector<std::uint8_t> expected = destination.Memory();
+            std::memset(destination.image.data, 0, 40);
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&source, &destination.image, &conversion));
+            EXPECT_EQ(expected, destination.Memory());
+        }
+    munmap(memory, size);
+}
+
+#endif
 
 /// A converter of an application's own that was made for words, registered for a type of bytes as well.
 TEST(Images, StayInsideWhereAConverterExpectsLargerPixels) {

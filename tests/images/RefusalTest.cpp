@@ -181,6 +181,18 @@ TEST(ImageSize, HoldsWholeGroupsAndEveryStride) {
     }
 }
 
+/// Lines and planes of less than 4 GiB are all that the area form can be told of.
+TEST(ImageRefusal, ConvertersOfApplicationsTakeNoLargerLines) {
+    RegisterApplicationConverters();
+    // Nobody may look at what is there.
+    auto* const first = reinterpret_cast<std::uint8_t*>(std::uintptr_t{1} << 40);
+    auto* const second = reinterpret_cast<std::uint8_t*>(std::uintptr_t{2} << 40);
+    const KyImage source = {0x00041001, 0x90000000u, 3, first, kHuge, 0, 0};
+    const KyImage destination = {KY_GRAYSCALE8, 0x90000000u, 3, second, kHuge, 0, 0};
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyImage_Convert(&source, &destination, nullptr));
+    EXPECT_NE(std::string::npos, std::string(KyImage_GetError()).find("images of 2415919104x3 pixels are too large"));
+}
+
 /// Memory of two images, the second of which is watched.
 class Arena {
 public:

@@ -168,4 +168,36 @@ TEST_F(OutOfMemory, ConversionsReportItAndWorkAgainLater) {
         check);
 }
 
+TEST_F(OutOfMemory, ImagesReportItAndWorkAgainLater) {
+    std::uint8_t mosaic[9] = {9, 9, 9, 9, 9, 9, 9, 9, 9}, picture[30];
+    const KyImage source = {0x20010, 3, 3, mosaic, sizeof mosaic, 0, 0};
+    const KyImage destination = {KY_RGB24, 3, 3, picture, sizeof picture, 10, 0};
+    KyExecutor executor = {};
+    executor.threads = 2;
+    executor.run = [](void*, std::uint32_t tasks, void (*task)(void*, std::uint32_t), void* state) {
+        for (std::uint32_t i = 0; i < tasks; ++i) task(state, i);
+    };
+    KyConversion conversion = {};
+    conversion.structSize = sizeof conversion;
+    conversion.flags = KY_FLAG_BAYER_INTERPOLATE;
+    for (const bool parallel : {false, true})
+        ForEachFailure(
+            [&](int) {
+                return StatusOf([&] {
+                    // Chains keep their buffers, so this is a new one with none.
+                    const KyIdentityConverter copy(0x20010, 0x20010, 1, 1);
+                    const KyBayerRGB8ToRGB24 toRGB(0x20010, false, 0, 0);
+                    const KyComplexConverter chain(&copy, &toRGB);
+                    const KyImageConverter converter(chain);
+                    return parallel ? converter.ConvertParallel(source, destination, &conversion, &executor)
+                                    : converter.Convert(source, destination, &conversion);
+                });
+            },
+            [&](int n, std::uint32_t status) {
+                EXPECT_EQ(ExpectedStatus(), status) << "allocation " << n;
+                EXPECT_EQ(hasFailed ? 0 : 27, std::count(picture, picture + 29, 9)) << "allocation " << n;
+                std::fill(picture, picture + 30, std::uint8_t{0});
+            });
+}
+
 }  // namespace
