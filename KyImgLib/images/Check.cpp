@@ -27,19 +27,21 @@ std::uint32_t RefusePair(std::int64_t sourceType, std::int64_t destinationType) 
     return refusal;
 }
 
-bool IsIdentity(const KyPixelConverter& converter) { return typeid(converter) == typeid(KyIdentityConverter); }
+bool CopiesLines(const ImagePair& pair) {
+    const Layout &from = pair.source, &to = pair.destination;
+    return typeid(*pair.converter) == typeid(KyIdentityConverter) && from.groupPixels == to.groupPixels &&
+           from.groupBytes == to.groupBytes && from.hasOwnRule == to.hasOwnRule && from.planes == to.planes;
+}
 
 /// Whether kernels of the converter stay inside of images of these types. An application may have made a converter for
 /// types of other sizes, or registered one for types that it was not made for.
 bool AgreesOnBytes(const ImagePair& pair) {
     constexpr std::uint32_t kPixels = 8;  // whole groups of every type that kernels read
     const KyPixelConverter& converter = *pair.converter;
-    if (((converter.GetSourceType() ^ pair.sourceType) & (KY_TYPE_INTERLACED | KY_TYPE_PLANAR)) != 0) return false;
-    if (((converter.GetDestinationType() ^ pair.destinationType) & KY_TYPE_PLANAR) != 0) return false;
-    // The identity copies what a type's line has; its own sizes are those of KyPixelType::GetBufferSizeFor().
-    if (IsIdentity(converter)) return pair.source.LineBytes(kPixels) == pair.destination.LineBytes(kPixels);
-    return converter.GetSourceByteSize(kPixels) <= pair.source.LineBytes(kPixels) * pair.source.planes &&
-           converter.GetDestinationByteSize(kPixels) <= pair.destination.LineBytes(kPixels) * pair.destination.planes;
+    const std::int64_t differences = (converter.GetSourceType() ^ pair.sourceType) & KY_TYPE_INTERLACED;
+    return differences == 0 &&
+           converter.GetSourceByteSize(kPixels) == pair.source.LineBytes(kPixels) * pair.source.planes &&
+           converter.GetDestinationByteSize(kPixels) == pair.destination.LineBytes(kPixels) * pair.destination.planes;
 }
 
 std::uint32_t FindLayouts(std::int64_t sourceType, std::int64_t destinationType, ImagePair& pair) {
@@ -54,8 +56,7 @@ std::uint32_t FindLayouts(std::int64_t sourceType, std::int64_t destinationType,
 
 void SetConverter(ImagePair& pair, const KyPixelConverter& converter) {
     pair.converter = &converter;
-    pair.copiesPlanes =
-        IsIdentity(converter) && pair.source.planes > 1 && pair.source.planes == pair.destination.planes;
+    pair.copiesLines = CopiesLines(pair);
     pair.agreesOnBytes = AgreesOnBytes(pair);
 }
 
@@ -131,7 +132,7 @@ std::uint32_t CheckShapes(const ImagePair& pair, const KyImage& source, const Ky
     if (const std::uint32_t status = PlaceImage("source", source, pair.source, checked.sourcePlace)) return status;
     if (const std::uint32_t status = PlaceImage("destination", destination, pair.destination, checked.destinationPlace))
         return status;
-    checked.step = pair.copiesPlanes ? 1 : pair.agreesOnBytes ? BandStepOf(*pair.converter, checked.flags) : 0;
+    checked.step = pair.copiesLines ? 1 : pair.agreesOnBytes ? BandStepOf(*pair.converter, checked.flags) : 0;
     checked.hasKernels = checked.step != 0;
     if (!checked.hasKernels) checked.step = std::max<std::uint32_t>(source.height, 1);
     return KY_STATUS_SUCCESS;

@@ -15,7 +15,7 @@ struct ImagePair {
     std::int64_t sourceType, destinationType;
     const KyPixelConverter* converter;
     Layout source, destination;
-    bool copiesPlanes;   ///< planar images of the same type
+    bool copiesLines;    ///< of images with the same bytes
     bool agreesOnBytes;  ///< the converter reads and writes what the types say, so that kernels can work on the images
 };
 

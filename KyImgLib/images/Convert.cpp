@@ -33,12 +33,17 @@ std::uint32_t ConvertByKernels(const CheckedConversion& checked, std::uint32_t f
     return KY_STATUS_SUCCESS;
 }
 
-std::uint32_t CopyPlanes(const CheckedConversion& checked, std::uint32_t firstLine, std::uint32_t lineEnd) {
+/// Copies lines of each plane, those of the two fields in turns.
+std::uint32_t CopyLines(const CheckedConversion& checked, std::uint32_t firstLine, std::uint32_t lineEnd) {
     const Placement &from = checked.sourcePlace, &to = checked.destinationPlace;
-    for (std::uint32_t plane = 0; plane < from.parts; ++plane)
-        for (std::uint32_t line = firstLine; line < lineEnd; ++line)
+    const std::uint32_t fields = checked.pair->source.fields;
+    const std::uint32_t firstField = (checked.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0 ? 1 : 0;
+    for (std::uint32_t plane = 0; plane < to.parts; ++plane)
+        for (std::uint32_t line = firstLine; line < lineEnd; ++line) {
+            const std::uint32_t part = fields == 2 ? (line + firstField) % 2 : plane;
             std::memcpy(checked.destination.data + plane * to.partStride + line * to.stride,
-                        checked.source.data + plane * from.partStride + line * from.stride, from.lineBytes);
+                        checked.source.data + part * from.partStride + line / fields * from.stride, to.lineBytes);
+        }
     return KY_STATUS_SUCCESS;
 }
 
@@ -215,7 +220,7 @@ std::uint32_t ConvertWhole(const CheckedConversion& checked) {
 
 std::uint32_t ConvertBand(const CheckedConversion& checked, std::uint32_t firstLine, std::uint32_t lineEnd) noexcept {
     return Guard([&]() -> std::uint32_t {
-        if (checked.pair->copiesPlanes) return CopyPlanes(checked, firstLine, lineEnd);
+        if (checked.pair->copiesLines) return CopyLines(checked, firstLine, lineEnd);
         if (checked.hasKernels) return ConvertByKernels(checked, firstLine, lineEnd);
         return ConvertWhole(checked);
     });

@@ -28,7 +28,8 @@ typedef struct KyRGBFilter KyRGBFilter;
  *     packed gray or Bayer, 10 and
  *     12 bits                       2 pixels in 3 bytes
  *
- * so 5 pixels of 8-bit 4:2:2 are 3 groups in 12 bytes. Every other type has the bytes of its pixels one after the other;
+ * so 5 pixels of 8-bit 4:2:2 are 3 groups in 12 bytes. (YUV types are told apart by the bits and bytes of a pixel: 16 in
+ * 2, 20 in 4, 12 in 2.) Every other type has the bytes of its pixels one after the other;
  * RGB 24 and BGR 24 have 3 bytes a pixel, whatever KyPixelType_GetBufferSizeFor counts. For a type of an application's
  * own class, KyPixelType::GetBufferSizeFor() tells the bytes of a line. */
 typedef struct KyImage {

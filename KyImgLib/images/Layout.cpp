@@ -24,32 +24,36 @@ struct Group {
     std::uint32_t pixels, bytes;
 };
 
-struct GroupedFormat {
-    std::int64_t format;  ///< colour space and index
+/// YUV formats whose pixels share their colour, by the bits and bytes of a pixel.
+struct Subsampling {
+    std::uint32_t bits, bytes;
     Group group;
 };
 
-constexpr GroupedFormat kSubsampled[] = {
-    {KY_COLOUR_SPACE_YUV | 1, {2, 4}},  // 4:2:2, 8 bits
-    {KY_COLOUR_SPACE_YUV | 2, {2, 8}},  // 4:2:2, 10 bits in words
-    {KY_COLOUR_SPACE_YUV | 6, {4, 6}},  // 4:1:1, 8 bits
+constexpr Subsampling kSubsamplings[] = {
+    {16, 2, {2, 4}},  // 4:2:2, 8 bits
+    {20, 4, {2, 8}},  // 4:2:2, 10 bits in words
+    {12, 2, {4, 6}},  // 4:1:1, 8 bits
 };
 
 /// Types of four taps, which have no bits of their own in an ID.
 constexpr std::int64_t kQuadTaps[] = {KY_COLOUR_SPACE_GRAYSCALE | 6, KY_COLOUR_SPACE_GRAYSCALE | 7};
 
-std::int64_t FormatOf(const KyPixelType& type) {
-    return type.GetTypeID() & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
+bool IsQuadTaps(std::int64_t id) {
+    const std::int64_t format = id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
+    return std::find(std::begin(kQuadTaps), std::end(kQuadTaps), format) != std::end(kQuadTaps);
 }
 
 Group GroupOf(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
-    for (const GroupedFormat& subsampled : kSubsampled)
-        if (FormatOf(type) == subsampled.format) return subsampled.group;
-    const std::uint32_t bits = type.GetPixelBitSize();
+    const std::uint32_t bits = type.GetPixelBitSize(), bytes = type.GetPixelByteSize();
+    if ((id & KY_TYPE_PLANAR) != 0) return {1, 1};
+    if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV)
+        for (const Subsampling& format : kSubsamplings)
+            if (bits == format.bits && bytes == format.bytes) return format.group;
     const bool hasOneSample = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || type.IsBayerPattern();
     if ((id & KY_TYPE_PACKED) != 0 && hasOneSample && (bits == 10 || bits == 12)) return {2, 3};
-    return {1, (id & KY_TYPE_PLANAR) != 0 ? 1u : type.GetPixelByteSize()};
+    return {1, bytes};
 }
 
 /// Whether the type's class has a buffer size other than KyPixelType's.
@@ -103,8 +107,7 @@ std::uint32_t FindLayout(const char* role, std::int64_t id, Layout& layout) {
     layout.planes = isPlanar ? std::max<std::uint32_t>(type->GetPixelByteSize(), 1) : 1;
     layout.fields = isInterlaced && !isPlanar ? 2 : 1;
     layout.lineStep = isInterlaced || (id & KY_TAP_LAYOUT_MASK) == KY_TAP_DUAL_LINES ? 2 : 1;
-    layout.hasTaps = (id & KY_TAP_LAYOUT_MASK) != 0 ||
-                     std::find(std::begin(kQuadTaps), std::end(kQuadTaps), FormatOf(*type)) != std::end(kQuadTaps);
+    layout.hasTaps = (id & KY_TAP_LAYOUT_MASK) != 0 || IsQuadTaps(id);
     return KY_STATUS_SUCCESS;
 }
 
@@ -127,8 +130,8 @@ std::uint32_t PlaceImage(const char* role, const KyImage& image, const Layout& l
     const std::uint64_t partStride =
         image.planeStride != 0 ? Limit(image.planeStride) : Product(place.partLines, stride);
     const std::uint64_t fromFirstToLast = Product(place.parts - 1, partStride);
-    const bool taketurns = partStride >= line && Sum(fromFirstToLast, line) <= stride;
-    if (place.parts > 1 && partStride < part && !taketurns)
+    const bool takeTurns = partStride >= line && Sum(fromFirstToLast, line) <= stride;
+    if (place.parts > 1 && partStride < part && !takeTurns)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << ".planeStride is " << image.planeStride << ", each of the " << place.parts
                << (layout.fields == 2 ? " fields has " : " planes has ") << part << " bytes: " << place.partLines

@@ -51,9 +51,9 @@ std::uint32_t Guard(Work work) noexcept {
     } catch (const std::bad_alloc&) {
         return Refusal(KY_STATUS_OUT_OF_MEMORY) << "there is no memory for the conversion";
     } catch (const std::exception& error) {
-        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the converter threw an exception: " << error.what();
+        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the conversion ended with an exception: " << error.what();
     } catch (...) {
-        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the converter threw an exception";
+        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the conversion ended with an exception";
     }
 }
 
