@@ -287,7 +287,7 @@ private:
         KyImage& image = random.Below(2) == 0 ? source : destination;
         switch (random.Below(12)) {
             case 0: image.type = random.Below(2) == 0 ? random.Pick(pairs).first : random.Pick(pairs).second; break;
-            case 1: image.type = Extreme<std::int64_t>(); break;
+            case 1: image.type = static_cast<std::int64_t>(Extreme<std::uint64_t>()); break;
             case 2: image.width = Extreme<std::uint32_t>(); break;
             case 3: image.height = Extreme<std::uint32_t>(); break;
             case 4: source.width = destination.width = Extreme<std::uint32_t>(); break;

@@ -195,7 +195,7 @@ TEST_F(OutOfMemory, ImagesReportItAndWorkAgainLater) {
             },
             [&](int n, std::uint32_t status) {
                 EXPECT_EQ(ExpectedStatus(), status) << "allocation " << n;
-                EXPECT_EQ(hasFailed ? 0 : 27, std::count(picture, picture + 29, 9)) << "allocation " << n;
+                if (!hasFailed) EXPECT_EQ(27, std::count(picture, picture + 29, 9));
                 std::fill(picture, picture + 30, std::uint8_t{0});
             });
 }
