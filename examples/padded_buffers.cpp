@@ -39,11 +39,12 @@ int main() {
     const std::size_t step = RoundUp(3 * kWidth, 16);
     std::vector<std::uint8_t> pixels(step * kHeight);
     const Image image = {kHeight, kWidth, pixels.data(), step};
+    const std::size_t destinationBytes = image.step * static_cast<std::size_t>(image.rows);
     const KyImage destination = {KY_TYPE_BGR24,
                                  static_cast<std::uint32_t>(image.cols),
                                  static_cast<std::uint32_t>(image.rows),
                                  image.data,
-                                 image.rows * image.step,
+                                 destinationBytes,
                                  image.step,
                                  0};
 
