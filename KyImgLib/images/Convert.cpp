@@ -20,6 +20,7 @@ std::uint32_t ConvertByKernels(const CheckedConversion& checked, std::uint32_t f
     conversion.source = checked.source.data;
     conversion.sourceStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.stride);
     conversion.fieldStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.partStride);
+    conversion.sourceRowBytes = checked.sourcePlace.lineBytes;
     conversion.destination = checked.destination.data;
     conversion.destinationStride = static_cast<std::ptrdiff_t>(checked.destinationPlace.stride);
     conversion.planeStride = static_cast<std::ptrdiff_t>(checked.destinationPlace.partStride);

@@ -195,7 +195,7 @@ TEST_F(OutOfMemory, ImagesReportItAndWorkAgainLater) {
             },
             [&](int n, std::uint32_t status) {
                 EXPECT_EQ(ExpectedStatus(), status) << "allocation " << n;
-                if (!hasFailed) EXPECT_EQ(27, std::count(picture, picture + 29, 9));
+                EXPECT_TRUE(hasFailed || std::count(picture, picture + 29, 9) == 27);
                 std::fill(picture, picture + 30, std::uint8_t{0});
             });
 }

@@ -129,14 +129,14 @@ struct TapStep : PixelStep {
 
 #endif
 
-/// All samples of a row. Taps that come first have the samples more where their number does not divide.
+/// `width` samples of a row. Taps that come first have the samples more where their number does not divide.
 template <class Reader, class Writer, std::size_t kTaps>
-void ConvertTapRow(const Reader& reader, const Tile& tile, std::uint32_t y, const std::uint8_t* from,
-                   const TapRun (&runs)[4]) {
+void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile& tile, [[maybe_unused]] std::uint32_t y,
+                   const std::uint8_t* from, std::size_t width, const TapRun (&runs)[4]) {
     std::size_t columns = 0;  // that are done
 #if !KY_PLAIN
     using Step = TapStep<Reader, Writer, kTaps>;
-    columns = tile.width / kTaps;
+    columns = width / kTaps;
     Step step = {{}, reader, {}};
     StepRows<Step> rows;
     rows.in[0] = from;
@@ -145,48 +145,74 @@ void ConvertTapRow(const Reader& reader, const Tile& tile, std::uint32_t y, cons
         step.descends[tap] = runs[tap].descends;
     }
     RowWalk<Step>(step, rows, {0, columns, columns, {}, tile.streams}, {tile.prefetch, y}).Run();
-#else
-    static_cast<void>(y);
 #endif
     for (std::size_t tap = 0; tap < kTaps; ++tap) {
         const auto size = static_cast<std::ptrdiff_t>(Writer::kPixelBytes);
         const std::ptrdiff_t step = runs[tap].descends ? -size : size;
         std::uint8_t* pixel = runs[tap].first + step * static_cast<std::ptrdiff_t>(columns);
-        for (std::size_t i = columns * kTaps + tap; i < tile.width; i += kTaps, pixel += step)
+        for (std::size_t i = columns * kTaps + tap; i < width; i += kTaps, pixel += step)
             Writer::StorePixel(reader.Sample(from, i), pixel);
     }
+}
+
+/// A row of two halves.
+template <class Reader, class Writer>
+void ConvertHalves(const Reader& reader, const TapLayout& layout, const Tile& tile, std::uint32_t y) {
+    constexpr std::size_t kPixel = Writer::kPixelBytes;
+    std::size_t width = tile.width;
+    const std::uint8_t* from = tile.source[y];
+    std::uint8_t* const right = tile.destination[y] + (width + 1) / 2 * kPixel;
+    TapRun runs[4] = {
+        {layout.leftInverted ? right - kPixel : tile.destination[y], layout.leftInverted},
+        {layout.rightInverted ? tile.destination[y] + (width - 1) * kPixel : right, layout.rightInverted}};
+    if (Reader::kGroup == 2 && width % 2 != 0 && layout.rightInverted) {
+        // Packed samples fill their last pair, so the right half is as long as the left one. Its first sample belongs to a
+        // pixel beyond the row.
+        Writer::StorePixel(reader.Sample(from, 0), runs[0].first);
+        runs[0].first += layout.leftInverted ? -static_cast<std::ptrdiff_t>(kPixel) : std::ptrdiff_t{kPixel};
+        from += Reader::kGroupBytes;
+        --width;
+    }
+    ConvertTapRow<Reader, Writer, 2>(reader, tile, y, from, width, runs);
+}
+
+/// The first or the second line of a pair: the second goes on where the first ends, with the tap whose turn it is.
+template <class Reader, class Writer>
+void ConvertLineOfPair(const Reader& reader, const TapLayout& layout, const Tile& tile, std::uint32_t y) {
+    constexpr std::size_t kPixel = Writer::kPixelBytes;
+    const std::size_t width = tile.width;
+    const bool isSecond = y % 2 != 0;
+    std::uint8_t *first = tile.destination[isSecond ? y - 1 : y], *second = tile.destination[isSecond ? y : y + 1];
+    const std::uint8_t* from = tile.source[y];
+    if (isSecond) {
+        if (layout.pairsAreContiguous) from = tile.source[y - 1] + width / Reader::kGroup * Reader::kGroupBytes;
+        if (width % 2 != 0) std::swap(first, second);
+        first += width / 2 * kPixel;
+        second += (width + 1) / 2 * kPixel;
+    }
+    ConvertTapRow<Reader, Writer, 2>(reader, tile, y, from, width, {{first, false}, {second, false}});
+}
+
+/// A row of two halves, each read from both its ends.
+template <class Reader, class Writer>
+void ConvertQuarters(const Reader& reader, const Tile& tile, std::uint32_t y) {
+    constexpr std::size_t kPixel = Writer::kPixelBytes;
+    const std::size_t width = tile.width;
+    std::uint8_t *const row = tile.destination[y], *const end = row + (width - 1) * kPixel;
+    std::uint8_t* const right = row + ((width + 3) / 4 + (width + 2) / 4) * kPixel;
+    ConvertTapRow<Reader, Writer, 4>(reader, tile, y, tile.source[y], width,
+                                     {{row, false}, {right - kPixel, true}, {right, false}, {end, true}});
 }
 
 template <class Reader, class Writer, std::size_t kTaps>
 void ConvertTaps(const RowKernel& kernel, const Tile& tile) {
     const auto& [reader, layout] = kernel.Get<TapState<Reader>>();
-    constexpr std::size_t kPixel = Writer::kPixelBytes;
-    const std::size_t width = tile.width;
     for (std::uint32_t y = tile.first; y < tile.last; ++y) {
-        std::uint8_t* const row = tile.destination[y];
-        std::uint8_t* const end = row + (width - 1) * kPixel;
-        const std::uint8_t* from = tile.source[y];
-        if (layout.order == TapLayout::kHalves) {
-            std::uint8_t* const right = row + (width + 1) / 2 * kPixel;
-            ConvertTapRow<Reader, Writer, kTaps>(reader, tile, y, from,
-                                                 {{layout.leftInverted ? right - kPixel : row, layout.leftInverted},
-                                                  {layout.rightInverted ? end : right, layout.rightInverted}});
-        } else if (layout.order == TapLayout::kQuarters) {
-            std::uint8_t* const right = row + ((width + 3) / 4 + (width + 2) / 4) * kPixel;
-            ConvertTapRow<Reader, Writer, kTaps>(reader, tile, y, from,
-                                                 {{row, false}, {right - kPixel, true}, {right, false}, {end, true}});
-        } else {
-            // The second of two lines goes on where the first ends, with the tap whose turn it is.
-            const bool isSecond = y % 2 != 0;
-            std::uint8_t *first = isSecond ? tile.destination[y - 1] : row,
-                         *second = isSecond ? row : tile.destination[y + 1];
-            if (isSecond) {
-                if (layout.pairsAreContiguous) from = tile.source[y - 1] + width / Reader::kGroup * Reader::kGroupBytes;
-                if (width % 2 != 0) std::swap(first, second);
-                first += width / 2 * kPixel;
-                second += (width + 1) / 2 * kPixel;
-            }
-            ConvertTapRow<Reader, Writer, kTaps>(reader, tile, y, from, {{first, false}, {second, false}});
-        }
+        if constexpr (kTaps == 4)
+            ConvertQuarters<Reader, Writer>(reader, tile, y);
+        else if (layout.order == TapLayout::kHalves)
+            ConvertHalves<Reader, Writer>(reader, layout, tile, y);
+        else
+            ConvertLineOfPair<Reader, Writer>(reader, layout, tile, y);
     }
 }
