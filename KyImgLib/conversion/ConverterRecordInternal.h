@@ -74,7 +74,7 @@ struct KyPixelConverter::Record : KyObject {
 private:
     const std::type_info* kernelOwner = nullptr;
     bool (*addKernels)(const void* maker, const ky::ConversionSettings& settings, ky::Pipeline& pipeline) = nullptr;
-    alignas(std::int64_t) unsigned char makerStorage[64];
+    alignas(std::int64_t) unsigned char makerStorage[48];
     std::atomic<const KyRGBFilter*> defaultFilter{nullptr};  ///< once the source type is registered: null before
 };
 
