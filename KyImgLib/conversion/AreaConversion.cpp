@@ -2,6 +2,7 @@
 
 #include <KyImgLib/conversion/ConverterRecordInternal.h>
 #include <KyImgLib/conversion/KyComplexConverter.h>
+#include <KyImgLib/conversion/KyIdentityConverter.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <algorithm>
@@ -63,7 +64,8 @@ bool AddStage(const KyPixelConverter& converter, const Area& area, const Convers
     if (count > Pipeline::kMostKernels) return false;
     const RowKernel& kernel = pipeline.Kernel(count - 1);
     const std::size_t width = kernel.AreaWidth(area.width);
-    const std::uint32_t lines = area.height - area.height % kernel.needs.rowStep;
+    const std::uint32_t step = IsInterlaced(converter.GetSourceType()) ? 2 : kernel.needs.rowStep;
+    const std::uint32_t lines = area.height - area.height % step;
     const std::uint32_t height = HeightForNeighbours(area.destinationHeight);
     // A kernel before it makes what it reads, neighbours included.
     for (std::size_t i = first; i + 1 < count; ++i) pipeline.SetSize(i, width, std::max(lines, height), height);
@@ -71,23 +73,27 @@ bool AddStage(const KyPixelConverter& converter, const Area& area, const Convers
     return true;
 }
 
-/// Whether a pipeline makes of an interlaced source what line calls make of it: those convert all lines of one field, and then
-/// those of the other. Lines depend on others of their field then, and surplus pixels of a group stay where they replace the
-/// first of a line of the other field.
+/// Whether the kernels of an interlaced stage make of it what line calls make of it: those convert all lines of one field, and
+/// then those of the other. Lines depend on others of their field then, and surplus pixels of a group stay where they replace
+/// the first of a line of the other field.
 bool CanInterleaveFields(const Pipeline& pipeline, std::uint32_t width) {
-    const RowKernel& kernel = pipeline.Kernel(0);
-    return kernel.needs.rowStep == 1 && kernel.needs.neighbours == 0 && kernel.AreaWidth(width) <= width;
+    for (std::size_t i = 0; i < pipeline.Count(); ++i)
+        if (pipeline.Kernel(i).AreaWidth(width) > width) return false;
+    return pipeline.TakesRowsAlone();
 }
 
-/// Whether the lines that one stage makes are the next one's as they are, and no longer than a converter can tell.
-bool LinesMatch(const KyPixelConverter& converter, const KyPixelConverter& next, std::uint32_t width) {
+/// Whether the lines that one stage makes are the next one's as they are, and no longer than a converter can tell. Those of a
+/// stage that is left out are the source's.
+bool LinesMatch(const Stages& stages, std::size_t index, std::uint32_t width) {
+    const KyPixelConverter &converter = *stages.converters[index], &next = *stages.converters[index + 1];
     const std::size_t pixel = converter.GetDestinationByteSize();
-    return converter.GetDestinationByteSize(width) == next.GetSourceByteSize(width) &&
-           pixel * width <= std::numeric_limits<std::uint32_t>::max();
+    const std::uint32_t line = converter.GetDestinationByteSize(width);
+    return line == next.GetSourceByteSize(width) && pixel * width <= std::numeric_limits<std::uint32_t>::max() &&
+           (!stages.Copies(index) || line == converter.GetSourceByteSize(width));
 }
 
 Pipeline::Images ImagesOf(const KyPixelConverterContext& context, bool isInterlaced, const std::uint8_t* source,
-                          std::size_t sourceLineSize, std::uint8_t* destination) {
+                          std::size_t sourceLineSize, std::uint8_t* destination, std::uint32_t lines) {
     const auto sourceStride = static_cast<std::ptrdiff_t>(sourceLineSize);
     Pipeline::Images images;
     images.source = SourceRows::OfImage(source, sourceStride);
@@ -100,6 +106,7 @@ Pipeline::Images ImagesOf(const KyPixelConverterContext& context, bool isInterla
     const std::uint32_t* const planes = context.planeOffsets;
     images.destination =
         DestinationRows::OfImage(destination + planes[0], static_cast<std::ptrdiff_t>(context.destinationLineSize));
+    images.lines = lines;
     for (int plane = 1; plane < 3; ++plane)
         images.planes[plane - 1] = std::ptrdiff_t{planes[plane]} - std::ptrdiff_t{planes[0]};
     return images;
@@ -115,6 +122,8 @@ Stages Stages::Of(const KyPixelConverter& converter) {
     alone.Add(converter);
     return alone;
 }
+
+bool Stages::Copies(std::size_t index) const { return typeid(*converters[index]) == typeid(KyIdentityConverter); }
 
 bool Stages::ConvertByKernels() const {
     constexpr std::int64_t kFarApart = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
@@ -139,20 +148,22 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     for (std::size_t i = 0; i < stages.count; ++i) {
         const KyPixelConverter& converter = *stages.converters[i];
         const bool isLast = i + 1 == stages.count;
-        if (!isLast && !LinesMatch(converter, *stages.converters[i + 1], area.sourceWidth)) return false;
+        if (!isLast && !LinesMatch(stages, i, area.sourceWidth)) return false;
+        if (!isLast && stages.Copies(i)) continue;
         const Area& own = isLast ? area : whole;
         const KyRGBFilter* const filter =
             context.filter != nullptr ? context.filter : &ConverterRecord::Of(converter).DefaultFilter();
-        if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, false, 0}, pipeline)) return false;
+        if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, own.sourceWidth, false, 0}, pipeline))
+            return false;
+        if (IsInterlaced(converter.GetSourceType()) && !CanInterleaveFields(pipeline, own.width)) return false;
     }
     const bool isInterlaced = IsInterlaced(first.GetSourceType());
-    if (isInterlaced && !CanInterleaveFields(pipeline, stages.count == 1 ? area.width : area.sourceWidth)) return false;
 
     FillContext(last, area, context);
     const std::uint32_t step = LineStep(last);
     const std::uint32_t lines = area.height - area.height % step;
-    pipeline.Run(ImagesOf(context, isInterlaced, source, first.GetSourceByteSize(area.sourceWidth), destination), 0,
-                 lines);
+    pipeline.Run(ImagesOf(context, isInterlaced, source, first.GetSourceByteSize(area.sourceWidth), destination, lines),
+                 0, lines);
     // Where line calls would leave it.
     if (lines != 0) context.lineIndex = lines - step;
     return true;
@@ -217,12 +228,12 @@ std::uint32_t ConvertLinesByKernels(const KyPixelConverter& converter, const std
     area.width = count;
     area.height = lines;
     Pipeline pipeline;
-    if (!AddStage(converter, area, {context->filter, context->flags, count, lines, false, 0}, pipeline))
+    if (!AddStage(converter, area, {context->filter, context->flags, count, lines, 0, false, 0}, pipeline))
         return KY_STATUS_NOT_SUPPORTED;
     KyPixelConverterContext lineSizes = *context;
     // A line call outside of an area has no line size to go by.
     if (lineSizes.destinationLineSize == 0) lineSizes.destinationLineSize = converter.GetDestinationByteSize(count);
-    pipeline.Run(ImagesOf(lineSizes, false, source, lineSizes.sourceLineSize, destination), 0, lines);
+    pipeline.Run(ImagesOf(lineSizes, false, source, lineSizes.sourceLineSize, destination, lines), 0, lines);
     return KY_STATUS_SUCCESS;
 }
 

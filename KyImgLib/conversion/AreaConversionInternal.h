@@ -35,6 +35,8 @@ struct Stages {
         if (count < kMost) converters[count] = &converter;
         ++count;
     }
+    /// Whether a stage only copies, so that the ones around it can do without it.
+    bool Copies(std::size_t index) const;
     /// Whether all of them have kernels that do all that they do, and the images between them are neither interlaced nor
     /// planar.
     bool ConvertByKernels() const;

@@ -1,6 +1,7 @@
 #include <KyImgLib/conversion/ContextInternal.h>
 
 #include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/pipeline/RowMemory.h>
 
 namespace ky {
 
@@ -45,6 +46,9 @@ const KyRGBFilter& DefaultFilter(std::uint16_t bitSize) {
     }
 }
 
-void PrepareConversion() { DefaultFilter(8); }
+void PrepareConversion() {
+    DefaultFilter(8);
+    RowMemoryPool();
+}
 
 }  // namespace ky

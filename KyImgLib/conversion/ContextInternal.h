@@ -55,7 +55,7 @@ private:
 /// The identity filter for a source of this bit size: of 8, 10, 12 or 14 bits, for every other size of 16 bits.
 const KyRGBFilter& DefaultFilter(std::uint16_t bitSize);
 
-/// Creates the default filters, so that they outlive everything created later.
+/// Creates the default filters and the memory of row rings, so that they outlive everything created later.
 void PrepareConversion();
 
 }  // namespace ky

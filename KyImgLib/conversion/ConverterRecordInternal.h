@@ -19,6 +19,7 @@ struct ConversionSettings {
     const KyRGBFilter* filter;  ///< null: the identity
     std::uint32_t flags;        ///< FLAG_ constants
     std::uint32_t width, height;
+    std::uint32_t sourceWidth;  ///< pixels of a source line; 0: unknown, its pixels follow one another
     /// Every pixel of the destination is made, and no more: of odd sizes area conversions leave pixels out or make more.
     bool isExact;
     std::size_t sourceRowBytes;  ///< of an exact conversion

@@ -10,13 +10,6 @@ namespace ky {
 
 namespace {
 
-/// Whether the kernels know rows of the picture only: those of a Bayer type whose fields lie apart would take rows of a field
-/// for neighbours.
-bool TakesFields(const Pipeline& pipeline) {
-    const RowKernel::Needs& needs = pipeline.Kernel(0).needs;
-    return needs.rowStep == 1 && needs.neighbours == 0;
-}
-
 bool IsInterlaced(const KyPixelConverter& converter) { return (converter.GetSourceType() & KY_TYPE_INTERLACED) != 0; }
 
 /// Adds the kernels of all stages. False when one has none.
@@ -24,25 +17,32 @@ bool AddStages(const KyPixelConverter& converter, const ConversionSettings& sett
     const Stages stages = Stages::Of(converter);
     if (!stages.ConvertByKernels()) return false;
     for (std::size_t i = 0; i < stages.count; ++i) {
-        ConverterRecord& record = ConverterRecord::Of(*stages.converters[i]);
+        // A stage that copies is left out where there is another one.
+        if (stages.Copies(i) && (i + 1 < stages.count || pipeline.Count() != 0)) continue;
+        const KyPixelConverter& stage = *stages.converters[i];
+        ConverterRecord& record = ConverterRecord::Of(stage);
         ConversionSettings own = settings;
         if (own.filter == nullptr) own.filter = &record.DefaultFilter();
-        if (!record.AddKernels(own, pipeline)) return false;
+        if (!record.AddKernels(own, pipeline) || pipeline.Count() > Pipeline::kMostKernels) return false;
+        // Of an interlaced image, kernels that take rows together would take those of a field; its area form does.
+        if (IsInterlaced(stage) && !pipeline.TakesRowsAlone()) return false;
     }
-    return pipeline.Count() <= Pipeline::kMostKernels && (!IsInterlaced(converter) || TakesFields(pipeline));
+    return true;
 }
 
 }  // namespace
 
 std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags) {
     Pipeline pipeline;
-    if (!AddStages(converter, {nullptr, flags, 2, 2, true, 0}, pipeline)) return 0;
+    if (!AddStages(converter, {nullptr, flags, 2, 2, 2, true, 0}, pipeline)) return 0;
     return std::max(pipeline.RowStep(), IsInterlaced(converter) ? 2u : 1u);
 }
 
 void ConvertImage(const KyPixelConverter& converter, const ImageConversion& image) {
     Pipeline pipeline;
-    AddStages(converter, {image.filter, image.flags, image.width, image.height, true, image.sourceRowBytes}, pipeline);
+    AddStages(converter,
+              {image.filter, image.flags, image.width, image.height, image.width, true, image.sourceRowBytes},
+              pipeline);
     for (std::size_t i = 0; i < pipeline.Count(); ++i) pipeline.SetSize(i, image.width, image.height, image.height);
 
     Pipeline::Images images;
@@ -53,6 +53,7 @@ void ConvertImage(const KyPixelConverter& converter, const ImageConversion& imag
         images.source = SourceRows::OfFields(even, odd, image.sourceStride);
     }
     images.destination = DestinationRows::OfImage(image.destination, image.destinationStride);
+    images.lines = image.height;
     images.planes[0] = image.planeStride;
     images.planes[1] = 2 * image.planeStride;
     pipeline.Run(images, image.firstLine, image.endLine);

@@ -23,7 +23,6 @@ struct CopyMaker {
 
     bool AddKernels(const ky::ConversionSettings& settings, ky::Pipeline& pipeline) const {
         ky::RowKernel::Needs needs;
-        needs.isCopy = true;
         needs.wholeRows = true;
         // Asked once: the answer is behind the registry's lock.
         const std::size_t bytes =

@@ -4,10 +4,10 @@
 #if !KY_PLAIN
 
 /// Where a walk reads and writes: the first column of each input and output.
-template <class Step>
+template <std::size_t kInputs, std::size_t kOutputs>
 struct StepRows {
-    const std::uint8_t* in[Step::kInputs];
-    std::uint8_t* out[Step::kOutputs];
+    const std::uint8_t* in[kInputs];
+    std::uint8_t* out[kOutputs];
 };
 
 /// What a walk covers.
@@ -18,64 +18,68 @@ struct WalkColumns {
     bool streams;
 };
 
-/// What a step of a row prefetches: a part of what each of its rows is to.
+/// What the steps over a row prefetch: each a part of what the tile says, for every row that the walk takes at once.
 template <std::size_t kRows>
 class Prefetcher {
 public:
-    HWY_INLINE Prefetcher() : from{}, bytes(0) {}
-    /// For the rows from y on.
-    HWY_INLINE Prefetcher(const Prefetch& prefetch, std::size_t y)
-        : bytes(prefetch.rows == nullptr ? 0 : prefetch.bytes) {
+    /// Where there is nothing to prefetch, it is what is in the cache anyway: cheaper than to choose for each step.
+    HWY_INLINE Prefetcher(const Prefetch& prefetch, std::size_t y, std::size_t steps, const void* cached)
+        : at(0), part(prefetch.bytes == 0 ? 0 : (prefetch.bytes + steps - 1) / steps) {
         for (std::size_t i = 0; i < kRows; ++i)
-            from[i] = bytes == 0 ? 0 : prefetch.rows->Address(y + prefetch.ahead + i) + prefetch.begin;
+            from[i] = part == 0 ? reinterpret_cast<std::uintptr_t>(cached)
+                                : prefetch.rows->Address(y + prefetch.ahead + i) + prefetch.begin;
     }
 
-    /// Gets ready for so many steps. Where there is nothing to prefetch, it is what is in the cache anyway: cheaper than to
-    /// choose for each step.
-    HWY_INLINE void Begin(std::size_t steps, const void* cached) {
-        part = bytes == 0 ? 0 : (bytes + steps - 1) / steps;
-        if (bytes == 0)
-            for (std::uintptr_t& address : from) address = reinterpret_cast<std::uintptr_t>(cached);
-    }
     HWY_INLINE void Step() {
-        for (std::uintptr_t& address : from) {
-            Touch(address);
-            if (HWY_UNLIKELY(part > kCacheLine))
-                for (std::size_t offset = kCacheLine; offset < part; offset += kCacheLine) Touch(address + offset);
-            address += part;
-        }
+        Touch(0);
+        if (HWY_UNLIKELY(part > kCacheLine))
+            for (std::size_t offset = kCacheLine; offset < part; offset += kCacheLine) Touch(offset);
+        at += part;
     }
 
 private:
     static constexpr std::size_t kCacheLine = 64;
 
-    static HWY_INLINE void Touch(std::uintptr_t address) {
-        hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(address));
+    HWY_INLINE void Touch(std::size_t offset) const {
+        for (const std::uintptr_t address : from)
+            hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(address + at + offset));
     }
 
     std::uintptr_t from[kRows];
-    std::size_t bytes, part;
+    std::size_t at, part;
 };
 
-/// Takes a step of vectors over columns of one or more rows. A step is an object with
-///     kInputs, kOutputs       rows that it reads, and rows, planes or taps that it writes
-///     kPixels                 columns that it takes at a time
-///     kGroup                  columns that belong together; the walk begins with a group
-///     kMargin                 columns that it reads beyond those, on both sides; whole groups
-///     kPixelBytes             bytes of a column in each output
-///     kPrefetchRows           rows that it prefetches for at a time
-///     InputBytes(columns)     bytes of the first columns of an input
-///     Output(rows, i, x, n)   the lowest address of n columns from x on in output i
-///     Run<kStream>(rows, x)   converts the columns from x on, and reads and writes not a byte more
+/// Nothing.
+template <>
+class Prefetcher<0> {
+public:
+    HWY_INLINE Prefetcher(const Prefetch&, std::size_t, std::size_t, const void*) {}
+    HWY_INLINE void Step() {}
+};
+
+/// Takes a step of vectors over columns of one or more rows. A step is a class with
+///     kInputs, kOutputs              rows that it reads, and rows, planes or taps that it writes
+///     Rows                           StepRows of as many, or derived from that
+///     State                          what it knows beside its rows; copied to registers for each row
+///     kPixels                        columns that it takes at a time
+///     kGroup                         columns that belong together; the walk begins with a group
+///     kMargin                        columns that it reads beyond those, on both sides; whole groups
+///     kPixelBytes                    bytes of a column in each output
+///     kPrefetchRows                  rows that it prefetches for at a time
+///     kIsShort                       takes so few instructions that those of the loop around it count
+///     InputBytes(columns)            bytes of the first columns of an input
+///     Output(state, rows, i, x, n)   the lowest address of n columns from x on in output i
+///     Run<kStream>(state, rows, x)   converts the columns from x on, and reads and writes not a byte more
 template <class Step>
 class RowWalk {
 public:
-    using Rows = StepRows<Step>;
-    static constexpr std::size_t kPrefetchRows = Step::kPrefetchRows;
-    using Ahead = Prefetcher<kPrefetchRows>;
+    using Rows = typename Step::Rows;
+    using State = typename Step::State;
 
-    HWY_INLINE RowWalk(const Step& toTake, const Rows& on, const WalkColumns& over, const Ahead& prefetch)
-        : step(toTake), rows(on), columns(over), ahead(prefetch) {}
+    /// \param y  of the first row, which the prefetch goes by
+    HWY_INLINE RowWalk(const State& known, const Rows& on, const WalkColumns& over, const Prefetch& toPrefetch,
+                       std::size_t y)
+        : state(known), rows(on), columns(over), prefetch(toPrefetch), firstRow(y) {}
 
     HWY_INLINE void Run() const {
         const std::size_t pixels = columns.end - columns.begin;
@@ -100,9 +104,9 @@ private:
     /// Columns until all outputs are aligned for streaming; kNoAlignment when they never are.
     HWY_INLINE std::size_t HeadBeforeAlignment() const {
         for (std::size_t head = 0; head < kPixels; head += kGroup)
-            if (IsAligned(step.Output(rows, 0, columns.begin + head, kPixels))) {
+            if (IsAligned(Step::Output(state, rows, 0, columns.begin + head, kPixels))) {
                 for (std::size_t i = 1; i < Step::kOutputs; ++i)
-                    if (!IsAligned(step.Output(rows, i, columns.begin + head, kPixels))) return kNoAlignment;
+                    if (!IsAligned(Step::Output(state, rows, i, columns.begin + head, kPixels))) return kNoAlignment;
                 return head;
             }
         return kNoAlignment;
@@ -111,13 +115,11 @@ private:
     /// Whether the step at column x reaches only what may be read.
     HWY_INLINE bool IsReadable(std::size_t x) const {
         if constexpr (kMargin == 0) return true;
-        const std::uint8_t *lowest = rows.in[0], *highest = rows.in[0];
-        for (const std::uint8_t* const row : rows.in) {
-            lowest = std::min(lowest, row);
-            highest = std::max(highest, row);
-        }
-        return lowest + Step::InputBytes(x) - Step::InputBytes(kMargin) >= columns.readable.begin &&
-               highest + Step::InputBytes(x + kPixels + kMargin) <= columns.readable.end;
+        for (const std::uint8_t* const row : rows.in)
+            if (row + Step::InputBytes(x) - Step::InputBytes(kMargin) < columns.readable.begin ||
+                row + Step::InputBytes(x + kPixels + kMargin) > columns.readable.end)
+                return false;
+        return true;
     }
 
     /// All columns up to `end`, at least a step of them. Steps overlap where their number does not divide.
@@ -132,7 +134,7 @@ private:
             if (last < x + kMargin) return;
             last -= kMargin;
         }
-        if (x < end) Steps<false>(step, rows, std::min(x, last), last, ahead);
+        if (x < end) Steps<false>(state, rows, std::min(x, last), last, prefetch, firstRow);
     }
 
     /// The same with streaming stores. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
@@ -144,7 +146,7 @@ private:
         x += head;
         if (x + kPixels + kMargin <= end) {
             const std::size_t whole = (end - kMargin - x) / kPixels * kPixels;
-            Steps<true>(step, rows, x, x + whole - kPixels, ahead);
+            Steps<true>(state, rows, x, x + whole - kPixels, prefetch, firstRow);
             x += whole;
         }
         Padded(x, end - x);
@@ -153,68 +155,84 @@ private:
     /// Prefetches the partial last cache line of each output: its read-for-ownership would stall the stores after it.
     HWY_INLINE void PrefetchEnds() const {
         for (std::size_t i = 0; i < Step::kOutputs; ++i) {
-            std::uint8_t* const end = step.Output(rows, i, columns.end, 0);
+            std::uint8_t* const end = Step::Output(state, rows, i, columns.end, 0);
             if (!IsAligned(end)) hwy::Prefetch(end);
         }
     }
 
     /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
     template <bool kStream>
-    static HWY_NOINLINE void Steps(const Step& toTake, const Rows& on, std::size_t x, std::size_t last,
-                                   const Ahead& prefetch) {
+    static HWY_NOINLINE void Steps(const State& known, const Rows& on, std::size_t x, std::size_t last,
+                                   const Prefetch& prefetch, std::size_t firstRow) {
         // Local, so that no store to the destination can be taken for a change of them.
-        const Step localStep = toTake;
+        const State localState = known;
         const Rows localRows = on;
-        Ahead localAhead = prefetch;
-        localAhead.Begin((last - x) / kPixels + 1, &toTake);
-        for (;;) {
-            localAhead.Step();
-            localStep.template Run<kStream>(localRows, x);
-            if (x >= last) break;
-            x = std::min(x + kPixels, last);
+        Prefetcher<Step::kPrefetchRows> prefetcher(prefetch, firstRow, (last - x) / kPixels + 1, &on);
+        if constexpr (Step::kIsShort) {
+            for (std::size_t steps = (last - x) / kPixels; steps != 0; --steps, x += kPixels) {
+                prefetcher.Step();
+                Step::template Run<kStream>(localState, localRows, x);
+            }
+            Step::template Run<kStream>(localState, localRows, last);
+        } else {
+            for (;;) {
+                prefetcher.Step();
+                Step::template Run<kStream>(localState, localRows, x);
+                if (x >= last) break;
+                x = std::min(x + kPixels, last);
+            }
         }
         LeaveVectors();
     }
 
+    HWY_INLINE void Padded(std::size_t x, std::size_t pixels) const {
+        if (pixels != 0) PadSteps(state, rows, x, pixels, columns.width);
+    }
+
     /// Up to a step of columns, through buffers on the stack: a whole step would reach outside the row.
-    HWY_NOINLINE void Padded(std::size_t x, std::size_t pixels) const {
-        if (pixels == 0) return;
+    static HWY_NOINLINE void PadSteps(const State& state, const Rows& rows, std::size_t x, std::size_t pixels,
+                                      std::size_t width) {
         std::uint8_t input[Step::kInputs][Step::InputBytes(kPixels + 2 * kMargin)] = {};
         std::uint8_t output[Step::kOutputs][kPixels * Step::kPixelBytes];
         const std::size_t margin = std::min(x, kMargin);
         const std::size_t from = Step::InputBytes(x - margin);
-        const std::size_t to = Step::InputBytes(std::min(x + pixels + kMargin, columns.width));
-        Rows padded;
+        const std::size_t to = Step::InputBytes(std::min(x + pixels + kMargin, width));
+        Rows padded = rows;
         for (std::size_t i = 0; i < Step::kInputs; ++i) {
             std::memcpy(input[i] + Step::InputBytes(kMargin - margin), rows.in[i] + from, to - from);
             padded.in[i] = input[i] + Step::InputBytes(kMargin);
         }
         for (std::size_t i = 0; i < Step::kOutputs; ++i) {
             padded.out[i] = output[i];
-            padded.out[i] += padded.out[i] - step.Output(padded, i, 0, kPixels);
+            padded.out[i] += padded.out[i] - Step::Output(state, padded, i, 0, kPixels);
         }
-        Steps<false>(step, padded, 0, 0, Ahead());
+        Steps<false>(state, padded, 0, 0, Prefetch{}, 0);
         for (std::size_t i = 0; i < Step::kOutputs; ++i)
-            std::memcpy(step.Output(rows, i, x, pixels), step.Output(padded, i, 0, pixels), pixels * Step::kPixelBytes);
+            std::memcpy(Step::Output(state, rows, i, x, pixels), Step::Output(state, padded, i, 0, pixels),
+                        pixels * Step::kPixelBytes);
     }
 
-    const Step& step;
+    const State& state;
     const Rows& rows;
     const WalkColumns& columns;
-    const Ahead& ahead;
+    const Prefetch& prefetch;
+    const std::size_t firstRow;
 };
 
-/// What most steps are: one input, one output, no margin.
+/// What most steps are: one input, no margin, outputs in the order of their addresses.
+template <std::size_t kPixelBytesOf, std::size_t kOutputsOf = 1>
 struct PixelStep {
-    static constexpr std::size_t kInputs = 1, kOutputs = 1, kPixels = kLanes, kGroup = 1, kMargin = 0;
-    static constexpr std::size_t kPrefetchRows = 1;
-};
+    static constexpr std::size_t kInputs = 1, kOutputs = kOutputsOf;
+    static constexpr std::size_t kPixels = kLanes, kGroup = 1, kMargin = 0;
+    static constexpr std::size_t kPixelBytes = kPixelBytesOf, kPrefetchRows = 1;
+    static constexpr bool kIsShort = false;
+    using Rows = StepRows<kInputs, kOutputs>;
 
-/// Where a column is in outputs that are in the order of their addresses.
-template <class Step>
-HWY_INLINE std::uint8_t* AscendingOutput(const StepRows<Step>& rows, std::size_t i, std::size_t x) {
-    return rows.out[i] + x * Step::kPixelBytes;
-}
+    template <class State>
+    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return rows.out[i] + x * kPixelBytes;
+    }
+};
 
 /// Columns of a tile, as a walk takes them.
 HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
@@ -223,7 +241,7 @@ HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
 
 /// Takes a step with one input over all rows of a tile. Its outputs are the planes of the destination.
 template <class Step>
-void WalkPixels(const Step& step, const Tile& tile) {
+void WalkPixels(const typename Step::State& state, const Tile& tile) {
     WalkColumns columns = ColumnsOf(tile);
     Prefetch prefetch = tile.prefetch;
     std::uint32_t last = tile.last;
@@ -238,12 +256,12 @@ void WalkPixels(const Step& step, const Tile& tile) {
         last = tile.first + 1;
     }
     for (std::uint32_t y = tile.first; y < last; ++y) {
-        StepRows<Step> rows;
+        typename Step::Rows rows;
         rows.in[0] = tile.source[y];
         rows.out[0] = tile.destination[y];
         for (std::size_t plane = 1; plane < Step::kOutputs; ++plane)
             rows.out[plane] = rows.out[0] + tile.planes[plane - 1];
-        RowWalk<Step>(step, rows, columns, {prefetch, y}).Run();
+        RowWalk<Step>(state, rows, columns, prefetch, y).Run();
     }
 }
 

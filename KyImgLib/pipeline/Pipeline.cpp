@@ -50,6 +50,12 @@ ReadableBytes Extent(const SourceRows& rows, std::uint32_t first, std::uint32_t 
 
 }  // namespace
 
+bool Pipeline::TakesRowsAlone() const {
+    for (std::size_t i = 0; i < count; ++i)
+        if (stages[i].kernel.needs.rowStep != 1 || stages[i].kernel.needs.neighbours != 0) return false;
+    return true;
+}
+
 std::uint32_t Pipeline::RowStep() const {
     std::uint32_t step = 1;
     for (std::size_t i = 0; i < count; ++i) step = std::max(step, stages[i].kernel.needs.rowStep);
@@ -57,19 +63,20 @@ std::uint32_t Pipeline::RowStep() const {
 }
 
 void Pipeline::Run(const Images& images, std::uint32_t first, std::uint32_t last) {
-    if (first >= last) return;
-    LeaveOutCopies();
-    const RowKernel& reader = chain[0]->kernel;
+    if (first >= last || Last().width == 0) return;
+    Stage& stage = stages[0];
+    const RowKernel& reader = stage.kernel;
     const RowKernel::Needs& writer = Last().kernel.needs;
-    const std::size_t rowBytes = reader.SourceBytes(chain[0]->width) + Last().width * writer.pixelBytes * writer.planes;
-    isLarge = ExceedsCache(rowBytes * Last().lines);
+    const std::size_t sourceBytes = reader.SourceBytes(stage.width);
+    isLarge = ExceedsCache((sourceBytes + Last().width * writer.pixelBytes * writer.planes) * images.lines);
 
-    Stage& stage = *chain[0];
     const std::uint32_t neighbours = Neighbours();
-    const std::uint32_t above = std::min(first, neighbours);
-    const std::uint32_t below = std::max(last, std::min(last + neighbours, stage.height));
-    stage.tile.readable = Extent(images.source, first - above, below, reader.SourceBytes(stage.width));
-    if (chainLength == 1)
+    if (neighbours != 0) {
+        const std::uint32_t above = std::min(first, neighbours);
+        const std::uint32_t below = std::max(last, std::min(last + neighbours, stage.height));
+        stage.tile.readable = Extent(images.source, first - above, below, sourceBytes);
+    }
+    if (count == 1)
         RunAlone(images, first, last);
     else
         RunFused(images, first, last);
@@ -79,20 +86,12 @@ void Pipeline::Run(const Images& images, std::uint32_t first, std::uint32_t last
 /// Rows above and below that all stages together need of the source.
 std::uint32_t Pipeline::Neighbours() const {
     std::uint32_t neighbours = 0;
-    for (std::size_t i = 0; i < chainLength; ++i) neighbours += chain[i]->kernel.needs.neighbours;
+    for (std::size_t i = 0; i < count; ++i) neighbours += stages[i].kernel.needs.neighbours;
     return neighbours;
 }
 
-/// A copy is only worth its time when there is nothing else to do.
-void Pipeline::LeaveOutCopies() {
-    chainLength = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        if (!stages[i].kernel.needs.isCopy) chain[chainLength++] = &stages[i];
-    if (chainLength == 0) chain[chainLength++] = &stages[0];
-}
-
 void Pipeline::RunAlone(const Images& images, std::uint32_t first, std::uint32_t last) {
-    Stage& stage = *chain[0];
+    Stage& stage = stages[0];
     Tile& tile = stage.tile;
     tile.source = images.source;
     tile.destination = images.destination;
@@ -120,7 +119,7 @@ void Pipeline::RunFused(const Images& images, std::uint32_t first, std::uint32_t
         const std::uint32_t end = row + std::min(last - row, batchRows);
         PlanRows(end);
         if (firstTiled > 0)
-            MakeRows(firstTiled - 1, chain[firstTiled]->until + chain[firstTiled]->kernel.needs.neighbours);
+            MakeRows(firstTiled - 1, stages[firstTiled].until + stages[firstTiled].kernel.needs.neighbours);
         MakeTiles(row, end);
         row = end;
     }
@@ -131,20 +130,20 @@ void Pipeline::ChooseTiles() {
     firstTiled = 0;
     std::uint32_t step = 1;
     std::size_t pixelBytes = 1, widest = 1;
-    for (std::size_t i = 0; i < chainLength; ++i) {
-        const RowKernel::Needs& needs = chain[i]->kernel.needs;
+    for (std::size_t i = 0; i < count; ++i) {
+        const RowKernel::Needs& needs = stages[i].kernel.needs;
         if (needs.neighbours != 0) firstTiled = i;
         if (needs.wholeRows) firstTiled = i + 1;
         step = std::max({step, needs.rowStep, needs.rowsAtOnce});
         pixelBytes = std::max<std::size_t>(pixelBytes, needs.pixelBytes * needs.planes);
-        widest = std::max(widest, chain[i]->width);
+        widest = std::max(widest, stages[i].width);
     }
-    firstTiled = std::min(firstTiled, chainLength - 1);
+    firstTiled = std::min(firstTiled, count - 1);
     const std::size_t budget = isLarge ? kStreamedBatchBytes : kBatchBytes;
     const std::size_t rows = budget / (pixelBytes * widest);
     batchRows = std::max(step, static_cast<std::uint32_t>(std::min(rows, kMostBatchRows)) / step * step);
     // Of whole rows alone there are no tiles.
-    const bool areTiled = firstTiled + 1 < chainLength && rows < step;
+    const bool areTiled = firstTiled + 1 < count && rows < step;
     tileColumns = areTiled ? RoundUp(budget / pixelBytes, kColumnStep) : widest;
 }
 
@@ -152,9 +151,9 @@ void Pipeline::ChooseTiles() {
 std::size_t Pipeline::SizeRings() {
     std::size_t bytes = kCacheLine;
     std::size_t rows = batchRows;
-    for (std::size_t i = chainLength - 1; i-- > 0;) {
-        Stage& stage = *chain[i];
-        const Stage& next = *chain[i + 1];
+    for (std::size_t i = count - 1; i-- > 0;) {
+        Stage& stage = stages[i];
+        const Stage& next = stages[i + 1];
         rows += 2 * next.kernel.needs.neighbours + stage.kernel.needs.rowStep - 1;
         stage.ringRows = PowerOfTwo(rows);
         const std::size_t columns = std::max(stage.width, next.width);
@@ -168,8 +167,8 @@ std::size_t Pipeline::SizeRings() {
 /// would wait for all streaming stores before it.
 void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* memory) {
     memory += RoundUp(reinterpret_cast<std::uintptr_t>(memory), kCacheLine) - reinterpret_cast<std::uintptr_t>(memory);
-    for (std::size_t i = 0; i < chainLength; ++i) {
-        Stage& stage = *chain[i];
+    for (std::size_t i = 0; i < count; ++i) {
+        Stage& stage = stages[i];
         Tile& tile = stage.tile;
         tile.source = images.source;
         tile.destination = images.destination;
@@ -177,16 +176,16 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
         tile.planes[1] = images.planes[1];
         tile.width = stage.width;
         tile.height = stage.height;
-        tile.streams = isLarge && i + 1 == chainLength;
+        tile.streams = isLarge && i + 1 == count;
         if (i > 0) {
-            const DestinationRows& ring = chain[i - 1]->tile.destination;
+            const DestinationRows& ring = stages[i - 1].tile.destination;
             tile.source = {ring.even, ring.odd, ring.twoRows, ring.mask};
             tile.readable = AllMemory();
         }
-        if (i + 1 < chainLength) {
+        if (i + 1 < count) {
             tile.destination = DestinationRows::OfRing(memory + kMargin, static_cast<std::ptrdiff_t>(stage.ringStride),
                                                        stage.ringRows);
-            const std::size_t pixel = stage.kernel.needs.pixelBytes, next = chain[i + 1]->width;
+            const std::size_t pixel = stage.kernel.needs.pixelBytes, next = stages[i + 1].width;
             for (std::size_t row = 0; row < stage.ringRows && stage.width < next; ++row)
                 std::memset(tile.destination[row] + stage.width * pixel, 0, (next - stage.width) * pixel);
             memory += stage.ringRows * stage.ringStride;
@@ -195,10 +194,10 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
     }
     // From the last stage to the first: the row that the one after it needs first.
     Last().done = first;
-    for (std::size_t i = chainLength - 1; i-- > 0;) {
-        const std::uint32_t wanted = chain[i + 1]->done;
-        const std::uint32_t row = wanted - std::min(wanted, chain[i + 1]->kernel.needs.neighbours);
-        chain[i]->done = row - row % chain[i]->kernel.needs.rowStep;
+    for (std::size_t i = count - 1; i-- > 0;) {
+        const std::uint32_t wanted = stages[i + 1].done;
+        const std::uint32_t row = wanted - std::min(wanted, stages[i + 1].kernel.needs.neighbours);
+        stages[i].done = row - row % stages[i].kernel.needs.rowStep;
     }
 }
 
@@ -207,23 +206,23 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
 void Pipeline::SetPrefetch(Stage& stage) const {
     Prefetch& prefetch = stage.tile.prefetch;
     prefetch = {};
-    const bool isFirst = &stage == chain[0], isLast = &stage == chain[chainLength - 1];
-    if (!isLarge || !(isLast || (isFirst && chain[0]->kernel.needs.isComputeBound))) return;
-    prefetch.rows = &chain[0]->tile.source;
+    const bool isFirst = &stage == &stages[0], isLast = &stage == &Last();
+    if (!isLarge || !(isLast || (isFirst && stages[0].kernel.needs.isComputeBound))) return;
+    prefetch.rows = &stages[0].tile.source;
     prefetch.ahead = batchRows + Neighbours();
 }
 
 /// Up to which row each of the tiled stages makes what the one after it needs.
 void Pipeline::PlanRows(std::uint32_t last) {
     Last().until = last;
-    for (std::size_t i = chainLength - 1; i-- > firstTiled;)
-        chain[i]->until = std::min(RoundUp(chain[i + 1]->until, chain[i]->kernel.needs.rowStep), chain[i]->lines);
+    for (std::size_t i = count - 1; i-- > firstTiled;)
+        stages[i].until = std::min(RoundUp(stages[i + 1].until, stages[i].kernel.needs.rowStep), stages[i].lines);
 }
 
 /// Makes whole rows up to `until`, as far as there are any.
 void Pipeline::MakeRows(std::size_t index, std::uint32_t until) {
-    Stage& stage = *chain[index];
-    const Stage& next = *chain[index + 1];
+    Stage& stage = stages[index];
+    const Stage& next = stages[index + 1];
     until = std::min(until, std::max(next.lines, next.height));
     if (until <= stage.done) return;
     const std::uint32_t end = std::min(RoundUp(until, stage.kernel.needs.rowStep), stage.lines);
@@ -240,15 +239,15 @@ void Pipeline::MakeRows(std::size_t index, std::uint32_t until) {
 
 /// Makes some rows of the destination, tile by tile through all stages that take tiles.
 void Pipeline::MakeTiles(std::uint32_t first, std::uint32_t last) {
-    for (std::size_t i = firstTiled; i + 1 < chainLength; ++i) {
-        chain[i]->reached = 0;
-        ClearRows(*chain[i], std::max(first, chain[i]->lines), chain[i + 1]->until, chain[i + 1]->width);
+    for (std::size_t i = firstTiled; i + 1 < count; ++i) {
+        stages[i].reached = 0;
+        ClearRows(stages[i], std::max(first, stages[i].lines), stages[i + 1].until, stages[i + 1].width);
     }
     Stage& writer = Last();
     for (std::size_t begin = 0; begin < writer.width;) {
         const std::size_t end = EndOfTile(writer, first, begin);
-        for (std::size_t i = firstTiled; i + 1 < chainLength; ++i) {
-            Stage& stage = *chain[i];
+        for (std::size_t i = firstTiled; i + 1 < count; ++i) {
+            Stage& stage = stages[i];
             const std::size_t columns = std::min(RoundUp(end, kColumnStep), stage.width);
             MakeTile(stage, first, stage.until, stage.reached, columns);
             stage.reached = columns;
@@ -266,13 +265,13 @@ void Pipeline::MakeTile(Stage& stage, std::uint32_t first, std::uint32_t last, s
     tile.begin = begin;
     tile.end = end;
     if (tile.prefetch.rows != nullptr) {
-        const RowKernel& reader = chain[0]->kernel;
-        const std::size_t rowBytes = reader.SourceBytes(chain[0]->width);
+        const RowKernel& reader = stages[0].kernel;
+        const std::size_t rowBytes = reader.SourceBytes(stages[0].width);
         tile.prefetch.begin = rowBytes * begin / stage.width;
         tile.prefetch.bytes = rowBytes * end / stage.width - tile.prefetch.begin;
         if (reader.needs.isComputeBound) {
             const std::size_t half = tile.prefetch.bytes / 2;
-            if (&stage != chain[0]) tile.prefetch.begin += half;
+            if (&stage != &stages[0]) tile.prefetch.begin += half;
             tile.prefetch.bytes -= half;
         }
     }

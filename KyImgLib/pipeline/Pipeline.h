@@ -46,7 +46,11 @@ public:
         SourceRows source;
         DestinationRows destination;
         std::ptrdiff_t planes[2];  ///< see Tile
+        std::uint32_t lines;       ///< of the whole image: large ones are streamed, also when a band of them is made
     };
+
+    /// Whether no kernel makes a row from more than one row of its source.
+    bool TakesRowsAlone() const;
 
     /// Bands begin and end with a multiple of it, or with the last row.
     std::uint32_t RowStep() const;
@@ -67,8 +71,8 @@ private:
         std::size_t reached;               ///< of tiles: the column to be made next
     };
 
-    Stage& Last() { return *chain[chainLength - 1]; }
-    void LeaveOutCopies();
+    Stage& Last() { return stages[count - 1]; }
+    const Stage& Last() const { return stages[count - 1]; }
     std::uint32_t Neighbours() const;
     void RunAlone(const Images& images, std::uint32_t first, std::uint32_t last);
     void RunFused(const Images& images, std::uint32_t first, std::uint32_t last);
@@ -86,8 +90,6 @@ private:
     Stage stages[kMostKernels];
     std::size_t count = 0;
 
-    Stage* chain[kMostKernels];  ///< the stages that there is need of
-    std::size_t chainLength;
     std::size_t firstTiled;  ///< stages before it make whole rows
     std::size_t tileColumns;
     std::uint32_t batchRows;  ///< rows that the tiled stages make before the next ones

@@ -57,7 +57,6 @@ public:
         std::uint32_t rowsAtOnce = 1;  ///< rows that it makes together where it can
         bool wholeRows = false;        ///< takes all columns at once
         bool isComputeBound = false;   ///< takes longer than its memory, and prefetches meanwhile
-        bool isCopy = false;           ///< changes nothing: a pipeline of several goes without it
         TornGroup areaTornGroup = TornGroup::kConverted;
     };
 

@@ -7,12 +7,9 @@ namespace ky {
 
 BufferPool::Buffer BufferPool::Take(std::size_t size) {
     Buffer taken;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (!idle.empty()) {
-            taken = std::move(idle.back());
-            idle.pop_back();
-        }
+    if (const std::unique_lock<std::mutex> lock(mutex, std::try_to_lock); lock && !idle.empty()) {
+        taken = std::move(idle.back());
+        idle.pop_back();
     }
     if (taken.size >= size) return taken;
     taken.bytes.reset();  // before the larger one is asked for
@@ -23,8 +20,7 @@ BufferPool::Buffer BufferPool::Take(std::size_t size) {
 
 void BufferPool::Give(Buffer returned) noexcept {
     try {
-        const std::lock_guard<std::mutex> lock(mutex);
-        idle.push_back(std::move(returned));
+        if (const std::unique_lock<std::mutex> lock(mutex, std::try_to_lock); lock) idle.push_back(std::move(returned));
     } catch (const std::bad_alloc&) {  // then this buffer is simply freed
     }
 }

@@ -10,7 +10,8 @@
 namespace ky {
 
 /// Memory that one conversion uses and the next one finds again. The last one given back is the next one lent, so that a
-/// single thread always works in the same, warm memory. Any number of threads may take and give.
+/// single thread always works in the same, warm memory. Any number of threads may take and give. None waits: while another one
+/// holds the pool, memory comes from the system, so the child of a fork does not wait for a thread that it does not have.
 class BufferPool {
 public:
     struct Buffer {

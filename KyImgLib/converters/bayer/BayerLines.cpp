@@ -14,13 +14,14 @@ std::uint32_t ConvertLines(const KyPixelConverter& converter, const KyPixelConve
                            std::uint8_t* destination, std::uint32_t count, std::uint32_t first, std::uint32_t lines) {
     constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
     Pipeline pipeline;
-    if (!ConverterRecord::Of(converter).AddKernels({context.filter, flags, count, lines, false, 0}, pipeline))
+    if (!ConverterRecord::Of(converter).AddKernels({context.filter, flags, count, lines, 0, false, 0}, pipeline))
         return KY_STATUS_NOT_SUPPORTED;
     // A height of 0 has no last line.
     const std::uint32_t height = context.destinationHeight == 0 ? kMost : context.destinationHeight;
     for (std::size_t i = 0; i < pipeline.Count(); ++i)
         pipeline.SetSize(i, pipeline.Kernel(i).AreaWidth(count), kMost, height);
     Pipeline::Images images = {};
+    images.lines = lines;
     images.source = SourceRows::FromRow(source, first, static_cast<std::ptrdiff_t>(sourceLine));
     images.destination =
         DestinationRows::FromRow(destination, first, static_cast<std::ptrdiff_t>(context.destinationLineSize));

@@ -17,8 +17,8 @@ void AddDemosaicing(const BayerKernels<Settings>& kernels, const typename Settin
     const bool isBilinear = (conversion.flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) != 0;
     MosaicLine firstLine = MosaicLine::OfType(EvenRowType(conversion.flags));
     if (blueFirst) firstLine = firstLine.Exchanged();
-    const bool isOdd = conversion.width % 2 != 0 || conversion.height % 2 != 0;
-    (isBilinear ? kernels.bilinear : kernels.nearest)({firstLine, conversion.isExact && isOdd, filter}, pipeline.Add());
+    const bool repeatsLastRow = conversion.isExact && conversion.height % 2 != 0;
+    (isBilinear ? kernels.bilinear : kernels.nearest)({firstLine, repeatsLastRow, filter}, pipeline.Add());
 }
 
 /// Bytes of each pixel: of wider ones, the last byte is gathered.

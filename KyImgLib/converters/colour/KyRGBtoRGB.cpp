@@ -98,14 +98,16 @@ std::uint32_t KyRGBtoRGB::Convert(const std::uint8_t* source, std::uint8_t* dest
     maker.expandsFirst = false;
     const ky::ContextHolder context;
     ky::Pipeline pipeline;
-    if (!maker.AddKernels({context->filter, context->flags, 1, 1, false, 0}, pipeline)) return KY_STATUS_NOT_SUPPORTED;
+    if (!maker.AddKernels({context->filter, context->flags, 1, 1, 1, false, 0}, pipeline))
+        return KY_STATUS_NOT_SUPPORTED;
     pipeline.SetSize(0, 1, 1, 1);
     const std::uint32_t* const planes = context->planeOffsets;
-    pipeline.Run({ky::SourceRows::OfImage(source, 0),
-                  ky::DestinationRows::OfImage(destination + planes[0], 0),
-                  {std::ptrdiff_t{planes[1]} - std::ptrdiff_t{planes[0]},
-                   std::ptrdiff_t{planes[2]} - std::ptrdiff_t{planes[0]}}},
-                 0, 1);
+    pipeline.Run(
+        {ky::SourceRows::OfImage(source, 0),
+         ky::DestinationRows::OfImage(destination + planes[0], 0),
+         {std::ptrdiff_t{planes[1]} - std::ptrdiff_t{planes[0]}, std::ptrdiff_t{planes[2]} - std::ptrdiff_t{planes[0]}},
+         1},
+        0, 1);
     return KY_STATUS_SUCCESS;
 }
 

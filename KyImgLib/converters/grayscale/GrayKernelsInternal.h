@@ -55,8 +55,7 @@ struct GrayMaker {
     bool Add(const ConversionSettings& conversion, const PackedLayout& packed, Pipeline& pipeline) const {
         const GrayTable& table = ActiveKernels().gray;
         GraySettings settings = {shift, packed, taps};
-        // In an area conversion of a part of two lines, the part's samples are those at the start of the first.
-        settings.taps.pairsAreContiguous = !conversion.isExact;
+        settings.taps.rowSamples = conversion.sourceWidth;
         (kernel != nullptr ? table.*kernel : table.*destination.*source)(settings, pipeline.Add());
         return true;
     }

@@ -85,7 +85,7 @@ void MakeNearest(const Settings& settings, RowKernel& kernel) {
     needs.group = 2;
     needs.groupBytes *= 2;
     needs.rowStep = 2;
-    needs.neighbours = settings.repeatsLast ? 2 : 0;  // the cells of an odd last row are above it
+    needs.neighbours = settings.repeatsLastRow ? 2 : 0;  // the cells of an odd last row are above it
     needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
     SetNearest<Writer>(needs, settings, kernel);
 }

@@ -17,8 +17,7 @@ struct BayerSettings {
     using Filter = FilterType;
 
     MosaicLine firstLine;  ///< row 0 of the picture
-    /// Nearest-neighbour demosaicing: an odd last row or column repeats the one before it.
-    bool repeatsLast;
+    bool repeatsLastRow;   ///< nearest-neighbour demosaicing: the last row, an odd one, repeats the one before it
     Filter filter;
 };
 

@@ -13,37 +13,39 @@ template <class Writer, class Settings, class Stage, bool kFewBits, RowKind kKin
 class BilinearStep {
 public:
     using Sample = typename Settings::Sample;
-    using Output_ = SiteOutput<Writer, Stage, Sample>;
+    using State = SiteOutput<Writer, Stage, Sample>;
     using Pixels = std::conditional_t<kFewBits && (kKind == RowKind::kOne || kKind == RowKind::kTwo), WordsAround,
                                       PixelsAround<Sample>>;
 
     static constexpr std::size_t kInputs = kKind == RowKind::kTwo ? 4 : kKind == RowKind::kLone ? 1 : 3;
     static constexpr std::size_t kOutputs = kKind == RowKind::kTwo ? 2 : 1;
-    static constexpr std::size_t kPixels = Output_::kPixels, kGroup = 2, kMargin = Pixels::kMargin;
+    static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = Pixels::kMargin;
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = kOutputs;
-    using Rows = StepRows<BilinearStep>;
+    static constexpr bool kIsShort = false;
+
+    struct Rows : StepRows<kInputs, kOutputs> {
+        bool ownIsBlue;  ///< of the first of them
+    };
 
     static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
-    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return AscendingOutput<BilinearStep>(rows, i, x);
+    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return rows.out[i] + x * kPixelBytes;
     }
-
-    BilinearStep(const Output_& toUse, bool isBlue) : output(toUse), ownIsBlue(isBlue) {}
 
     /// As many vectors of samples as make one of the writer's values.
     template <bool kStream>
-    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
-        std::uint8_t* const to[] = {Output(rows, 0, x, 0)};
-        if constexpr (Output_::kVectors == 1) {
+    static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x) {
+        std::uint8_t* const to[] = {Output(output, rows, 0, x, 0)};
+        if constexpr (State::kVectors == 1) {
             const TwoRows sites = Vectors(rows, x);
             const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
-            output.template Write<kStream>(first, ownIsBlue, to);
-            WriteSecond<kStream>(second, rows, x);
+            output.template Write<kStream>(first, rows.ownIsBlue, to);
+            WriteSecond<kStream>(output, second, rows, x);
         } else {
-            const TwoRows sites = Vectors(rows, x), next = Vectors(rows, x + Output_::kVectorPixels);
+            const TwoRows sites = Vectors(rows, x), next = Vectors(rows, x + State::kVectorPixels);
             const SitePlanes<Sample> first[] = {sites.first, next.first}, second[] = {sites.second, next.second};
-            output.template Write<kStream>(first, ownIsBlue, to);
-            WriteSecond<kStream>(second, rows, x);
+            output.template Write<kStream>(first, rows.ownIsBlue, to);
+            WriteSecond<kStream>(output, second, rows, x);
         }
     }
 
@@ -53,11 +55,11 @@ private:
     };
 
     template <bool kStream>
-    HWY_INLINE void WriteSecond(const SitePlanes<Sample> (&sites)[Output_::kVectors], const Rows& rows,
-                                std::size_t x) const {
+    static HWY_INLINE void WriteSecond(const State& output, const SitePlanes<Sample> (&sites)[State::kVectors],
+                                       const Rows& rows, std::size_t x) {
         if constexpr (kOutputs == 2) {
-            std::uint8_t* const to[] = {Output(rows, 1, x, 0)};
-            output.template Write<kStream>(sites, !ownIsBlue, to);
+            std::uint8_t* const to[] = {Output(output, rows, 1, x, 0)};
+            output.template Write<kStream>(sites, !rows.ownIsBlue, to);
         }
     }
 
@@ -76,9 +78,6 @@ private:
                 return {first, first};
         }
     }
-
-    const Output_ output;
-    const bool ownIsBlue;
 };
 
 /// `kFewBits`: samples are words of which at most 14 bits count, see WordsAround.
@@ -113,7 +112,8 @@ private:
     template <RowKind kKind, bool kGreenFirst>
     HWY_NOINLINE std::uint32_t RunRows(const Tile& tile, std::uint32_t y) const {
         using Step = BilinearStep<Writer, Settings, Stage, kFewBits, kKind, kGreenFirst>;
-        StepRows<Step> rows;
+        typename Step::Rows rows;
+        rows.ownIsBlue = LineOf(settings, y).ownIsBlue;
         if constexpr (kKind == RowKind::kLone) {
             rows.in[0] = tile.source[y];
         } else {
@@ -126,23 +126,29 @@ private:
         }
         for (std::uint32_t i = 0; i < Step::kOutputs; ++i) rows.out[i] = tile.destination[y + i];
         const WalkColumns columns = ColumnsOf(tile);
-        const Step step(output, LineOf(settings, y).ownIsBlue);
-        RowWalk<Step>(step, rows, columns, {tile.prefetch, y}).Run();
+        RowWalk<Step>(output, rows, columns, tile.prefetch, y).Run();
         for (std::uint32_t i = 0; i < Step::kOutputs; ++i) {
-            if (tile.begin == 0) BorderPixel(tile, y + i, 0, rows.out[i]);
-            if (tile.end == tile.width) BorderPixel(tile, y + i, tile.width - 1, rows.out[i]);
+            const MosaicLine line = LineOf(settings, y + i);
+            if (tile.begin == 0) BorderPixel<kKind>(rows.in + i, 0, tile.width, line, rows.out[i]);
+            if (tile.end == tile.width) BorderPixel<kKind>(rows.in + i, tile.width - 1, tile.width, line, rows.out[i]);
         }
         return Step::kOutputs;
     }
 
     /// The first or the last pixel of a row, by the general rule. (No vector ends with the last one of an odd number.)
-    void BorderPixel(const Tile& tile, std::uint32_t y, std::size_t x, std::uint8_t* row) const {
-        const MosaicLine line = LineOf(settings, y);
+    template <RowKind kKind>
+    HWY_INLINE void BorderPixel(const std::uint8_t* const* in, std::size_t x, std::size_t width, const MosaicLine& line,
+                                std::uint8_t* to) const {
         const std::size_t at = x * sizeof(Sample);
-        const auto site = InterpolateSite<Sample>(y > 0 ? tile.source[y - 1] + at : nullptr, tile.source[y] + at,
-                                                  y + 1 < tile.height ? tile.source[y + 1] + at : nullptr, x > 0,
-                                                  x + 1 < tile.width, line.IsGreenSite(x));
-        StoreSite<Writer>(settings.filter, site, line.ownIsBlue, row + x * Writer::kPixelBytes);
+        SiteColours<Sample> site;
+        if constexpr (kKind == RowKind::kLone)
+            site = InterpolateSite<Sample>(nullptr, in[0] + at, nullptr, x > 0, x + 1 < width, line.IsGreenSite(x));
+        else if constexpr (kKind == RowKind::kOneWithOneNeighbour)
+            site = InterpolateSite<Sample>(in[0] + at, in[1] + at, nullptr, x > 0, x + 1 < width, line.IsGreenSite(x));
+        else
+            site =
+                InterpolateSite<Sample>(in[0] + at, in[1] + at, in[2] + at, x > 0, x + 1 < width, line.IsGreenSite(x));
+        StoreSite<Writer>(settings.filter, site, line.ownIsBlue, to + x * Writer::kPixelBytes);
     }
 
     const SiteOutput<Writer, Stage, Sample> output;

@@ -5,28 +5,30 @@ template <class Writer, class Settings, class Stage, bool kGreenFirst>
 class NearestStep {
 public:
     using Sample = typename Settings::Sample;
-    using Output_ = SiteOutput<Writer, Stage, Sample>;
+    using State = SiteOutput<Writer, Stage, Sample>;
     static constexpr std::size_t kInputs = 2, kOutputs = 2;
-    static constexpr std::size_t kPixels = Output_::kPixels, kGroup = 2, kMargin = 0;
+    static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = 0;
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = 2;
-    using Rows = StepRows<NearestStep>;
+    static constexpr bool kIsShort = false;
+
+    struct Rows : StepRows<kInputs, kOutputs> {
+        bool ownIsBlue;  ///< of the first of them
+    };
 
     static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
-    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return AscendingOutput<NearestStep>(rows, i, x);
+    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return rows.out[i] + x * kPixelBytes;
     }
 
-    NearestStep(const Output_& toUse, bool isBlue) : output(toUse), ownIsBlue(isBlue) {}
-
     template <bool kStream>
-    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
-        std::uint8_t* const to[] = {Output(rows, 0, x, 0), Output(rows, 1, x, 0)};
-        if constexpr (Output_::kVectors == 1) {
+    static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x) {
+        std::uint8_t* const to[] = {Output(output, rows, 0, x, 0), Output(output, rows, 1, x, 0)};
+        if constexpr (State::kVectors == 1) {
             const SitePlanes<Sample> sites[] = {Cells(rows, x)};
-            output.template Write<kStream>(sites, ownIsBlue, to);
+            output.template Write<kStream>(sites, rows.ownIsBlue, to);
         } else {
-            const SitePlanes<Sample> sites[] = {Cells(rows, x), Cells(rows, x + Output_::kVectorPixels)};
-            output.template Write<kStream>(sites, ownIsBlue, to);
+            const SitePlanes<Sample> sites[] = {Cells(rows, x), Cells(rows, x + State::kVectorPixels)};
+            output.template Write<kStream>(sites, rows.ownIsBlue, to);
         }
     }
 
@@ -34,9 +36,6 @@ private:
     static HWY_INLINE SitePlanes<Sample> Cells(const Rows& rows, std::size_t x) {
         return ReplicateCells<kGreenFirst, Sample>(rows.in[0] + InputBytes(x), rows.in[1] + InputBytes(x));
     }
-
-    const Output_ output;
-    const bool ownIsBlue;
 };
 
 template <class Writer, class Settings, bool kIsIdentity>
@@ -64,9 +63,13 @@ private:
         std::uint8_t* const lower = y + 1 < tile.last ? tile.destination[y + 1] : upper;
         WalkColumns columns = ColumnsOf(tile);
         columns.end -= columns.end % 2;
-        RowWalk<Step>(Step(output, firstLine.ownIsBlue), {{tile.source[cells], tile.source[cells + 1]}, {upper, lower}},
-                      columns, {tile.prefetch, y})
-            .Run();
+        typename Step::Rows rows;
+        rows.in[0] = tile.source[cells];
+        rows.in[1] = tile.source[cells + 1];
+        rows.out[0] = upper;
+        rows.out[1] = lower;
+        rows.ownIsBlue = firstLine.ownIsBlue;
+        RowWalk<Step>(output, rows, columns, tile.prefetch, y).Run();
         RepeatLastPixel<Writer>(tile, upper);
         if (lower != upper) RepeatLastPixel<Writer>(tile, lower);
     }

@@ -45,39 +45,24 @@ void SetColours(const RowKernel::Needs& needs, const Settings& settings, RowKern
 
 #else
 
-/// A vector of bytes for each channel.
-template <class Reader, class Writer, class Settings, bool kIsIdentity>
-class ColourStep : public PixelStep {
+/// What a colour step knows: how to bring source channels to stored bytes.
+template <class Reader, class Settings, bool kIsIdentity>
+class ColourState {
 public:
-    static constexpr std::size_t kOutputs = Writer::kPlanes;
-    static constexpr std::size_t kGroup = Reader::kGroup, kPixelBytes = Writer::kPixelBytes;
-    using Rows = StepRows<ColourStep>;
-
-    static constexpr std::size_t InputBytes(std::size_t pixels) {
-        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
-    }
-    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return AscendingOutput<ColourStep>(rows, i, x);
-    }
-
-    explicit ColourStep(const Settings& settings)
+    explicit ColourState(const Settings& settings)
         : filter(settings.filter), reader(SettingsOfReader(settings)), isExchanged(settings.isExchanged) {}
 
-    template <bool kStream>
-    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
-        const std::uint8_t* const from = rows.in[0] + x / kGroup * Reader::kGroupBytes;
-        std::uint8_t* to[kOutputs];
-        for (std::size_t i = 0; i < kOutputs; ++i) to[i] = AscendingOutput<ColourStep>(rows, i, x);
+    /// A vector of bytes for each channel, from the start of a group on.
+    HWY_INLINE Planes8 Read(const std::uint8_t* from) const {
         if constexpr (sizeof(typename Reader::Sample) == 1) {
             const Planes8 pixels = Exchanged(Reader::ReadVector(from, reader));
-            Writer::template Store<kStream>(filter.template Apply<0>(pixels.first),
-                                            filter.template Apply<1>(pixels.second),
-                                            filter.template Apply<2>(pixels.third), to);
+            return {filter.template Apply<0>(pixels.first), filter.template Apply<1>(pixels.second),
+                    filter.template Apply<2>(pixels.third)};
         } else {
             const Planes16 lower = Exchanged(Reader::ReadVector(from, reader));
-            const Planes16 upper = Exchanged(Reader::ReadVector(from + InputBytes(kPixels / 2), reader));
-            Writer::template Store<kStream>(Narrow<0>(lower.first, upper.first), Narrow<1>(lower.second, upper.second),
-                                            Narrow<2>(lower.third, upper.third), to);
+            const Planes16 upper = Exchanged(Reader::ReadVector(from + kLanes / 2 * Reader::kGroupBytes, reader));
+            return {Narrow<0>(lower.first, upper.first), Narrow<1>(lower.second, upper.second),
+                    Narrow<2>(lower.third, upper.third)};
         }
     }
 
@@ -101,9 +86,27 @@ private:
     bool isExchanged;
 };
 
+template <class Reader, class Writer, class Settings, bool kIsIdentity>
+struct ColourStep : PixelStep<Writer::kPixelBytes, Writer::kPlanes> {
+    static constexpr std::size_t kGroup = Reader::kGroup;
+    using State = ColourState<Reader, Settings, kIsIdentity>;
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) {
+        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t x) {
+        const Planes8 pixels = state.Read(rows.in[0] + x / kGroup * Reader::kGroupBytes);
+        std::uint8_t* to[Writer::kPlanes];
+        for (std::size_t i = 0; i < Writer::kPlanes; ++i) to[i] = rows.out[i] + x * Writer::kPixelBytes;
+        Writer::template Store<kStream>(pixels.first, pixels.second, pixels.third, to);
+    }
+};
+
 template <class Step>
 void ConvertColours(const RowKernel& kernel, const Tile& tile) {
-    WalkPixels(kernel.Get<Step>(), tile);
+    WalkPixels<Step>(kernel.Get<typename Step::State>(), tile);
 }
 
 template <class Reader, class Writer, class Settings>
@@ -111,9 +114,9 @@ void SetColours(const RowKernel::Needs& needs, const Settings& settings, RowKern
     using Identity = ColourStep<Reader, Writer, Settings, true>;
     using Filtered = ColourStep<Reader, Writer, Settings, false>;
     if (settings.filter.IsIdentity())
-        kernel.Set(needs, &ConvertColours<Identity>, Identity(settings));
+        kernel.Set(needs, &ConvertColours<Identity>, typename Identity::State(settings));
     else
-        kernel.Set(needs, &ConvertColours<Filtered>, Filtered(settings));
+        kernel.Set(needs, &ConvertColours<Filtered>, typename Filtered::State(settings));
 }
 
 #endif

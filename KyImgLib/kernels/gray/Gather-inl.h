@@ -48,7 +48,7 @@ inline void MakeGather(const GatherSettings& settings, RowKernel& kernel) {
     RowKernel::Needs needs;
     needs.group = settings.group;
     needs.groupBytes = settings.groupSamples * settings.sampleBytes;
-    needs.pixelBytes = settings.groupSamples / settings.group;
+    needs.pixelBytes = (settings.groupSamples + settings.group - 1) / settings.group;
     const bool isOfWords = settings.sampleBytes == 2;
     kernel.Set(needs, settings.hasPlaces ? &GatherPlaces : isOfWords ? &GatherUpperBytes : &GatherLastBytes, settings);
 }

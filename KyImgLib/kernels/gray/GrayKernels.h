@@ -26,8 +26,9 @@ struct TapLayout {
 
     Order order = kInOrder;
     bool leftInverted = false, rightInverted = false;  ///< of halves: read from the far end
-    /// Line pairs: the samples of the second line follow those of the first without a gap, whatever the stride.
-    bool pairsAreContiguous = false;
+    /// Line pairs: samples of a source row, of which the second line goes on to use those that the first leaves; 0: of a source
+    /// without any gap.
+    std::uint32_t rowSamples = 0;
 };
 
 /// Settings of kernels of gray samples.

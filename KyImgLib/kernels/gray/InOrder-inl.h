@@ -15,32 +15,26 @@ void ConvertInOrder(const Reader& reader, const Tile& tile) {
 #else
 
 template <class Reader, class Writer>
-struct InOrderStep : PixelStep {
-    static constexpr std::size_t kGroup = Reader::kGroup, kPixelBytes = Writer::kPixelBytes;
-    using Rows = StepRows<InOrderStep>;
+struct InOrderStep : PixelStep<Writer::kPixelBytes> {
+    static constexpr std::size_t kGroup = Reader::kGroup;
+    static constexpr bool kIsShort = true;
+    using State = Reader;
 
     static constexpr std::size_t InputBytes(std::size_t pixels) {
         return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
     }
-    static HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return AscendingOutput<InOrderStep>(rows, i, x);
-    }
-
-    explicit InOrderStep(const Reader& toUse) : reader(toUse) {}
 
     template <bool kStream>
-    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
+    static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t x) {
         V8 samples[Reader::kSampleBytes];
         reader.Read(rows.in[0] + x / kGroup * Reader::kGroupBytes, samples);
-        Writer::template Store<kStream>(samples, AscendingOutput<InOrderStep>(rows, 0, x));
+        Writer::template Store<kStream>(samples, rows.out[0] + x * Writer::kPixelBytes);
     }
-
-    Reader reader;
 };
 
 template <class Reader, class Writer>
 void ConvertInOrder(const Reader& reader, const Tile& tile) {
-    WalkPixels(InOrderStep<Reader, Writer>(reader), tile);
+    WalkPixels<InOrderStep<Reader, Writer>>(reader, tile);
 }
 
 #endif

@@ -1,16 +1,14 @@
 // Samples of several taps that alternate in a row, each tap's to a run of pixels of its own. Needs InOrder-inl.h before it.
 
-/// Where the samples of one tap go.
-struct TapRun {
-    std::uint8_t* first;  ///< the pixel of the first sample
-    bool descends;        ///< the following samples go to the pixels before it, not after it
-};
-
 template <class Reader>
 struct TapState {
     Reader reader;
     TapLayout layout;
 };
+
+/// A set of taps whose samples go backwards: bit i is tap i.
+using Taps = unsigned;
+constexpr bool Descends(Taps backwards, std::size_t tap) { return (backwards >> tap & 1) != 0; }
 
 #if !KY_PLAIN
 
@@ -85,27 +83,30 @@ HWY_INLINE void Reverse(V8 (&samples)[N]) {
 }
 
 /// A column is a sample of each tap.
-template <class Reader, class Writer, std::size_t kTaps>
-struct TapStep : PixelStep {
-    static constexpr std::size_t kOutputs = kTaps, kPixelBytes = Writer::kPixelBytes;
-    static constexpr std::size_t kSampleBytes = Reader::kSampleBytes;
-    using Rows = StepRows<TapStep>;
+template <class Reader, class Writer, std::size_t kTaps, Taps kBackwards>
+struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
+    static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kSampleBytes = Reader::kSampleBytes;
+    static constexpr std::size_t kPrefetchRows = 0;  // as many streams as taps leave none for it
+    static constexpr bool kIsShort = true;
+    using State = Reader;
+    using Rows = StepRows<1, kTaps>;
 
     static constexpr std::size_t InputBytes(std::size_t columns) {
         return columns * kTaps / Reader::kGroup * Reader::kGroupBytes;
     }
-    HWY_INLINE std::uint8_t* Output(const Rows& rows, std::size_t tap, std::size_t x, std::size_t columns) const {
-        if (descends[tap]) return rows.out[tap] - (x + columns - 1) * kPixelBytes;
-        return AscendingOutput<TapStep>(rows, tap, x);
+    static HWY_INLINE std::uint8_t* Output(const Reader&, const Rows& rows, std::size_t tap, std::size_t x,
+                                           std::size_t columns) {
+        if (Descends(kBackwards, tap)) return rows.out[tap] - (x + columns - 1) * kPixelBytes;
+        return rows.out[tap] + x * kPixelBytes;
     }
 
     template <bool kStream>
-    HWY_INLINE void Run(const Rows& rows, std::size_t x) const {
+    static HWY_INLINE void Run(const Reader& reader, const Rows& rows, std::size_t x) {
         const std::uint8_t* const from = rows.in[0] + InputBytes(x);
         V8 in[kTaps * kSampleBytes];
         for (std::size_t i = 0; i < kTaps; ++i) {
             V8 samples[kSampleBytes];
-            reader.Read(from + i * (InputBytes(kPixels) / kTaps), samples);
+            reader.Read(from + i * (InputBytes(kLanes) / kTaps), samples);
             for (std::size_t k = 0; k < kSampleBytes; ++k) in[i * kSampleBytes + k] = samples[k];
         }
         V8 taps[kTaps][kSampleBytes];
@@ -118,101 +119,98 @@ struct TapStep : PixelStep {
             Split<kSampleBytes>(odd, taps[1], taps[3]);
         }
         for (std::size_t tap = 0; tap < kTaps; ++tap) {
-            if (descends[tap]) Reverse(taps[tap]);
-            Writer::template Store<kStream>(taps[tap], Output(rows, tap, x, kPixels));
+            if (Descends(kBackwards, tap)) Reverse(taps[tap]);
+            Writer::template Store<kStream>(taps[tap], Output(reader, rows, tap, x, kLanes));
         }
     }
-
-    Reader reader;
-    bool descends[kTaps];
 };
 
 #endif
 
-/// `width` samples of a row. Taps that come first have the samples more where their number does not divide.
-template <class Reader, class Writer, std::size_t kTaps>
+/// `width` samples of a row, those of each tap from the pixel `first` of its own on. Taps that come first have the samples
+/// more where their number does not divide.
+template <class Writer, std::size_t kTaps, Taps kBackwards, class Reader>
 void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile& tile, [[maybe_unused]] std::uint32_t y,
-                   const std::uint8_t* from, std::size_t width, const TapRun (&runs)[4]) {
+                   const std::uint8_t* from, std::size_t width, std::uint8_t* const (&first)[kTaps]) {
     std::size_t columns = 0;  // that are done
 #if !KY_PLAIN
-    using Step = TapStep<Reader, Writer, kTaps>;
+    using Step = TapStep<Reader, Writer, kTaps, kBackwards>;
     columns = width / kTaps;
-    Step step = {{}, reader, {}};
-    StepRows<Step> rows;
+    typename Step::Rows rows;
     rows.in[0] = from;
-    for (std::size_t tap = 0; tap < kTaps; ++tap) {
-        rows.out[tap] = runs[tap].first;
-        step.descends[tap] = runs[tap].descends;
-    }
-    RowWalk<Step>(step, rows, {0, columns, columns, {}, tile.streams}, {tile.prefetch, y}).Run();
+    for (std::size_t tap = 0; tap < kTaps; ++tap) rows.out[tap] = first[tap];
+    const WalkColumns all = {0, columns, columns, {}, tile.streams};
+    RowWalk<Step>(reader, rows, all, tile.prefetch, y).Run();
 #endif
-    for (std::size_t tap = 0; tap < kTaps; ++tap) {
-        const auto size = static_cast<std::ptrdiff_t>(Writer::kPixelBytes);
-        const std::ptrdiff_t step = runs[tap].descends ? -size : size;
-        std::uint8_t* pixel = runs[tap].first + step * static_cast<std::ptrdiff_t>(columns);
-        for (std::size_t i = columns * kTaps + tap; i < width; i += kTaps, pixel += step)
-            Writer::StorePixel(reader.Sample(from, i), pixel);
+    for (std::size_t i = columns * kTaps; i < width; ++i) {
+        const std::size_t tap = i % kTaps, pixels = i / kTaps * Writer::kPixelBytes;
+        Writer::StorePixel(reader.Sample(from, i),
+                           Descends(kBackwards, tap) ? first[tap] - pixels : first[tap] + pixels);
     }
 }
 
-/// A row of two halves.
-template <class Reader, class Writer>
-void ConvertHalves(const Reader& reader, const TapLayout& layout, const Tile& tile, std::uint32_t y) {
+/// A row of two halves, the taps in `kBackwards` inverted.
+template <class Writer, Taps kBackwards, class Reader>
+void ConvertHalves(const Reader& reader, const Tile& tile, std::uint32_t y) {
     constexpr std::size_t kPixel = Writer::kPixelBytes;
+    constexpr bool kLeftInverted = Descends(kBackwards, 0), kRightInverted = Descends(kBackwards, 1);
     std::size_t width = tile.width;
     const std::uint8_t* from = tile.source[y];
-    std::uint8_t* const right = tile.destination[y] + (width + 1) / 2 * kPixel;
-    TapRun runs[4] = {
-        {layout.leftInverted ? right - kPixel : tile.destination[y], layout.leftInverted},
-        {layout.rightInverted ? tile.destination[y] + (width - 1) * kPixel : right, layout.rightInverted}};
-    if (Reader::kGroup == 2 && width % 2 != 0 && layout.rightInverted) {
+    std::uint8_t* const row = tile.destination[y];
+    std::uint8_t* const right = row + (width + 1) / 2 * kPixel;
+    std::uint8_t* first[] = {kLeftInverted ? right - kPixel : row, kRightInverted ? row + (width - 1) * kPixel : right};
+    if (Reader::kGroup == 2 && width % 2 != 0 && kRightInverted) {
         // Packed samples fill their last pair, so the right half is as long as the left one. Its first sample belongs to a
         // pixel beyond the row.
-        Writer::StorePixel(reader.Sample(from, 0), runs[0].first);
-        runs[0].first += layout.leftInverted ? -static_cast<std::ptrdiff_t>(kPixel) : std::ptrdiff_t{kPixel};
+        Writer::StorePixel(reader.Sample(from, 0), first[0]);
+        first[0] = kLeftInverted ? first[0] - kPixel : first[0] + kPixel;
         from += Reader::kGroupBytes;
         --width;
     }
-    ConvertTapRow<Reader, Writer, 2>(reader, tile, y, from, width, runs);
+    ConvertTapRow<Writer, 2, kBackwards>(reader, tile, y, from, width, first);
 }
 
-/// The first or the second line of a pair: the second goes on where the first ends, with the tap whose turn it is.
-template <class Reader, class Writer>
-void ConvertLineOfPair(const Reader& reader, const TapLayout& layout, const Tile& tile, std::uint32_t y) {
+/// Two lines from the samples of two rows. The second row goes on where the first ends, with the tap whose turn it is.
+template <class Writer, class Reader>
+void ConvertLinePair(const Reader& reader, std::size_t rowSamples, const Tile& tile, std::uint32_t y) {
     constexpr std::size_t kPixel = Writer::kPixelBytes;
-    const std::size_t width = tile.width;
-    const bool isSecond = y % 2 != 0;
-    std::uint8_t *first = tile.destination[isSecond ? y - 1 : y], *second = tile.destination[isSecond ? y : y + 1];
-    const std::uint8_t* from = tile.source[y];
-    if (isSecond) {
-        if (layout.pairsAreContiguous) from = tile.source[y - 1] + width / Reader::kGroup * Reader::kGroupBytes;
-        if (width % 2 != 0) std::swap(first, second);
-        first += width / 2 * kPixel;
-        second += (width + 1) / 2 * kPixel;
-    }
-    ConvertTapRow<Reader, Writer, 2>(reader, tile, y, from, width, {{first, false}, {second, false}});
+    const std::size_t samples = 2 * tile.width;
+    const bool areContiguous =
+        rowSamples == 0 || tile.source[y] + rowSamples / Reader::kGroup * Reader::kGroupBytes == tile.source[y + 1];
+    const std::size_t inFirst = areContiguous ? samples : std::min(samples, rowSamples);
+    std::uint8_t* first[] = {tile.destination[y], tile.destination[y + 1]};
+    ConvertTapRow<Writer, 2, 0>(reader, tile, y, tile.source[y], inFirst, first);
+    if (inFirst == samples) return;
+    if (inFirst % 2 != 0) std::swap(first[0], first[1]);
+    first[0] += inFirst / 2 * kPixel;
+    first[1] += (inFirst + 1) / 2 * kPixel;
+    ConvertTapRow<Writer, 2, 0>(reader, tile, y, tile.source[y + 1], samples - inFirst, first);
 }
 
 /// A row of two halves, each read from both its ends.
-template <class Reader, class Writer>
+template <class Writer, class Reader>
 void ConvertQuarters(const Reader& reader, const Tile& tile, std::uint32_t y) {
+    constexpr Taps kSecondAndFourth = 0b1010;
     constexpr std::size_t kPixel = Writer::kPixelBytes;
     const std::size_t width = tile.width;
-    std::uint8_t *const row = tile.destination[y], *const end = row + (width - 1) * kPixel;
-    std::uint8_t* const right = row + ((width + 3) / 4 + (width + 2) / 4) * kPixel;
-    ConvertTapRow<Reader, Writer, 4>(reader, tile, y, tile.source[y], width,
-                                     {{row, false}, {right - kPixel, true}, {right, false}, {end, true}});
+    std::uint8_t *const row = tile.destination[y], *const right = row + ((width + 3) / 4 + (width + 2) / 4) * kPixel;
+    std::uint8_t* const first[] = {row, right - kPixel, right, row + (width - 1) * kPixel};
+    ConvertTapRow<Writer, 4, kSecondAndFourth>(reader, tile, y, tile.source[y], width, first);
 }
 
 template <class Reader, class Writer, std::size_t kTaps>
 void ConvertTaps(const RowKernel& kernel, const Tile& tile) {
     const auto& [reader, layout] = kernel.Get<TapState<Reader>>();
-    for (std::uint32_t y = tile.first; y < tile.last; ++y) {
+    for (std::uint32_t y = tile.first; y < tile.last; y += kernel.needs.rowStep) {
         if constexpr (kTaps == 4)
-            ConvertQuarters<Reader, Writer>(reader, tile, y);
-        else if (layout.order == TapLayout::kHalves)
-            ConvertHalves<Reader, Writer>(reader, layout, tile, y);
+            ConvertQuarters<Writer>(reader, tile, y);
+        else if (layout.order == TapLayout::kLinePairs)
+            ConvertLinePair<Writer>(reader, layout.rowSamples, tile, y);
+        else if (layout.leftInverted)
+            layout.rightInverted ? ConvertHalves<Writer, 3>(reader, tile, y)
+                                 : ConvertHalves<Writer, 1>(reader, tile, y);
         else
-            ConvertLineOfPair<Reader, Writer>(reader, layout, tile, y);
+            layout.rightInverted ? ConvertHalves<Writer, 2>(reader, tile, y)
+                                 : ConvertHalves<Writer, 0>(reader, tile, y);
     }
 }
