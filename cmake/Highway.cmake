@@ -21,7 +21,7 @@ add_library(KyImgLibHighway INTERFACE)
 target_include_directories(KyImgLibHighway SYSTEM INTERFACE ${highway_folder})
 
 # Stated rather than detected, so that neither the compiler nor its -march decides which levels there are. With
-# HWY_BROKEN_EMU128 the plain level is HWY_SCALAR for every compiler (else newer ones would take the emulated vectors).
+# HWY_BROKEN_EMU128 the scalar level is HWY_SCALAR for every compiler (else newer ones would take the emulated vectors).
 target_compile_definitions(KyImgLibHighway INTERFACE HWY_BROKEN_EMU128=1)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|amd64|AMD64)$")
   # HWY_SCALAR, HWY_SSE4, HWY_AVX2, HWY_AVX3. AES and PCLMUL are not used; HWY_SSE4 would ask for them otherwise.

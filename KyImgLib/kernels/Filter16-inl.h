@@ -1,6 +1,6 @@
 // The filter stage of word kernels: passes three planes through three word tables. Needs Filter8-inl.h before it.
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 /// The stage of an identity filter: a sample modulo the entries of its table.
 template <>
@@ -19,8 +19,8 @@ private:
     int bits;
 };
 
-/// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. The kind of
-/// a channel is asked once for each vector, always with the same answer, which costs next to nothing.
+/// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. Branches on the
+/// kind of the channel once for each vector, always the same way, which branch prediction makes all but free.
 template <>
 class FilterStage<Filter16, false> {
 public:
@@ -56,7 +56,7 @@ private:
         if (channel.offset != 0) value = hn::Add(value, hn::Set(d, channel.offset));
         return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, largest), value);
     }
-    /// In memory: a vector that went in and out of a call would be spilled by all around it.
+    /// Takes and returns samples in memory: with a vector as argument the caller would spill its other vectors.
     static HWY_NOINLINE void LookUp(const std::uint16_t* HWY_RESTRICT table, std::uint16_t* HWY_RESTRICT words) {
         for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }

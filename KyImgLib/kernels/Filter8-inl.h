@@ -1,6 +1,6 @@
 // The filter stage of byte kernels: passes three planes through three byte tables. Needs Lanes-inl.h before it.
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 template <typename Filter, bool kIsIdentity>
 class FilterStage;
@@ -41,8 +41,8 @@ private:
 
 #else
 
-/// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. The kind of
-/// a channel is asked once for each vector, always with the same answer, which costs next to nothing.
+/// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. Branches on the
+/// kind of the channel once for each vector, always the same way, which branch prediction makes all but free.
 template <>
 class FilterStage<Filter8, false> {
 public:

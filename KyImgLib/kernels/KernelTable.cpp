@@ -15,7 +15,7 @@ namespace ky {
     constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kGray}; \
     }
 
-KY_LEVEL(N_PLAIN)
+KY_LEVEL(N_SCALAR_LEVEL)
 #if defined(__x86_64__)
 KY_LEVEL(N_SSE4)
 KY_LEVEL(N_AVX2)
@@ -31,9 +31,9 @@ namespace {
 
 // In the order of KyCpuLevel.
 constexpr const KernelTable* kLevels[] = {
-    &N_PLAIN::kAll,
+    &N_SCALAR_LEVEL::kAll,
 #if defined(__x86_64__)
-    &N_SSE4::kAll,  &N_AVX2::kAll, &N_AVX3::kAll, &N_AVX3_VBMI::kAll,
+    &N_SSE4::kAll,         &N_AVX2::kAll, &N_AVX3::kAll, &N_AVX3_VBMI::kAll,
 #elif defined(__aarch64__)
     &N_NEON::kAll,
 #endif

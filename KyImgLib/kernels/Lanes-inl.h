@@ -1,6 +1,6 @@
 // Vectors of bytes: the few operations that every kernel builds on. For inclusion by kernel files (EveryLevel.h).
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 template <typename T>
 using TagOf = hn::ScalableTag<T>;
@@ -36,9 +36,9 @@ HWY_INLINE bool IsAligned(const std::uint8_t* address) {
     return reinterpret_cast<std::uintptr_t>(address) % kLanes == 0;
 }
 
-/// Ends the use of vectors, as the last thing that a kernel does: with upper halves of vector registers left in use, the
-/// caller's SSE code would run at half its speed or less, and compilers do not clear them on every way out.
-HWY_INLINE void LeaveVectors() {
+/// VZEROUPPER: clears the upper halves of the vector registers, as the last thing that a kernel does. With upper halves in
+/// use, the caller's SSE code would run at half its speed or less, and compilers do not clear them on every way out.
+HWY_INLINE void ClearUpperHalves() {
 #if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
     _mm256_zeroupper();
 #endif
@@ -50,8 +50,8 @@ struct BlockBytes {
 };
 HWY_INLINE V8 LoadBlock(const BlockBytes& block) { return hn::LoadDup128(D8(), block.bytes); }
 
-// In-block operations leave N vectors whose block b belongs to stretch b of the result. These put the blocks into the
-// order of memory: all of stretch 0, then all of stretch 1, and so on.
+// In-block operations leave N vectors. Together, blocks b of these are bytes 16 * N * b to 16 * N * (b + 1) of the result.
+// These functions put the blocks into that order.
 #if HWY_TARGET == HWY_AVX3
 HWY_INLINE V8 Blocks2(V8 a, V8 b, __m512i index) { return V8{_mm512_permutex2var_epi64(a.raw, index, b.raw)}; }
 HWY_INLINE V8 InsertBlock2(V8 into, __m512i index, V8 from) {
@@ -263,12 +263,12 @@ constexpr VectorBytes UpperBytesInTurn() {
 }
 #endif
 
-/// Words to bytes: the lower one of those that `kShift` leaves to the right, limited to 255, of `even` and of `odd` in turn.
-/// What is left by the shift must be less than 32768.
+/// Words shifted right by `kShift` and saturated to bytes, those of `even` and of `odd` in turn. Shifted words must be less
+/// than 32768.
 template <int kShift>
 HWY_INLINE V8 LimitPairs(V16 even, V16 odd) {
 #if KY_VBMI
-    // Doubling with saturation limits them in the upper bytes, which one permute picks.
+    // Doubling with saturation leaves the results in the upper bytes, which one permute picks.
     static constexpr VectorBytes kInTurn = UpperBytesInTurn();
     for (int shift = kShift; shift < 8; ++shift) {
         even = hn::SaturatedAdd(even, even);

@@ -3,7 +3,7 @@
 
 #if HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128
 
-#define KY_PLAIN 0
+#define KY_SCALAR 0
 
 HWY_BEFORE_NAMESPACE();
 namespace ky::HWY_NAMESPACE {
@@ -25,6 +25,6 @@ namespace hn = hwy::HWY_NAMESPACE;
 HWY_POP_ATTRIBUTES
 #endif
 
-#undef KY_PLAIN
+#undef KY_SCALAR
 
 #endif

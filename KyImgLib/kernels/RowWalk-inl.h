@@ -1,7 +1,7 @@
 // The walk of vectors over a row: the one place that knows ends of rows, streaming stores and prefetching. Needs Lanes-inl.h
 // before it.
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 /// Where a walk reads and writes: the first column of each input and output.
 template <std::size_t kInputs, std::size_t kOutputs>
@@ -182,7 +182,7 @@ private:
                 x = std::min(x + kPixels, last);
             }
         }
-        LeaveVectors();
+        ClearUpperHalves();
     }
 
     HWY_INLINE void Padded(std::size_t x, std::size_t pixels) const {

@@ -1,7 +1,7 @@
 // Writers: three channel values of each pixel to a destination format. For RGB the first channel is red, for BGR blue.
 // `to` has the address of the first pixel in each plane of the destination. Needs Lanes-inl.h before it.
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 template <bool kStream, std::size_t N>
 HWY_INLINE void PutAll(const V8 (&vectors)[N], std::uint8_t* to) {
     for (std::size_t i = 0; i < N; ++i) Put<kStream>(vectors[i], to + i * kLanes);
@@ -17,7 +17,7 @@ struct Write565 {
         to[0][0] = static_cast<std::uint8_t>((second << 3 & 0xE0) | third >> 3);
         to[0][1] = static_cast<std::uint8_t>((first & 0xF8) | second >> 5);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     /// One vector's worth of pixels.
     template <bool kStream>
     static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
@@ -44,7 +44,7 @@ struct Write24 {
         to[0][1] = second;
         to[0][2] = third;
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
         V8 out[3];
@@ -65,7 +65,7 @@ struct Write32 {
         to[0][2] = third;
         to[0][3] = 0;
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
         V8 out[4];
@@ -85,7 +85,7 @@ struct WritePlanes {
         *to[1] = second;
         *to[2] = third;
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
         Put<kStream>(first, to[0]);
@@ -104,7 +104,7 @@ struct Write48 {
         const std::uint16_t words[] = {first, second, third};
         std::memcpy(to[0], words, sizeof words);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(V16 first, V16 second, V16 third, std::uint8_t* const* to) {
         V8 out[3];

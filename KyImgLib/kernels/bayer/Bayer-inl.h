@@ -25,7 +25,7 @@ MosaicLine LineOf(const Settings& settings, std::uint32_t y) {
     return y % 2 == 0 ? settings.firstLine : settings.firstLine.Next();
 }
 
-/// What an odd last column gets: the pixel to its left, whose cell is the nearest one.
+/// Fills an odd last column, which has no whole cell, with the pixel to its left.
 template <class Writer>
 void RepeatLastPixel(const Tile& tile, std::uint8_t* row) {
     constexpr std::size_t kBytes = Writer::kPixelBytes;
@@ -33,8 +33,8 @@ void RepeatLastPixel(const Tile& tile, std::uint8_t* row) {
         std::memcpy(row + (tile.width - 1) * kBytes, row + (tile.width - 2) * kBytes, kBytes);
 }
 
-/// The rows of the cells that make rows y and y + 1. An odd last row repeats the one before it. False where there is no cell
-/// at all: its pixels are 0.
+/// Finds the cells that rows y and y + 1 are made of: those of rows `cells` and `cells` + 1. An odd last row is made of the
+/// cells above it. False where the image has no whole cell: then the two rows are set to 0.
 template <class Writer>
 bool HasCells(const Tile& tile, std::uint32_t y, std::uint32_t& cells) {
     const bool isOddLast = y + 1 == tile.last;
@@ -48,7 +48,7 @@ bool HasCells(const Tile& tile, std::uint32_t y, std::uint32_t& cells) {
     return false;
 }
 
-#if KY_PLAIN
+#if KY_SCALAR
 
 #include <KyImgLib/kernels/bayer/Scalar-inl.h>
 
@@ -85,7 +85,7 @@ void MakeNearest(const Settings& settings, RowKernel& kernel) {
     needs.group = 2;
     needs.groupBytes *= 2;
     needs.rowStep = 2;
-    needs.neighbours = settings.repeatsLastRow ? 2 : 0;  // the cells of an odd last row are above it
+    needs.neighbours = settings.repeatsLastRow ? 2 : 0;  // an odd last row is made of the cells above it
     needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
     SetNearest<Writer>(needs, settings, kernel);
 }

@@ -24,13 +24,13 @@ struct BayerSettings {
 using Bayer8Settings = BayerSettings<std::uint8_t, Filter8>;
 using Bayer16Settings = BayerSettings<std::uint16_t, Filter16>;
 
-/// Kernels from Bayer mosaics to one destination format. They write the line's own colour or the opposite one first,
-/// whichever is red: for blue first, exchange the colours of the mosaic and of the filter.
+/// Kernels from Bayer mosaics to one destination format. They write red first: for destinations that store blue first,
+/// exchange red and blue in the mosaic line and in the filter.
 template <typename Settings>
 struct BayerKernels {
     using Make = void (*)(const Settings& settings, RowKernel& kernel);
     Make bilinear;  ///< each row from itself and the rows above and below
-    Make nearest;   ///< each two rows from each other
+    Make nearest;   ///< each two rows from their 2 x 2 cells
 };
 
 /// Kernels of the 8-bit family by destination.

@@ -1,11 +1,10 @@
 // Bilinear demosaicing with vectors. Needs Sites-inl.h before it.
 //
-// Two rows are made at a time, because they share most of their neighbours. The rule for border pixels differs from that for
-// the others only in what the first and the last pixel of a row use: vectors run over these too, and the two are written
-// again by the general rule. The first and the last row have one neighbouring row instead of two, which makes an average over
-// three of the one over four.
+// Two rows are made at a time, because they share most of their neighbours. Vectors also run over the first and the last pixel
+// of a row, which lack a neighbour; both pixels are then computed again, one by one. The first and the last row of an image
+// have one neighbouring row instead of two, so averages over four samples are averages over three there.
 
-/// How many rows; a single one with two neighbouring rows, one, or none.
+/// One row without neighbouring rows, one row with one, one row with two, or two rows with two.
 enum class RowKind { kLone, kOneWithOneNeighbour, kOne, kTwo };
 
 /// Inputs are the row above, the row, (the second row,) the row below. A lone row is its only input.
@@ -117,7 +116,7 @@ private:
         if constexpr (kKind == RowKind::kLone) {
             rows.in[0] = tile.source[y];
         } else {
-            // A neighbour that is missing is the other one's double.
+            // The existing neighbour takes the place of a missing one.
             const bool hasAbove = y > 0, hasBelow = y + 1 < tile.height;
             rows.in[0] = tile.source[hasAbove ? y - 1 : y + 1];
             rows.in[1] = tile.source[y];
@@ -135,7 +134,7 @@ private:
         return Step::kOutputs;
     }
 
-    /// The first or the last pixel of a row, by the general rule. (No vector ends with the last one of an odd number.)
+    /// Computes the first or the last pixel of a row. (Of an odd number of pixels no vector reaches the last.)
     template <RowKind kKind>
     HWY_INLINE void BorderPixel(const std::uint8_t* const* in, std::size_t x, std::size_t width, const MosaicLine& line,
                                 std::uint8_t* to) const {

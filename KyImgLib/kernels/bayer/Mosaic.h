@@ -8,7 +8,7 @@
 
 namespace ky {
 
-/// How the colours of one line of a Bayer mosaic lie.
+/// The Bayer pattern of one line of a mosaic.
 ///
 /// A line holds green and one other colour, its own, in turn; the colour that it lacks is the opposite one. From line to
 /// line the own colour changes and green moves by a pixel:
@@ -65,8 +65,8 @@ Sample ReadSample(const std::uint8_t* at) {
     return sample;
 }
 
-/// The bilinear rule for the pixel whose sample is at `at`, wherever it lies: each missing colour is the average of those
-/// neighbours that have it and exist.
+/// Bilinear demosaicing of the pixel whose sample is at `at`, at borders as well: each missing colour is the average of the
+/// existing neighbours that have it.
 ///
 ///     at a site of the line's own colour:   green = up, down, left, right      opposite = the four diagonals
 ///     at a green site:                      own = left, right                  opposite = up, down

@@ -1,6 +1,6 @@
 // Nearest-neighbour demosaicing with vectors. Needs Sites-inl.h and Bilinear-inl.h before it.
 
-/// Inputs are the two rows of cells; both outputs get what they give.
+/// Inputs are the two rows of the cells. Both outputs get the same pixels.
 template <class Writer, class Settings, class Stage, bool kGreenFirst>
 class NearestStep {
 public:

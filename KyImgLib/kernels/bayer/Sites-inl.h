@@ -43,8 +43,8 @@ struct Pairs {
     }
 };
 
-/// A third of a sum of three samples. For bytes: times 65536 / 3 rounded up. For words: in floating point, where the half
-/// that is added keeps every quotient farther from an integer than the arithmetic errs.
+/// A third of a sum of three samples. For bytes: times 65536 / 3 rounded up. For words: in floating point, where adding a half
+/// keeps every quotient further from an integer than rounding errors reach.
 HWY_INLINE V16 Third(V16 sum) { return hn::MulHigh(sum, hn::Set(D16(), 21846)); }
 HWY_INLINE VectorOf<std::uint32_t> Third(VectorOf<std::uint32_t> sum) {
     const TagOf<std::int32_t> di;
@@ -72,8 +72,8 @@ struct SitePlanes {
     VectorOf<Sample> own, green, opposite;
 };
 
-/// The bilinear rule. With one neighbouring line, `above` and `below` are both that line: what is averaged over the two is
-/// then its value, and where it is one of three neighbours it counts once.
+/// Bilinear demosaicing. With one neighbouring line, `above` and `below` are both that line: the average of the two is then
+/// its value, and an average over three neighbours counts it once.
 template <bool kGreenFirst, bool kOneNeighbour, typename Sample>
 HWY_INLINE SitePlanes<Sample> InterpolateSites(const PixelsAround<Sample>& above, const PixelsAround<Sample>& line,
                                                const PixelsAround<Sample>& below) {
@@ -153,8 +153,8 @@ HWY_INLINE SitePlanes<std::uint16_t> InterpolateSites(const WordsAround& above, 
     }
 }
 
-/// Each 2 x 2 cell of two lines to the four pixels over it: its two colours to all, the upper line's green to the left
-/// ones, the lower line's to the right ones. `own` is the upper line's colour.
+/// Nearest-neighbour demosaicing. All four pixels of a 2 x 2 cell get its red and its blue; the left two get the upper line's
+/// green, the right two the lower line's. `own` is the upper line's colour.
 template <bool kGreenFirst, typename Sample>
 HWY_INLINE SitePlanes<Sample> ReplicateCells(const std::uint8_t* upperAt, const std::uint8_t* lowerAt) {
     using P = Pairs<Sample>;

@@ -36,7 +36,7 @@ struct ReadRGB16 : ReadWordGroups<std::uint8_t, 1, 1> {
     static PixelSamples<std::uint8_t> ReadPixel(const std::uint8_t* group, unsigned, const ReaderSettings&) {
         return {0, static_cast<std::uint8_t>(WordAt(group) >> 5 & 63), 0};
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         const V16 mask = hn::Set(D16(), 63);
         const V16 lower = hn::And(hn::ShiftRight<5>(Words(Load(from))), mask);
@@ -53,7 +53,7 @@ struct ReadRGBBytes : ReadByteGroups<1, kChannels> {
     static PixelSamples<std::uint8_t> ReadPixel(const std::uint8_t* group, unsigned, const ReaderSettings&) {
         return {group[0], group[1], group[2]};
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         return Deinterleave<kChannels>(from);
     }
@@ -66,7 +66,7 @@ struct ReadRGBWords : ReadWordGroups<std::uint16_t, 1, kChannels> {
     static PixelSamples<std::uint16_t> ReadPixel(const std::uint8_t* group, unsigned, const ReaderSettings&) {
         return {WordAt(group), WordAt(group + 2), WordAt(group + 4)};
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes16 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         return DeinterleaveWords<kChannels>(from);
     }
@@ -83,7 +83,7 @@ struct ReadYUV422 : ReadByteGroups<2, 4> {
     static PixelSamples<std::uint8_t> ReadPixel(const std::uint8_t* group, unsigned n, const ReaderSettings&) {
         return SamplesOfYUV(group[2 * n], group[1], group[3], group[2 * n]);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         const WordPairs pairs = LoadWordPairs(from);
         const Chroma chroma = ChromaOf(UpperBytesAlone(pairs.even), UpperBytesAlone(pairs.odd));
@@ -100,7 +100,7 @@ struct ReadYUV422Words : ReadWordGroups<std::uint8_t, 2, 4> {
         for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(WordAt(group + 2 * i) >> settings.sampleShift);
         return ReadYUV422::ReadPixel(bytes, n, settings);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings& settings) {
         HWY_ALIGN std::uint8_t bytes[2 * kLanes];
         hn::Store(Narrow(from, settings), D8(), bytes);
@@ -121,7 +121,7 @@ struct ReadYUV411 : ReadByteGroups<4, 6> {
     static PixelSamples<std::uint8_t> ReadPixel(const std::uint8_t* group, unsigned n, const ReaderSettings&) {
         return SamplesOfYUV(group[kLumaAt[n]], group[0], group[3], group[kLumaAt[n == 0 ? 0 : 1]]);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings&) {
         const Groups groups(from);
         const Chroma chroma = ChromaOf(groups.Samples<0, 0>(), groups.Samples<3, 3>());
@@ -214,7 +214,7 @@ struct ReadYUV444 : ReadByteGroups<1, 3> {
         const int y = group[settings.places[0]];
         return SamplesOfYUV(y, group[settings.places[1]], group[settings.places[2]], y);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     static HWY_INLINE Planes8 ReadVector(const std::uint8_t* from, const ReaderSettings& settings) {
         const Planes8 samples = InOrder(from, settings.places);
         const V8 y = samples.first, u = samples.second, v = samples.third;

@@ -1,6 +1,6 @@
 // YUV to RGB with vectors of words. Needs Lanes-inl.h before it.
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 // RGBOfYUV() in 16 bits. All its terms but 409 v are even, so half of a sum, shifted right by 7, is the same:
 //

@@ -1,7 +1,7 @@
-// Bytes that lie apart, brought together: a kernel in front of those that read bytes one after the other. Needs
-// InOrder-inl.h before it.
+// Gathers the last byte of each sample: a kernel in front of those that read bytes one after the other. Needs InOrder-inl.h
+// before it.
 
-/// A tile of samples instead of pixels. Of the last group, all samples.
+/// The tile with its columns counted in samples instead of pixels. A partial group counts with all its samples.
 inline Tile TileOfSamples(const Tile& pixels, const GatherSettings& settings) {
     const std::size_t group = settings.group, samples = settings.groupSamples;
     const auto samplesOf = [&](std::size_t columns) { return (columns + group - 1) / group * samples; };
@@ -12,7 +12,7 @@ inline Tile TileOfSamples(const Tile& pixels, const GatherSettings& settings) {
     return tile;
 }
 
-/// Of words, their upper bytes.
+/// The upper bytes of words.
 inline void GatherUpperBytes(const RowKernel& kernel, const Tile& tile) {
     GraySettings upperByte = {};
     upperByte.shift = 8;
@@ -20,7 +20,7 @@ inline void GatherUpperBytes(const RowKernel& kernel, const Tile& tile) {
                                               TileOfSamples(tile, kernel.Get<GatherSettings>()));
 }
 
-/// Of samples of any size. Not worth vectors: there are hardly any sources but of words.
+/// The last bytes of samples of any size. Not worth vectors: nearly all sources have words.
 inline void GatherLastBytes(const RowKernel& kernel, const Tile& tile) {
     const auto& settings = kernel.Get<GatherSettings>();
     const Tile samples = TileOfSamples(tile, settings);

@@ -1,4 +1,5 @@
-// Kernels of gray samples at one instruction-set level: readers and writers meet in the order of pixels or through taps.
+// Kernels of gray samples at one instruction-set level: a reader and a writer, for samples in the order of their pixels or of
+// several taps.
 
 // Each piece builds on those before it.
 // clang-format off
@@ -12,7 +13,7 @@
 #include <KyImgLib/kernels/gray/Gather-inl.h>
 // clang-format on
 
-/// `kTaps`: the most that there are.
+/// `kTaps`: the largest number of taps that the source may have.
 template <class Reader, class Writer, std::size_t kTaps>
 void MakeGrayKernel(const GraySettings& settings, RowKernel& kernel) {
     RowKernel::Needs needs;

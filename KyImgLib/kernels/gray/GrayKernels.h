@@ -26,8 +26,8 @@ struct TapLayout {
 
     Order order = kInOrder;
     bool leftInverted = false, rightInverted = false;  ///< of halves: read from the far end
-    /// Line pairs: samples of a source row, of which the second line goes on to use those that the first leaves; 0: of a source
-    /// without any gap.
+    /// Line pairs: samples of a source row; what a pair of lines needs beyond them is in the row below. 0: source rows follow
+    /// one another without a gap.
     std::uint32_t rowSamples = 0;
 };
 

@@ -11,7 +11,7 @@ struct WriteSamples {
     static constexpr std::size_t kPixelBytes = sizeof(Value);
 
     static void StorePixel(Value gray, std::uint8_t* to) { std::memcpy(to, &gray, sizeof gray); }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(const V8 (&samples)[kPixelBytes], std::uint8_t* to) {
         PutAll<kStream>(samples, to);
@@ -25,7 +25,7 @@ struct WriteGray565 {
     static constexpr std::size_t kPixelBytes = Write565::kPixelBytes;
 
     static void StorePixel(std::uint8_t gray, std::uint8_t* to) { Write565::StorePixel(gray, gray, gray, &to); }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to) {
         Write565::Store<kStream>(samples[0], samples[0], samples[0], &to);
@@ -33,7 +33,7 @@ struct WriteGray565 {
 #endif
 };
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 #if KY_VBMI
 using RepeatBytes = VectorBytes;
 #else
@@ -62,7 +62,7 @@ struct WriteGrayRGB {
         to[0] = to[1] = to[2] = gray;
         if constexpr (kSize == 4) to[3] = 0;
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     template <bool kStream>
     static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to) {
         static constexpr RepeatBytes kPixels[4] = {PixelOfByte<kSize>(0), PixelOfByte<kSize>(1), PixelOfByte<kSize>(2),

@@ -1,6 +1,6 @@
 // Gray samples in the order of their pixels. Needs the readers and writers before it.
 
-#if KY_PLAIN
+#if KY_SCALAR
 
 template <class Reader, class Writer>
 void ConvertInOrder(const Reader& reader, const Tile& tile) {

@@ -18,7 +18,7 @@ struct ReadBytes {
     explicit ReadBytes(const GraySettings&) {}
 
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const { return line[i]; }
-#if !KY_PLAIN
+#if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[1]) const { samples[0] = Load(from); }
 #endif
 };
@@ -32,7 +32,7 @@ struct ReadWordBytes {
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const {
         return static_cast<std::uint8_t>(WordAt(line + 2 * i) >> shift);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[1]) const {
         samples[0] = LowBytes(hn::ShiftRightSame(Words(Load(from)), shift),
                               hn::ShiftRightSame(Words(Load(from + kLanes)), shift));
@@ -54,7 +54,7 @@ struct ReadShiftedWords {
         const std::uint32_t word = WordAt(line + 2 * i);
         return static_cast<std::uint16_t>(kDirection == Shift::kLeft ? word << shift : word >> shift);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[2]) const {
         for (std::size_t i = 0; i < 2; ++i) {
             const V16 words = Words(Load(from + i * kLanes));
@@ -67,7 +67,7 @@ struct ReadShiftedWords {
     int shift;
 };
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 // A vector of words from packed samples takes 3 / 4 of a vector of bytes.
 constexpr std::size_t kPackedBytes = kLanes / 4 * 3;
@@ -85,7 +85,7 @@ constexpr VectorBytes PackedBytes(unsigned start) {
 
 /// Of kLanes packed samples, their own bytes in the lower and the middle bytes in the upper halves of words.
 HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&high)[2], V16 (&middle)[2]) {
-    // The second load ends with the last byte, so its samples do not start with its first one.
+    // The second load ends with the last sample's byte, so the first of its bytes belong to samples of the first load.
     constexpr unsigned kSecond = 2 * kPackedBytes - kLanes;
     static constexpr VectorBytes kBytes[2] = {PackedBytes(0), PackedBytes(kPackedBytes - kSecond)};
     for (std::size_t i = 0; i < 2; ++i) {
@@ -136,8 +136,8 @@ HWY_INLINE V8 LoadBlocks(const std::uint8_t* from, [[maybe_unused]] std::size_t 
 #endif
 }
 
-// A block's worth of bytes holds 8 packed samples in 12 bytes, and 4 bytes more. What is read last begins 4 bytes early, so
-// that it ends with the last sample.
+// A block of 16 bytes holds 8 packed samples in 12 bytes, and 4 bytes more. The last load begins 4 bytes early, so that it
+// ends with the last sample.
 
 /// Of kLanes packed samples, their own bytes in the lower and the middle bytes in the upper halves of words.
 HWY_INLINE void PackedWords(const std::uint8_t* from, V16 (&high)[2], V16 (&middle)[2]) {
@@ -185,7 +185,7 @@ struct ReadPacked {
         const std::uint32_t low = (std::uint32_t{at[1]} & layout.lowMask[n]) << 8;
         return static_cast<std::uint16_t>(high | low * layout.lowFactor[n] >> 16);
     }
-#if !KY_PLAIN
+#if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[2]) const {
         const V16 highFactor = hn::Set(D16(), layout.highFactor);
         // The middle bytes are in upper halves.
@@ -209,7 +209,7 @@ struct ReadPackedBytes {
     explicit ReadPackedBytes(const GraySettings&) {}
 
     std::uint8_t Sample(const std::uint8_t* line, std::size_t i) const { return line[i / 2 * 3 + i % 2 * 2]; }
-#if !KY_PLAIN
+#if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[1]) const { samples[0] = PackedHigh(from); }
 #endif
 };

@@ -1,4 +1,5 @@
-// Samples of several taps that alternate in a row, each tap's to a run of pixels of its own. Needs InOrder-inl.h before it.
+// Sorts the samples of a camera's taps, which alternate in a row: each tap fills a run of pixels. Needs InOrder-inl.h before
+// it.
 
 template <class Reader>
 struct TapState {
@@ -10,7 +11,7 @@ struct TapState {
 using Taps = unsigned;
 constexpr bool Descends(Taps backwards, std::size_t tap) { return (backwards >> tap & 1) != 0; }
 
-#if !KY_PLAIN
+#if !KY_SCALAR
 
 // The even and the odd samples of two vectors; of N vectors, to N / 2 each.
 
@@ -127,13 +128,13 @@ struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
 
 #endif
 
-/// `width` samples of a row, those of each tap from the pixel `first` of its own on. Taps that come first have the samples
-/// more where their number does not divide.
+/// `width` samples of a row, those of each tap from the pixel `first` of its own on. Where the width is not a multiple of the
+/// taps, the first ones have a sample more.
 template <class Writer, std::size_t kTaps, Taps kBackwards, class Reader>
 void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile& tile, [[maybe_unused]] std::uint32_t y,
                    const std::uint8_t* from, std::size_t width, std::uint8_t* const (&first)[kTaps]) {
     std::size_t columns = 0;  // that are done
-#if !KY_PLAIN
+#if !KY_SCALAR
     using Step = TapStep<Reader, Writer, kTaps, kBackwards>;
     columns = width / kTaps;
     typename Step::Rows rows;
@@ -170,7 +171,7 @@ void ConvertHalves(const Reader& reader, const Tile& tile, std::uint32_t y) {
     ConvertTapRow<Writer, 2, kBackwards>(reader, tile, y, from, width, first);
 }
 
-/// Two lines from the samples of two rows. The second row goes on where the first ends, with the tap whose turn it is.
+/// Two lines from the samples of two rows. The second row continues the first one, with the tap whose turn it is.
 template <class Writer, class Reader>
 void ConvertLinePair(const Reader& reader, std::size_t rowSamples, const Tile& tile, std::uint32_t y) {
     constexpr std::size_t kPixel = Writer::kPixelBytes;
