@@ -42,11 +42,11 @@ typedef struct KyPixelConverter KyPixelConverter;
 /* Flags of an area conversion, combined by OR; see KyPixelConverter_ConvertArea. */
 enum {
     KY_FLAG_INVERT_DEINTERLACER = 0x1, /* interlaced source: its second half holds the even destination lines */
-    KY_FLAG_BAYER_GRBG = 0x10,         /* Bayer source: colours of the first two pixels, then of the two below */
+    KY_FLAG_BAYER_GRBG = 0x10,         /* Bayer pattern: colours of the first two pixels, then of the two below */
     KY_FLAG_BAYER_GBRG = 0x20,
     KY_FLAG_BAYER_RGGB = 0x40,
     KY_FLAG_BAYER_BGGR = 0x80,
-    KY_FLAG_BAYER_INTERPOLATE = 0x100 /* Bayer source: bilinear instead of repeating samples over 2 x 2 cells */
+    KY_FLAG_BAYER_INTERPOLATE = 0x100 /* bilinear demosaicing instead of nearest-neighbour */
 };
 
 /* IDs of the types that conversions end in. */
@@ -88,6 +88,7 @@ KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelT
 
 /* ---- Registry ---- */
 
+/* Whether a type is registered under the ID. */
 KYIMGLIB_API bool KyPixelTypeFactory_HasPixelType(int64_t id);
 /* Display name, valid while the library is loaded; "Unregistered pixel type" for an unknown ID. */
 KYIMGLIB_API const char* KyPixelTypeFactory_GetPixelTypeName(int64_t id);
@@ -98,6 +99,7 @@ KYIMGLIB_API KyPixelType* KyPixelTypeFactory_CreatePixelType(int64_t id);
 KYIMGLIB_API KyPixelType* KyPixelTypeFactory_CreatePixelType2(uint32_t bitSize, int64_t colourSpace, int normalized,
                                                               int packed, int interlaced, int planar, int64_t tapLayout,
                                                               int isBayer, uint32_t index);
+/* Whether a converter is registered for the pair, direct or a chain. */
 KYIMGLIB_API bool KyPixelTypeFactory_HasConverter(int64_t sourceId, int64_t destinationId);
 /* The registered converter, owned by the library; null when there is none. */
 KYIMGLIB_API const KyPixelConverter* KyPixelTypeFactory_GetConverter(int64_t sourceId, int64_t destinationId);
@@ -127,7 +129,7 @@ KYIMGLIB_API uint32_t KyPixelConverter_ConvertLine(const KyPixelConverter* conve
    destinationWidth x destinationHeight bytes apart and lines of sourceWidth bytes. The buffers must not overlap.
    The height is rounded down to a multiple of 2 for interlaced sources and for Bayer sources
    without interpolation, where an odd last pixel is left out too; without a pattern flag a Bayer source is taken as GRBG.
-   Line sizes are 32-bit. KY_STATUS_SUCCESS, KY_STATUS_BAD_ARGUMENT for null, what a chain's failing stage returned. */
+   Strides are 32-bit. KY_STATUS_SUCCESS, KY_STATUS_BAD_ARGUMENT for null, what a chain's failing stage returned. */
 KYIMGLIB_API uint32_t KyPixelConverter_ConvertArea(const KyPixelConverter* converter, const uint8_t* source,
                                                    uint32_t sourceWidth, uint32_t sourceHeight, uint8_t* destination,
                                                    uint32_t destinationWidth, uint32_t destinationHeight,
@@ -220,7 +222,7 @@ KYIMGLIB_API uint32_t KyRGBFilter_SetBlueValue(KyRGBFilter* filter, uint32_t ind
 KYIMGLIB_API uint32_t KyRGBFilter_SetMultipliers(KyRGBFilter* filter, double red, double green, double blue,
                                                  uint16_t redOffset, uint16_t greenOffset, uint16_t blueOffset);
 
-/* ---- Instruction-set levels: 0 is the plain one, higher ones are faster and give the same bytes ---- */
+/* ---- Instruction-set levels: 0 is the scalar one, higher ones are faster and give the same bytes ---- */
 
 /* Number of levels in this build; their names ("scalar", "sse4", "avx2", "avx512", "avx512vbmi", "neon"), null past the
    end; whether this CPU runs one and the environment variable KYIMGLIB_CPU_LEVEL allows it. */

@@ -12,7 +12,7 @@ namespace {
 // could not run.
 thread_local ThreadContext record;
 
-/// Asking where it lies is a call, in a shared library, which compilers repeat for each use rather than keep the answer.
+/// In a shared library the address of a thread-local variable takes a call, which compilers repeat for each use.
 __attribute__((noinline)) ThreadContext* OwnRecord() { return &record; }
 
 }  // namespace

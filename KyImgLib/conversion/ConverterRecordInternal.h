@@ -14,7 +14,7 @@ namespace ky {
 
 struct Stages;
 
-/// What a conversion asks of a converter's kernels.
+/// What a converter makes its kernels for.
 struct ConversionSettings {
     const KyRGBFilter* filter;  ///< null: the identity
     std::uint32_t flags;        ///< FLAG_ constants

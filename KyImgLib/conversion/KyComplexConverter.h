@@ -34,8 +34,8 @@ public:
 
     /// Converts the whole source image, whatever the area, into the intermediate one, then the area of it. What the first
     /// stage leaves out of the intermediate image is 0. Returns the status of the first stage that fails; the second is then
-    /// not run. Where both stages are converters of this library (not derived from one), there is no intermediate image but a
-    /// few rows of it that the cache holds, and only lines that the area needs are converted.
+    /// not run. Where both stages are converters of this library (not derived from one), only a few rows of the intermediate
+    /// image exist at a time, in a cache, and only lines that the area needs are converted.
     std::uint32_t Convert(const std::uint8_t* source, std::uint32_t sourceWidth, std::uint32_t sourceHeight,
                           std::uint8_t* destination, std::uint32_t destinationWidth, std::uint32_t destinationHeight,
                           std::uint32_t width, std::uint32_t height, std::uint32_t flags,

@@ -24,7 +24,7 @@ struct CopyMaker {
     bool AddKernels(const ky::ConversionSettings& settings, ky::Pipeline& pipeline) const {
         ky::RowKernel::Needs needs;
         needs.wholeRows = true;
-        // Asked once: the answer is behind the registry's lock.
+        // Read once: it takes the registry's lock.
         const std::size_t bytes =
             settings.isExact ? settings.sourceRowBytes : converter->GetSourceByteSize(settings.width);
         pipeline.Add().Set(needs, &CopiedRow::Copy, CopiedRow{bytes});

@@ -3,7 +3,7 @@
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
 
-/// Converts between two types of the same memory layout: copies bytes, and weaves the fields of an interlaced source.
+/// Converts between two types of the same memory layout: copies bytes, and deinterlaces (weave).
 ///
 /// Registering a pixel type creates one from the type to itself and, for an interlaced type, one to its
 /// non-interlaced counterpart. Filters are ignored.

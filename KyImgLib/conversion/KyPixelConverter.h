@@ -12,7 +12,7 @@ class KyRGBFilter;
 /// Converts pixels of one type (the source type) into pixels of another (the destination type).
 ///
 /// There are three forms, one pixel, one line and a rectangular area, and the area form takes an optional filter.
-/// The area form is the fast and complete one: it walks the image, weaves interlaced sources and sets up planar
+/// The area form is the fast and complete one: it converts all lines, deinterlaces and sets up planar
 /// destinations. The line form converts with the settings of the area conversion it is called from.
 ///
 /// Pixels are unsigned bytes without any alignment; samples of more than 8 bits are little-endian 16-bit words.
@@ -30,13 +30,13 @@ public:
     /// Interlaced source: the second half of the source buffer holds the even destination lines, the first half the
     /// odd ones.
     static const std::uint32_t FLAG_INVERT_DEINTERLACER = 0x1;
-    /// Colour order of a Bayer source: its first two pixels, then the two below. When more than one is given, the
-    /// first in this order counts; when none is given, GRBG.
+    /// Bayer pattern of the source: the colours of its first two pixels, then of the two below. When more than one is
+    /// given, the first in this order counts; when none is given, GRBG.
     static const std::uint32_t FLAG_BAYER_GRBG = 0x10;  ///< G R / B G
     static const std::uint32_t FLAG_BAYER_GBRG = 0x20;  ///< G B / R G
     static const std::uint32_t FLAG_BAYER_RGGB = 0x40;  ///< R G / G B
     static const std::uint32_t FLAG_BAYER_BGGR = 0x80;  ///< B G / G R
-    /// Bayer source: interpolate between samples (bilinear) instead of repeating them over each 2 x 2 cell.
+    /// Bayer source: bilinear demosaicing instead of nearest-neighbour, which gives all pixels of a 2 x 2 cell its colours.
     static const std::uint32_t FLAG_BAYER_INTERPOLATE = 0x100;
     ///@}
 
@@ -59,7 +59,7 @@ public:
     virtual std::uint32_t GetDestinationByteSize() const;
 
 protected:
-    /// Number of pixels that the converter likes to work on at a time; the area walk does not use it.
+    /// Preferred number of pixels to work on at a time; area conversions do not use it.
     virtual std::uint32_t GetPipeliningSize() const;
     /// Lines that one line call reads and writes, at least 1.
     virtual std::uint32_t GetLinesPerConvert() const;
@@ -75,7 +75,7 @@ public:
     /// Converts the first `width` pixels of the first `height` lines of an image.
     ///
     /// \param source              first pixel; lines follow one another without padding
-    /// \param sourceWidth         pixels of a line in the source buffer; its line size is GetSourceByteSize(sourceWidth)
+    /// \param sourceWidth         pixels of a line in the source buffer; its stride is GetSourceByteSize(sourceWidth)
     /// \param sourceHeight        lines in the source buffer; finds the second field of an interlaced source
     /// \param destination         first pixel; must not overlap the source
     /// \param destinationWidth    pixels of a line in the destination buffer
@@ -86,10 +86,10 @@ public:
     ///                            lines per convert (2 for Bayer without interpolation and for interlaced sources)
     /// \param flags               FLAG_ constants
     /// \param destinationPadding  bytes after each destination line:
-    ///                            its line size is GetDestinationByteSize(destinationWidth) + destinationPadding
+    ///                            its stride is GetDestinationByteSize(destinationWidth) + destinationPadding
     ///
     /// A planar destination of a source that is not planar has its planes one after the other, each destinationWidth x
-    /// destinationHeight bytes, and the line size of each plane is sourceWidth bytes: padding is ignored, so give the
+    /// destinationHeight bytes, and the stride of each plane is sourceWidth bytes: padding is ignored, so give the
     /// destination the width of the source.
     ///
     /// No argument is checked. Sources in pixel groups (4:2:2 pairs, 4:1:1 quadruples) write whole groups.
@@ -100,7 +100,7 @@ public:
                                   std::uint32_t destinationHeight, std::uint32_t width, std::uint32_t height,
                                   std::uint32_t flags, std::uint32_t destinationPadding) const;
 
-    /// Converts `count` pixels on each of the lines per convert, with line sizes, filter and flags from the thread's
+    /// Converts `count` pixels on each of the lines per convert, with strides, filter and flags from the thread's
     /// context. A class that does not override it returns KY_STATUS_NOT_SUPPORTED; the library's own all convert.
     virtual std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const;
 

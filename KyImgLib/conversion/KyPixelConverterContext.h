@@ -12,9 +12,9 @@ class KyRGBFilter;
 /// all zero but for the reference count.
 struct KyPixelConverterContext {
     std::uint32_t referenceCount;       ///< GetContext() calls of this thread not yet released
-    std::uint32_t sourceLineSize;       ///< bytes from one source line to the next
+    std::uint32_t sourceLineSize;       ///< source stride: bytes from one line to the next
     std::uint32_t sourceHeight;         ///< lines in the source buffer
-    std::uint32_t destinationLineSize;  ///< bytes from one destination line to the next
+    std::uint32_t destinationLineSize;  ///< destination stride: bytes from one line to the next
     std::uint32_t destinationHeight;    ///< lines in the destination buffer
     std::uint32_t planeOffsets[3];      ///< bytes from the start of a planar destination to its three planes
     std::uint32_t flags;                ///< flags of the call, a Bayer pattern added where none was given

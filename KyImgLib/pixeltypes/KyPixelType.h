@@ -42,7 +42,7 @@ public:
 
     /// The registered converter from this type to `other`; null when there is none.
     const KyPixelConverter* FindConverterTo(const KyPixelType& other) const;
-    /// The same as a reference, which is null when there is none: ask HasConverterTo() first, or use FindConverterTo().
+    /// The same as a reference, which is null when there is none: check HasConverterTo() first, or use FindConverterTo().
     const KyPixelConverter& GetConverterTo(const KyPixelType& other) const;
     /// The registered converter from `other` to this type; null reference as above.
     const KyPixelConverter& GetConverterFrom(const KyPixelType& other) const;

@@ -59,7 +59,7 @@ public:
     /// The registered object, owned by the registry; null when the ID is not registered.
     static const KyPixelType* FindPixelType(const std::int64_t& id);
     /// The same as a reference, which is a null reference when the ID is not registered: a compiler may assume that
-    /// cannot be, so ask HasPixelType() first or use FindPixelType().
+    /// cannot be, so check HasPixelType() first or use FindPixelType().
     static const KyPixelType& GetPixelType(const std::int64_t& id);
     static bool HasPixelType(const std::int64_t& id);
 

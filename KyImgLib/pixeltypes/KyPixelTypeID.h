@@ -13,14 +13,14 @@ class KyString;
 ///
 ///     bits   0-15  format index    tells the formats of one colour space apart; it is not the bit depth
 ///     bits  16-18  colour space    grayscale, RGB (Bayer mosaics included) or YUV
-///     bit      20  normalized      samples are left-aligned: scaled to the full range of their container
+///     bit      20  normalized      samples are MSB-aligned: scaled to the full range of their word
 ///     bit      21  interlaced      the image is stored as two fields, one after the other
 ///     bit      22  packed          samples are stored without gaps between them
 ///     bit      23  planar          each colour component is stored in its own plane
-///     bits  24-28  tap layout      how the two outputs of a dual-tap camera are interleaved: one value, no set of flags
+///     bits  24-28  tap layout      how the two taps of a camera are interleaved: one value, no set of flags
 ///
 /// Bits 19 and 29 to 63 are 0 in every built-in ID and are not read. Whether a type is a Bayer mosaic is a
-/// property of its KyPixelType object; the colour order of the mosaic is a flag of each conversion.
+/// property of its KyPixelType object; its Bayer pattern is a flag of each conversion.
 
 /// \name Field masks
 ///@{

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kTypicalSize = std::size_t{16} << 20;
 
 #if defined(__x86_64__)
-/// The processor describes one cache by each sub-leaf: Intel's in leaf 4, AMD's in the same form in leaf 0x8000001D. Asked
+/// The processor describes one cache by each sub-leaf: Intel's in leaf 4, AMD's in the same form in leaf 0x8000001D. Read
 /// here because the C library adds up the last-level caches of a whole socket, of which a core fills only its own.
 std::size_t SizeFromSystem() {
     std::size_t largest = 0;

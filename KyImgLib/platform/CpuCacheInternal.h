@@ -8,12 +8,12 @@ namespace ky {
 /// Bytes of the last-level cache; an estimate where the system does not tell.
 std::size_t LastLevelCacheSize();
 
-/// Whether a conversion that reads and writes this many bytes should write around the caches. Streaming stores win once
+/// Whether a conversion that reads and writes this many bytes should use streaming stores. They win once
 /// source and destination together fill about half of the last level; below that they lose up to 2.5 times.
 inline bool ExceedsCache(std::size_t bytes) { return bytes > LastLevelCacheSize() / 2; }
 
-/// Makes streamed writes visible to other threads in the order of the program. Kernels leave it to the end of an area, for
-/// what waits for them cannot do anything else meanwhile.
+/// SFENCE: makes streaming stores visible to other threads before any later store. Once for each conversion, at its end: the
+/// CPU does nothing else while it waits for them.
 void FinishStreaming();
 
 }  // namespace ky

@@ -16,7 +16,7 @@ struct Level {
 
 bool Always() { return true; }
 
-// Each level asks for all that its kernels are compiled for, and so for all that the level below it needs.
+// Each level checks for every instruction set that its kernels are compiled for, and so for those of the level below it.
 #if defined(__x86_64__)
 bool HasSse4() { return __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.2"); }
 
@@ -55,7 +55,7 @@ std::uint32_t HighestAvailable() {
     return limit;
 }
 
-/// Asked for the first time while the library is loaded.
+/// First called while the library is loaded.
 std::uint32_t Highest() {
     static const std::uint32_t level = HighestAvailable();
     return level;

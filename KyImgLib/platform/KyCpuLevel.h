@@ -7,7 +7,7 @@
 
 /// The instruction-set levels that the library carries kernels for.
 ///
-/// Levels are numbered from 0, the plain level that every CPU runs, upward; a higher level is faster and gives
+/// Levels are numbered from 0, the scalar level that every CPU runs, upward; a higher level is faster and gives
 /// the same bytes. On x86-64 they are "scalar", "sse4" (SSE4.2), "avx2", "avx512" (F, BW, DQ, VL) and
 /// "avx512vbmi" (with VBMI and VBMI2); on 64-bit ARM "scalar" and "neon"; elsewhere "scalar" alone.
 ///
@@ -15,8 +15,8 @@
 /// once at load, holds the name of the highest level that may be used; it only lowers, and an unknown name
 /// changes nothing.
 ///
-/// Every function may be called from any thread. A conversion asks for the active level once for each pass over an image
-/// or line call of its own; change it between conversions.
+/// Every function may be called from any thread. A conversion reads the active level as it begins, a chain may read it for
+/// each stage; all levels give the same bytes.
 class KYIMGLIB_API KyCpuLevel {
 public:
     /// Number of levels that this build of the library carries.

@@ -8,11 +8,13 @@ enum {
     KY_STATUS_SUCCESS = 0,
     /* An argument is out of its range, a handle is null, or the ID or pair is registered already. Nothing was changed. */
     KY_STATUS_BAD_ARGUMENT = 18,
-    /* Memory for the registry, or for what should go into it, could not be allocated. Nothing was changed. */
+    /* There is no memory, or an application's own type or converter has thrown an exception. Registering functions have changed
+       nothing; conversions may have written a part of the destination. */
     KY_STATUS_OUT_OF_MEMORY = 24,
     /* KyPixelTypeFactory::ClonePixelConverters found no converter to copy. */
     KY_STATUS_NOTHING_CLONED = 25,
-    /* This converter does not have the called form (one pixel, one line); nothing was written. */
+    /* The converter does not have the called form (one pixel, one line), or no converter is registered for a pair of images;
+       nothing was written. */
     KY_STATUS_NOT_SUPPORTED = 26
 };
 

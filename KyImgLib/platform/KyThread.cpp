@@ -11,7 +11,7 @@ std::uint32_t KyThread::GetCurrentThreadID() noexcept {
 #if defined(_WIN32)
     return ::GetCurrentThreadId();
 #else
-    // Asked each time: a value kept for the thread would be wrong in the child of a fork.
+    // A system call each time: a value kept for the thread would be wrong in the child of a fork.
     return static_cast<std::uint32_t>(::syscall(SYS_gettid));
 #endif
 }

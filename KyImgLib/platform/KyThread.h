@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+/// The calling thread.
 class KYIMGLIB_API KyThread {
 public:
     /// The operating system's ID of the calling thread: unique among the threads that are alive in this process.

@@ -10,7 +10,7 @@ namespace {
 
 /// Converts lines of an image, whose line `first` is at `source` and goes to `destination`.
 std::uint32_t ConvertLines(const KyPixelConverter& converter, const KyPixelConverterContext& context,
-                           std::uint32_t flags, const std::uint8_t* source, std::size_t sourceLine,
+                           std::uint32_t flags, const std::uint8_t* source, std::size_t sourceStride,
                            std::uint8_t* destination, std::uint32_t count, std::uint32_t first, std::uint32_t lines) {
     constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
     Pipeline pipeline;
@@ -22,7 +22,7 @@ std::uint32_t ConvertLines(const KyPixelConverter& converter, const KyPixelConve
         pipeline.SetSize(i, pipeline.Kernel(i).AreaWidth(count), kMost, height);
     Pipeline::Images images = {};
     images.lines = lines;
-    images.source = SourceRows::FromRow(source, first, static_cast<std::ptrdiff_t>(sourceLine));
+    images.source = SourceRows::FromRow(source, first, static_cast<std::ptrdiff_t>(sourceStride));
     images.destination =
         DestinationRows::FromRow(destination, first, static_cast<std::ptrdiff_t>(context.destinationLineSize));
     pipeline.Run(images, first, first + lines);
@@ -42,13 +42,13 @@ std::uint32_t ConvertLinePair(const KyPixelConverter& converter, const std::uint
 std::uint32_t ConvertInterpolated(const KyPixelConverter& converter, const std::uint8_t* source,
                                   std::uint8_t* destination, std::uint32_t count) {
     const ContextHolder context;
-    // Neighbouring lines are a line of the area's source away, whatever the context says of line sizes since: a composite
-    // converter's line call changes them. A call outside of an area has only the context to go by.
-    const std::size_t areaLine =
+    // The stride is that of the area's source: a composite converter's line call changes the strides in the context. Only a
+    // call outside of an area takes them.
+    const std::size_t areaStride =
         std::size_t{context->areaSourceWidth} * converter.KyPixelConverter::GetSourceByteSize();
-    const std::size_t sourceLine = areaLine != 0 ? areaLine : context->sourceLineSize;
+    const std::size_t sourceStride = areaStride != 0 ? areaStride : context->sourceLineSize;
     return ConvertLines(converter, *context, context->flags | KyPixelConverter::FLAG_BAYER_INTERPOLATE, source,
-                        sourceLine, destination, count, context->lineIndex, 1);
+                        sourceStride, destination, count, context->lineIndex, 1);
 }
 
 }  // namespace ky

@@ -5,7 +5,7 @@
 
 /// Where a Bayer line finds the neighbours of its pixels, for kernels that applications add.
 struct KyBayerGeometry {
-    /// Colour order of the lines with even and with odd index: 0 green red, 1 green blue, 2 red green, 3 blue green.
+    /// Bayer pattern of the lines with even and with odd index: 0 green red, 1 green blue, 2 red green, 3 blue green.
     std::uint32_t evenRowType;
     std::uint32_t oddRowType;
     /// Offsets in pixels of the neighbours of the even pixels of a group of 8 (0, 2, 4, 6), in groups of four: up,
@@ -15,13 +15,14 @@ struct KyBayerGeometry {
 
 /// Base of the converters from Bayer mosaics, one sample per pixel, to RGB.
 ///
-/// The colour order of the mosaic is a FLAG_BAYER_ flag of each conversion. With FLAG_BAYER_INTERPOLATE each missing
-/// colour of a pixel is the truncated average of the neighbours that have it (bilinear; neighbours outside the image
-/// are left out); without, each 2 x 2 cell of samples gives its red and blue to all four pixels and its upper green to
-/// the left, its lower green to the right ones, and a last odd line or pixel is left out. Values then pass the filter.
+/// The Bayer pattern is a FLAG_BAYER_ flag of each conversion. With FLAG_BAYER_INTERPOLATE demosaicing is bilinear: each
+/// missing colour of a pixel is the truncated average of the neighbours that have it; neighbours outside the image are
+/// left out. Without, it is nearest-neighbour: each 2 x 2 cell of samples gives its red and blue to all four pixels, its
+/// upper green to the left and its lower green to the right ones, and a last odd line or pixel is left out. Values then
+/// pass the filter.
 ///
-/// Weave an interlaced source first (by the identity converter to its non-interlaced type): the lines of a field are no
-/// neighbours, and without interpolation each line call of a field writes two lines of the picture.
+/// Deinterlace an interlaced source first (by the identity converter to its non-interlaced type): the lines of a field are
+/// no neighbours, and without interpolation each line call of a field writes two lines of the picture.
 ///
 /// Any number of threads may convert with one object at once, with different widths, patterns and filters.
 class KYIMGLIB_API KyBayerToRGB : public KyPixelConverter {

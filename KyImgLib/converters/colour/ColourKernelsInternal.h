@@ -36,11 +36,11 @@ struct YUVMaker {
         settings.filter = ByteStage(conversion.filter, destinationIsBGR);
         settings.isExchanged = destinationIsBGR;
         settings.sampleShift = static_cast<std::uint8_t>(std::min(sampleShift, 16u));
-        const bool liesReady = sampleBytes == 1 && places[0] < 3 && places[1] < 3 && places[2] < 3;
-        if (!liesReady)
+        const bool isGathered = sampleBytes != 1 || places[0] > 2 || places[1] > 2 || places[2] > 2;
+        if (isGathered)
             table.gray.gather({sampleBytes, group, groupSamples, group == 1, {places[0], places[1], places[2]}},
                               pipeline.Add());
-        for (std::uint8_t i = 0; i < 3; ++i) settings.places[i] = liesReady ? static_cast<std::uint8_t>(places[i]) : i;
+        for (std::uint8_t i = 0; i < 3; ++i) settings.places[i] = isGathered ? i : static_cast<std::uint8_t>(places[i]);
         KernelTo(table.yuv.*kernels, pixelBytes)(settings, pipeline.Add());
         return true;
     }

@@ -8,7 +8,7 @@
 ///     | Y0 | U | Y1 | V |     two pixels, little-endian words; U is Cb, V is Cr
 ///
 /// Each word is shifted right, its low 8 bits count (what is left above 255 wraps), and the rest is the work of
-/// KyYUV8toRGB, pairs included: with an odd count a line call writes one pixel more than asked.
+/// KyYUV8toRGB, pairs included: with an odd count a line call writes one pixel more.
 ///
 /// Any number of threads may convert with one object at once.
 class KYIMGLIB_API KyYUV10ToRGB : public KyPixelConverter {

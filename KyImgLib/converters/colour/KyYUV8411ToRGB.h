@@ -10,8 +10,8 @@
 /// The arithmetic is that of KyYUV8toRGB, with one known flaw that is kept for compatibility: the red of pixels 1, 2 and 3
 /// is computed from Y1. (Green and blue use each pixel's own Y.)
 ///
-/// Pixels are converted in groups of four: a line call reads the whole last group and writes up to three pixels more than
-/// asked, so both buffers need room for them. In an area conversion the surplus pixels of a line are overwritten by the next
+/// Pixels are converted in groups of four: a line call reads the whole last group and writes up to three pixels
+/// more, so both buffers need room for them. In an area conversion the surplus pixels of a line are overwritten by the next
 /// line where lines follow one another without padding. (Of an interlaced source the lines of one field
 /// come first, so there it replaces the first pixel of a line of the other: give interlaced lines whole groups.)
 ///

@@ -17,8 +17,8 @@
 /// each limited to 0 to 255 and then passed through the filter's 8-bit view. A camera that sends "full range" samples comes
 /// out with more contrast than it saw. A line call outside of an area conversion has an identity filter.
 ///
-/// Pixels are converted in pairs: with an odd count a line call reads the whole last pair and writes one pixel more than
-/// asked, so both buffers need room for it. In an area conversion the surplus pixel of a line is overwritten by the next
+/// Pixels are converted in pairs: with an odd count a line call reads the whole last pair and writes one pixel
+/// more, so both buffers need room for it. In an area conversion the surplus pixel of a line is overwritten by the next
 /// line where lines follow one another without padding. (Of an interlaced source the lines of one field
 /// come first, so there it replaces the first pixel of a line of the other: give interlaced lines whole groups.)
 ///

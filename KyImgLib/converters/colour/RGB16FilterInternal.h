@@ -24,7 +24,7 @@ public:
         const std::uint8_t red = filter.GetRedValue8(0), blue = filter.GetBlueValue8(0);
         FillConstant(stage.channel[0], tables, expandFirst ? red : Expand(red, 5));
         FillConstant(stage.channel[2], tables + 512, expandFirst ? blue : Expand(blue, 5));
-        std::fill_n(greenTable, 256, std::uint8_t{0});  // from 64 on never asked for
+        std::fill_n(greenTable, 256, std::uint8_t{0});  // entries from 64 on are never read
         for (std::uint32_t i = 0; i < 64; ++i)
             greenTable[i] = expandFirst ? filter.GetGreenValue8(4 * i) : Expand(filter.GetGreenValue8(i), 6);
         stage.channel[1].table = greenTable;

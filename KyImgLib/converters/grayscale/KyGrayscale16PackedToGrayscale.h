@@ -9,11 +9,11 @@
 ///     10 bits    s0 9 - 2    . . s1 1 0    . . s0 1 0          s1 9 - 2      (numbers are bits of the samples)
 ///     12 bits    s0 11 - 4   s1 3 2 1 0    s0 3 2 1 0          s1 11 - 4
 ///
-/// The packed types of a single output and the "GEV" ones are laid out alike. In types of two outputs s0 belongs to the
-/// left, s1 to the right output, and the tap layout of the source type's ID places them as KyGrayscale16Segmented.h shows.
+/// The packed types of a single tap and the "GEV" ones are laid out alike. In types of two taps s0 belongs to the left,
+/// s1 to the right tap, and the tap layout of the source type's ID places them as KyGrayscale16Segmented.h shows.
 ///
 /// Samples come in pairs: the source size of a line is (pixels / 2) x 3 bytes, and the last pixel of an odd line is not
-/// written (with two outputs, the halves are those of the even number of pixels before it). When a pair of the
+/// written (with two taps, the halves are those of the even number of pixels before it). When a pair of the
 /// source goes on from a line to the next, convert the image as a single line, and nothing is lost. Filters are ignored.
 class KYIMGLIB_API KyGrayscale16PackedConverter : public KyPixelConverter {
 public:

@@ -3,7 +3,7 @@
 
 #include <KyImgLib/converters/grayscale/KyGrayscale16PackedToGrayscale.h>
 
-/// Base of the converters that show packed samples of 10 or 12 bits, of one output or two, as gray in RGB. The gray level g
+/// Base of the converters that show packed samples of 10 or 12 bits, of one tap or two, as gray in RGB. The gray level g
 /// is the high byte of a sample.
 class KYIMGLIB_API KyGrayscale16PackedToRGB : public KyGrayscale16PackedConverter {
 protected:

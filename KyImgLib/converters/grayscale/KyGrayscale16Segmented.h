@@ -4,7 +4,7 @@
 #include <KyImgLib/converters/grayscale/KyGrayscale16ToGrayscale.h>
 
 /// \file
-/// Lines of 16-bit words in which the samples of a camera's two outputs (taps) alternate, to lines in scan order.
+/// Lines of 16-bit words in which the samples of a camera's two taps alternate, to lines in scan order.
 ///
 /// The tap layout of the source type (bits 24 to 28 of its ID) tells where they go. A line of eight pixels in memory is
 ///
@@ -24,7 +24,7 @@
 ///
 /// Dual lines converts two lines at a time (a last odd one is left out) and does not go with interlaced types.
 
-/// Words of two outputs to words, shifted right. For normalized sources the shift that aligns them to the right: 6 for 10
+/// Words of two taps to words, shifted right. For normalized sources the shift that aligns them to the right: 6 for 10
 /// bits, 4 for 12 bits; else 0. Bayer mosaics are served like grayscale.
 class KYIMGLIB_API KyGrayscale16SegmentedToGrayscale16 : public KyGrayscale16Converter {
 public:
@@ -35,7 +35,7 @@ public:
                                         std::uint32_t shift);
 };
 
-/// Words of two outputs to gray RGB24 (three bytes) or RGB32 (three bytes and a 0), or the same as BGR types.
+/// Words of two taps to gray RGB24 (three bytes) or RGB32 (three bytes and a 0), or the same as BGR types.
 class KYIMGLIB_API KyGrayscale16SegmentedToRGB24_32 : public KyGrayscale16Converter {
 public:
     /// \param sourceType            gives the layout
