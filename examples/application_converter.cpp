@@ -35,7 +35,7 @@ public:
     using KyPixelConverter::Convert;  // the line form below would hide the others
     using KyPixelConverter::GetSourceByteSize;
 
-    // Area conversions ask this how far apart the source lines are.
+    // The source stride of area conversions.
     std::uint32_t GetSourceByteSize(std::uint32_t count) const override { return BytesOf(count); }
 
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
@@ -44,7 +44,7 @@ public:
     }
 };
 
-/// A frame of an even orange, colour order RGGB.
+/// A frame of an even orange, Bayer pattern RGGB.
 std::vector<std::uint8_t> MakeFrame(std::uint32_t width, std::uint32_t height) {
     std::vector<std::uint8_t> frame;
     for (std::uint32_t y = 0; y < height; ++y)

@@ -74,9 +74,9 @@ TEST(Composite, FirstStageConvertsTheWholeImageSecondTheArea) {
 
 // Lines of packed pixels take whole bytes each, so an image of odd lines takes more than its pixels in one run.
 TEST(Composite, IntermediateImageHasRoomForLinesThatAreRoundedUp) {
-    const KyIdentityConverter weave(0x00610002, 0x00410002, 2, 2);
+    const KyIdentityConverter deinterlacer(0x00610002, 0x00410002, 2, 2);
     Recorder second(0x00410002, kEndType, 2, 3, 1, 1);
-    const Chain chain(&weave, &second);
+    const Chain chain(&deinterlacer, &second);
     const std::array<std::uint8_t, 24> fields = {};
     std::array<std::uint8_t, 64> destination = {};
     EXPECT_EQ(KY_STATUS_SUCCESS, chain.Convert(fields.data(), 3, 4, destination.data(), 3, 4, 3, 4, 0, 0));

@@ -98,29 +98,29 @@ TEST_P(LineFrame, LargerThanTheCaches) {
             std::uint32_t padding, start;
         } places[] = {{toNext, 0}, {toNext, pixelBytes}, {pixelBytes, 0}, {0, 5}};
         for (const auto& place : places) {
-            const std::size_t lineSize = width * pixelBytes + (planar ? 0 : place.padding);
+            const std::size_t stride = width * pixelBytes + (planar ? 0 : place.padding);
             const auto convert = [&](std::uint32_t level, std::vector<std::uint8_t>& bytes) {
                 const support::ScopedCpuLevel active(level);
-                bytes.assign(lineSize * height * (planar ? 3 : 1) + 192, 0xA5);
+                bytes.assign(stride * height * (planar ? 3 : 1) + 192, 0xA5);
                 std::uint8_t* const aligned = bytes.data() + 64 - reinterpret_cast<std::uintptr_t>(bytes.data()) % 64;
                 kind.converter->Convert(*filter.filter, source.data(), width, height, aligned + place.start, width,
                                         height, width, height, 0, place.padding);
                 return aligned + place.start;
             };
-            const std::uint8_t* const plain = convert(0, memory);
+            const std::uint8_t* const scalar = convert(0, memory);
             for (int sample = 0; sample < 10000 && !planar; ++sample) {
                 const std::uint32_t x = random.Below(width / kind.layout.groupPixels * kind.layout.groupPixels),
                                     y = random.Below(height);
                 std::uint8_t expected[6];
                 const reference::Line line = {source.data() + y * sourceLine, width, filter.tables};
                 reference::Store(kind.format, kind.read(line, x), expected);
-                ASSERT_TRUE(std::equal(expected, expected + pixelBytes, plain + y * lineSize + x * pixelBytes))
+                ASSERT_TRUE(std::equal(expected, expected + pixelBytes, scalar + y * stride + x * pixelBytes))
                     << kind.name << ": " << x << ", " << y;
             }
             for (const std::uint32_t level : support::AvailableLevels()) {
                 if (level == 0) continue;
                 const std::uint8_t* const other = convert(level, otherMemory);
-                ASSERT_EQ(0, std::memcmp(other, plain, lineSize * height * (planar ? 3 : 1) + 64))
+                ASSERT_EQ(0, std::memcmp(other, scalar, stride * height * (planar ? 3 : 1) + 64))
                     << kind.name << " at " << KyCpuLevel::GetName(level) << ", start " << place.start << ", padding "
                     << place.padding;
             }

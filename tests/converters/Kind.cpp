@@ -47,10 +47,10 @@ const std::vector<FilterCase>& FiltersOf(const Samples& samples) {
 
 std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
                        const std::function<void(std::span<std::uint8_t>)>& fill) {
-    const bool interlaced = kind.woven != nullptr && random.Below(4) == 0;
+    const bool interlaced = kind.fromInterlaced != nullptr && random.Below(4) == 0;
     const reference::LineConversion conversion = ConversionOf(kind, form, interlaced);
     const reference::Extent needs = conversion.Needs(area);
-    const KyPixelConverter& converter = interlaced ? *kind.woven : *kind.converter;
+    const KyPixelConverter& converter = interlaced ? *kind.fromInterlaced : *kind.converter;
     const Caller caller(converter, kind.rows, form == Form::kPixel,
                         kind.format == Format::kPlanar ? 1 : converter.GetDestinationByteSize());
     const std::string difference = Difference(

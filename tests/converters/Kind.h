@@ -18,10 +18,10 @@ struct Kind {
     reference::Format format;
     reference::Layout layout;
     reference::Reader read;
-    Samples samples = kByteSamples;                   ///< as its filter sees them
-    reference::Reader readOne = nullptr;              ///< the same of the one-pixel form, where there is one
-    std::shared_ptr<const KyPixelConverter> woven{};  ///< the same from an interlaced source
-    std::uint32_t rows = 1;                           ///< lines of a call
+    Samples samples = kByteSamples;                            ///< as its filter sees them
+    reference::Reader readOne = nullptr;                       ///< the same of the one-pixel form, where there is one
+    std::shared_ptr<const KyPixelConverter> fromInterlaced{};  ///< the same from an interlaced source
+    std::uint32_t rows = 1;                                    ///< lines of a call
 };
 
 inline constexpr std::int64_t kInterlaced = 0x00200000;

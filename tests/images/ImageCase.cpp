@@ -77,13 +77,13 @@ Lines ConvertIdentity(const Shape& shape, const Lines& source, std::uint32_t wid
     if (!shape.isInterlaced) return source;
     const std::uint32_t evenField = flags & KY_FLAG_INVERT_DEINTERLACER;
     const std::size_t line = shape.LineBytes(width);
-    Lines woven;
+    Lines deinterlaced;
     for (std::uint32_t y = 0; y < height; ++y) {
         const auto from =
             source.begin() + static_cast<std::ptrdiff_t>(((y + evenField) % 2 * (height / 2) + y / 2) * line);
-        woven.insert(woven.end(), from, from + static_cast<std::ptrdiff_t>(line));
+        deinterlaced.insert(deinterlaced.end(), from, from + static_cast<std::ptrdiff_t>(line));
     }
-    return woven;
+    return deinterlaced;
 }
 
 /// The area form, which may leave the last column and line as they are: zero.
@@ -135,7 +135,7 @@ Shape::Shape(std::int64_t type) : isInterlaced((type & 0x00200000) != 0), isCsi2
     }
     const reference::TypeFormat format(type);
     isBayer = format.family == reference::Family::kBayer;
-    hasTaps = format.Outputs().size() > 1 || format.IsDualLines();
+    hasTaps = format.CameraTaps().size() > 1 || format.IsDualLines();
     if (format.IsDualLines()) lineStep = 2;
     const std::uint32_t sampleBytes = format.bits > 8 ? 2 : 1;
     if (format.IsPlanar()) {

@@ -96,7 +96,7 @@ AreaCase RandomPairCase(const PairReference& reference, bool filtered, bool inte
     AreaCase test = RandomArea(random, PairFilters(), 1 + random.Below(width), 1 + random.Below(height));
     test.filter = &PairFilters()[filtered ? 1 + random.Below(std::size(kRules) - 1) : 0];
     test.destinationLines = test.height + random.Below(4);
-    test.flags = random.Below(2) * random.Below(16) << 4;  // any orders, or none
+    test.flags = random.Below(2) * random.Below(16) << 4;  // any patterns, or none
     test.flags |= random.Below(2) * KyPixelConverter::FLAG_INVERT_DEINTERLACER;
     if (interpolated) test.flags |= KyPixelConverter::FLAG_BAYER_INTERPOLATE;
     reference.FitSource(test);

@@ -14,7 +14,7 @@ using reference::Family;
 using reference::Format;
 using reference::TypeFormat;
 
-/// Copies the bytes of each line, and weaves the fields of an interlaced image.
+/// Copies the bytes of each line, and deinterlaces.
 class Copy : public Stage {
 public:
     explicit Copy(const TypeFormat& sourceType, std::int64_t destinationID)
@@ -109,7 +109,7 @@ std::optional<Format> FormatOf(const TypeFormat& type) {
         case 0x820002: return Format::kPlanar;
         default: break;
     }
-    if (!type.HasOneSample() || type.IsPacked() || type.fourOutputs || type.Outputs().size() > 1) return std::nullopt;
+    if (!type.HasOneSample() || type.IsPacked() || type.quadTaps || type.CameraTaps().size() > 1) return std::nullopt;
     return type.bits == 8 ? Format::kGray8 : Format::kGray16;
 }
 
@@ -119,7 +119,7 @@ reference::LineConversion FromSamples(const TypeFormat& source, Format format, s
         const std::uint32_t low = source.bits - 8;
         const reference::Sample sample = topBit == 8 ? reference::PackedHighByte()
                                                      : reference::Packed(low, (1u << low) - 1, 4, topBit - source.bits);
-        return {format, {2, 3, true}, reference::GrayOfTaps(sample, source.Outputs(), true)};
+        return {format, {2, 3, true}, reference::GrayOfTaps(sample, source.CameraTaps(), true)};
     }
     const std::uint32_t bytes = source.bits == 8 ? 1 : 2;
     reference::Sample sample = reference::ByteOf(1, 0);
@@ -127,7 +127,7 @@ reference::LineConversion FromSamples(const TypeFormat& source, Format format, s
         sample = source.TopBit() >= topBit ? reference::WordShiftedRight(source.TopBit() - topBit)
                                            : reference::WordShiftedLeft(topBit - source.TopBit());
     if (source.IsDualLines()) return {format, {1, 2 * bytes, false, 0, bytes}, reference::GrayOfLinePair(sample), 2};
-    return {format, {1, bytes}, reference::GrayOfTaps(sample, source.Outputs())};
+    return {format, {1, bytes}, reference::GrayOfTaps(sample, source.CameraTaps())};
 }
 
 std::unique_ptr<Stage> ToRGB(const TypeFormat& source, Format format) {
@@ -142,7 +142,7 @@ std::unique_ptr<Stage> ToRGB(const TypeFormat& source, Format format) {
     switch (source.family) {
         case Family::kGray: break;
         case Family::kBayer:
-            if (source.IsInterlaced() || source.IsPacked() || source.Outputs().size() > 1) return nullptr;
+            if (source.IsInterlaced() || source.IsPacked() || source.CameraTaps().size() > 1) return nullptr;
             if (words) return std::make_unique<Mosaic>(reference::BayerConversion{format, 2, 2}, wordSamples);
             return std::make_unique<Mosaic>(reference::BayerConversion{format, unit, 1}, kByteSamples);
         case Family::kRGB:

@@ -35,7 +35,7 @@ TEST(CpuLevel, TellsItsLevels) {
 }
 
 TEST(CpuLevel, StartsAtTheHighestAvailable) {
-    EXPECT_TRUE(KyCpuLevel::IsAvailable(0)) << "every CPU runs the plain level";
+    EXPECT_TRUE(KyCpuLevel::IsAvailable(0)) << "every CPU runs the scalar level";
     EXPECT_FALSE(KyCpuLevel::IsAvailable(KyCpuLevel::GetCount()));
     EXPECT_EQ(support::AvailableLevels().back(), KyCpuLevel::GetActive());
 }
@@ -43,7 +43,7 @@ TEST(CpuLevel, StartsAtTheHighestAvailable) {
 TEST(CpuLevel, SwitchesToAvailableLevelsOnly) {
     const std::uint32_t original = KyCpuLevel::GetActive();
     for (std::uint32_t level = 0; level <= KyCpuLevel::GetCount(); ++level) {
-        const support::ScopedCpuLevel plain(0);
+        const support::ScopedCpuLevel scalar(0);
         const bool available = KyCpuLevel::IsAvailable(level);
         EXPECT_EQ(available ? KY_STATUS_SUCCESS : KY_STATUS_BAD_ARGUMENT, KyCpuLevel::SetActive(level));
         EXPECT_EQ(available ? level : 0, KyCpuLevel::GetActive());

@@ -16,11 +16,11 @@ struct BayerImage {
     std::uint32_t lineWidth;  ///< pixels from one line to the next
     std::uint32_t step;       ///< bytes of a pixel; the last ones count:
     std::uint32_t sampleBytes;
-    const char* order;    ///< colours of the first two pixels, then of the two below: "GRBG"
+    const char* pattern;  ///< colours of the first two pixels, then of the two below: "GRBG"
     std::uint32_t width;  ///< pixels of a line that are converted
     std::uint32_t lines;  ///< lines that have neighbours to give
 
-    char ColourAt(std::uint32_t x, std::uint32_t y) const { return order[y % 2 * 2 + x % 2]; }
+    char ColourAt(std::uint32_t x, std::uint32_t y) const { return pattern[y % 2 * 2 + x % 2]; }
     unsigned SampleAt(std::uint32_t x, std::uint32_t y) const {
         const std::uint8_t* const sample = samples + (std::size_t{y} * lineWidth + x + 1) * step - sampleBytes;
         return sampleBytes == 1 ? sample[0] : sample[0] + 256u * sample[1];
@@ -73,18 +73,18 @@ struct BayerConversion {
             interpolate ? std::min(area.height + 1, area.destinationLines) : converted.height;
         if (linesRead == 0 || converted.width == 0 || converted.height == 0) return {};
         return {(std::size_t{linesRead - 1} * area.sourceWidth + converted.width) * step,
-                (converted.height - 1) * LineSize(area) + converted.width * BytesOf(format)};
+                (converted.height - 1) * Stride(area) + converted.width * BytesOf(format)};
     }
 
-    void Convert(const Area& area, const char* order, bool interpolate, const Tables& filter,
+    void Convert(const Area& area, const char* pattern, bool interpolate, const Tables& filter,
                  const std::uint8_t* source, std::uint8_t* destination) const {
         const Area converted = Converted(area, interpolate);
-        const BayerImage image = {source,          area.sourceWidth,     step, sampleBytes, order,
+        const BayerImage image = {source,          area.sourceWidth,     step, sampleBytes, pattern,
                                   converted.width, area.destinationLines};
         for (std::uint32_t y = 0; y < converted.height; ++y)
             for (std::uint32_t x = 0; x < converted.width; ++x)
                 Store(format, filter.Apply(BayerPixel(image, interpolate, x, y)),
-                      destination + y * LineSize(area) + x * BytesOf(format));
+                      destination + y * Stride(area) + x * BytesOf(format));
     }
 
 private:
@@ -92,7 +92,7 @@ private:
         if (!interpolate) area.width -= area.width % 2, area.height -= area.height % 2;
         return area;
     }
-    std::size_t LineSize(const Area& area) const {
+    std::size_t Stride(const Area& area) const {
         return std::size_t{area.destinationWidth} * BytesOf(format) + area.padding;
     }
 };

@@ -9,7 +9,7 @@
 
 namespace reference {
 
-/// The parts of a line that the outputs of a camera read, from left to right, and which of them it reads from the right.
+/// The parts of a line that the taps of a camera read, from left to right, and which of them it reads from the right.
 using Taps = std::vector<bool>;
 
 /// The pixels of a line in the order in which the camera sends them: one of each part in turn. Where the width does not

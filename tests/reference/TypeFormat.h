@@ -20,7 +20,7 @@ struct FormatRow {
     std::uint32_t channels = 1;
     Places places = {0, 1, 2};  ///< of red, green and blue, or of Y, U and V
     std::int64_t plain = 0;  ///< the format of the same samples without this order or packing of theirs; 0 for itself
-    bool fourOutputs = false;
+    bool quadTaps = false;
 };
 
 inline constexpr FormatRow kFormats[] = {
@@ -73,9 +73,9 @@ struct TypeFormat : FormatRow {
     bool IsDualLines() const { return (type & 0x10000000) != 0; }
     std::int64_t Deinterlaced() const { return type & ~0x00200000; }
 
-    /// Outputs of the camera that take turns in a line, and which of them run from right to left.
-    Taps Outputs() const {
-        if (fourOutputs) return {false, true, false, true};
+    /// Taps of the camera that take turns in a line, and which of them run from right to left.
+    Taps CameraTaps() const {
+        if (quadTaps) return {false, true, false, true};
         const std::int64_t layout = type & 0x0F000000;
         if (layout == 0) return {false};
         return {layout == 0x04000000 || layout == 0x08000000, layout == 0x02000000 || layout == 0x08000000};

@@ -11,15 +11,15 @@
 #include <string>
 #include <vector>
 
-struct Order {
+struct Pattern {
     const char* name;
     std::uint32_t flag;
 };
 
-inline constexpr std::array<Order, 4> kOrders = {{{"GRBG", KyPixelConverter::FLAG_BAYER_GRBG},
-                                                  {"GBRG", KyPixelConverter::FLAG_BAYER_GBRG},
-                                                  {"RGGB", KyPixelConverter::FLAG_BAYER_RGGB},
-                                                  {"BGGR", KyPixelConverter::FLAG_BAYER_BGGR}}};
+inline constexpr std::array<Pattern, 4> kPatterns = {{{"GRBG", KyPixelConverter::FLAG_BAYER_GRBG},
+                                                      {"GBRG", KyPixelConverter::FLAG_BAYER_GBRG},
+                                                      {"RGGB", KyPixelConverter::FLAG_BAYER_RGGB},
+                                                      {"BGGR", KyPixelConverter::FLAG_BAYER_BGGR}}};
 
 /// A converter of the family for samples at the end of `step` bytes. It registers itself only where its pair is free,
 /// as it is for RGB48.
@@ -66,19 +66,19 @@ inline std::vector<BayerKind> AllBayerKinds() {
 struct BayerCase : AreaCase {
     BayerKind kind;
     std::uint32_t step = kind.samples.bytes;
-    Order order = kOrders[0];
+    Pattern pattern = kPatterns[0];
     bool interpolate = true;
 };
 
 inline std::string Difference(const KyPixelConverter& converter, const BayerCase& test, support::Random& random) {
     AreaCase area = test;
-    area.flags = test.order.flag | (test.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
+    area.flags = test.pattern.flag | (test.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
     const reference::BayerConversion conversion = {test.kind.format, test.step, test.kind.samples.bytes};
     const reference::Extent needs = conversion.Needs(area, test.interpolate);
     const std::string difference = Difference(
         area, needs.source, needs.destination, random, Converting(converter, area),
         [&](const std::uint8_t* source, std::uint8_t* destination) {
-            conversion.Convert(area, test.order.name, test.interpolate, test.filter->tables, source, destination);
+            conversion.Convert(area, test.pattern.name, test.interpolate, test.filter->tables, source, destination);
         });
     return difference.empty() ? "" : test.kind.Name() + " step " + std::to_string(test.step) + difference;
 }

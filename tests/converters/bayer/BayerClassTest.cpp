@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint32_t kInterpolate = KyPixelConverter::FLAG_BAYER_INTERPOLATE;
 const std::int64_t kSource = 0x00020010;
 
-/// A leaf class of an application's: sees what the area form asks for, and opens what is protected.
+/// A leaf class of an application's: sees what the area form calls, and opens what is protected.
 class ApplicationBayer : public KyBayerRGB8ToRGB24 {
 public:
     explicit ApplicationBayer(bool swap = false, std::uint32_t e = 0) : KyBayerRGB8ToRGB24(kSource, swap, e, 9) {}

@@ -20,7 +20,7 @@ protected:
     BayerCase RandomCase(bool interpolate, std::uint32_t width, std::uint32_t height) {
         BayerCase test = {RandomArea(random, filters, width, height), kind};
         if (kind.samples.bytes == 1 && random.Below(2) == 0) test.step = 1 + random.Below(3);
-        test.order = random.Pick(kOrders);
+        test.pattern = random.Pick(kPatterns);
         test.interpolate = interpolate;
         return test;
     }
@@ -81,7 +81,7 @@ TEST_P(BayerFrame, LargerThanTheCaches) {
         const std::uint32_t padding = 64 - width * pixelSize % 64;
         const std::uint32_t flags = KyPixelConverter::FLAG_BAYER_RGGB |
                                     (frame.interpolate ? std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE} : 0);
-        const std::size_t lineSize = width * pixelSize + padding, size = lineSize * height;
+        const std::size_t stride = width * pixelSize + padding, size = stride * height;
         const auto convert = [&](std::uint32_t level, std::vector<std::uint8_t>& memory) {
             const support::ScopedCpuLevel active(level);
             memory.assign(size + 128, 0xA5);
@@ -91,18 +91,18 @@ TEST_P(BayerFrame, LargerThanTheCaches) {
             return aligned + frame.start;
         };
         std::vector<std::uint8_t> memory, otherMemory;
-        const std::uint8_t* const plain = convert(0, memory);
+        const std::uint8_t* const scalar = convert(0, memory);
         const reference::BayerImage image = {mosaic.data(), width, step, kind.samples.bytes, "RGGB", width, height};
         for (int sample = 0; sample < 10000; ++sample) {
             const std::uint32_t x = random.Below(width - 1), y = random.Below(height - height % 2);
             const reference::Rgb pixel = reference::BayerPixel(image, frame.interpolate, x, y);
             std::uint8_t expected[6];
             reference::Store(kind.format, filter.tables.Apply(pixel), expected);
-            ASSERT_TRUE(std::equal(expected, expected + pixelSize, plain + y * lineSize + x * pixelSize))
+            ASSERT_TRUE(std::equal(expected, expected + pixelSize, scalar + y * stride + x * pixelSize))
                 << x << ", " << y;
         }
         for (const std::uint32_t level : support::AvailableLevels())
-            ASSERT_EQ(0, std::memcmp(convert(level, otherMemory), plain, size))
+            ASSERT_EQ(0, std::memcmp(convert(level, otherMemory), scalar, size))
                 << KyCpuLevel::GetName(level) << ", step " << frame.step << ", start " << frame.start;
     }
 }

@@ -15,7 +15,7 @@ TEST(BayerThread, OneConverterServesManyThreads) {
             support::Random random(static_cast<std::uint32_t>(thread));
             for (int round = 0; round < 40; ++round) {
                 BayerCase test = {{}, kind};
-                test.order = random.Pick(kOrders);
+                test.pattern = random.Pick(kPatterns);
                 test.interpolate = random.Below(4) != 0;
                 test.filter = &random.Pick(filters);
                 test.width = 1 + random.Below(300);

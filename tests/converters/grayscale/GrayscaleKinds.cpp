@@ -10,7 +10,7 @@ using reference::Taps;
 using Converter = std::shared_ptr<const KyPixelConverter>;
 
 constexpr std::int64_t kDualLines = 0x10000000;
-/// Layouts of two outputs by their place in an ID; ordinary output is one part that is read forwards.
+/// Layouts of two taps by their place in an ID; a single tap is one part that is read forwards.
 const std::pair<std::int64_t, Taps> kLayouts[] = {{0x01000000, {false, false}},
                                                   {0x02000000, {false, true}},
                                                   {0x04000000, {true, false}},
@@ -19,7 +19,7 @@ const std::pair<std::int64_t, Taps> kLayouts[] = {{0x01000000, {false, false}},
 
 std::string Numbered(const char* name, std::int64_t number) { return std::string(name) + " " + std::to_string(number); }
 
-/// A kind that is made for both a plain and an interlaced source.
+/// A kind that is made for both a progressive and an interlaced source.
 template <typename MakeConverter>
 void Add(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, Format format, reference::Layout layout,
          const reference::Reader& reader, const MakeConverter& make) {
@@ -117,7 +117,7 @@ std::vector<Kind> Packed() {
     return kinds;
 }
 
-std::vector<Kind> TwoOutputs() {
+std::vector<Kind> DualTaps() {
     std::vector<Kind> kinds;
     const auto segmented = [&](Format format, std::uint32_t shift) {
         return [=](std::int64_t type) -> Converter {
@@ -162,13 +162,13 @@ std::vector<Kind> TwoOutputs() {
     return kinds;
 }
 
-std::vector<Kind> FourOutputs() {
+std::vector<Kind> QuadTaps() {
     const Taps taps = {false, true, false, true};
     std::vector<Kind> kinds;
-    Add(kinds, "bytes of four outputs", 0x00010006, Format::kGray8, {1, 1},
+    Add(kinds, "bytes of four taps", 0x00010006, Format::kGray8, {1, 1},
         reference::GrayOfTaps(reference::ByteOf(1, 0), taps),
         [](std::int64_t type) { return std::make_shared<Dalsa4x8ToGrayscale8>(type, 0x00010001); });
-    Add(kinds, "words of four outputs", 0x00010007, Format::kGray16, {1, 2},
+    Add(kinds, "words of four taps", 0x00010007, Format::kGray16, {1, 2},
         reference::GrayOfTaps(reference::WordShiftedRight(0), taps),
         [](std::int64_t type) { return std::make_shared<Dalsa4x16ToGrayscale16>(type, 0x00010002); });
     return kinds;
@@ -180,6 +180,6 @@ std::vector<Group> GrayscaleGroups() {
     return {{"GrayShifts", Shifts},
             {"GrayToRGB", ToRgb},
             {"GrayPacked", Packed},
-            {"GrayTwoOutputs", TwoOutputs},
-            {"GrayFourOutputs", FourOutputs, 2}};
+            {"GrayDualTaps", DualTaps},
+            {"GrayQuadTaps", QuadTaps, 2}};
 }

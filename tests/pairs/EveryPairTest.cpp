@@ -34,7 +34,7 @@ std::string DifferenceOf(const Pair& pair, support::Random& random) try {
     for (const bool filtered : {false, true})
         for (const bool interpolated : {false, true})
             for (const auto& [width, height] : {Pair{9, 11}, Pair{90, 11}, Pair{2500, 7}}) {
-                if (width == 2500 && path.size() == 2) continue;  // only chains have another way for wide lines
+                if (width == 2500 && path.size() == 2) continue;  // only pipelines of several kernels have tiles
                 const AreaCase test =
                     RandomPairCase(reference, filtered, interpolated, static_cast<std::uint32_t>(width),
                                    static_cast<std::uint32_t>(height), random);

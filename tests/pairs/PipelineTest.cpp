@@ -1,5 +1,5 @@
-// Stages of a chain take one another's lines by stretches or by strips, which nobody must see: the same stages, each
-// called for whole images, are what a chain has to equal.
+// A pipeline converts rows and tiles through all stages of a chain, which nobody must see: it has to equal the same stages,
+// each called for whole images.
 #include <tests/pairs/PairReference.h>
 #include <tests/support/CpuLevels.h>
 #include <tests/support/Threads.h>
@@ -14,8 +14,8 @@
 
 namespace {
 
-/// Strips hold as few lines as they ever do from about this size of an intermediate line on.
-constexpr std::uint32_t kWideLine = 24 * 1024;
+/// Intermediate rows of this many bytes are wider than a tile.
+constexpr std::uint32_t kWideRow = 24 * 1024;
 
 /// Throws when there is none.
 const KyPixelConverter& Registered(std::int64_t source, std::int64_t destination) {
@@ -46,8 +46,8 @@ void Convert(const KyPixelConverter& converter, const AreaCase& test, const std:
 }
 
 Picture NewPicture(const KyPixelConverter& last, const AreaCase& test) {
-    const std::size_t lineSize = last.GetDestinationByteSize(std::max(test.destinationWidth, test.sourceWidth));
-    return Picture(test.destinationLines * (lineSize + test.padding) + kSlack, 0x5A);
+    const std::size_t stride = last.GetDestinationByteSize(std::max(test.destinationWidth, test.sourceWidth));
+    return Picture(test.destinationLines * (stride + test.padding) + kSlack, 0x5A);
 }
 
 Picture Converted(const KyPixelConverter& chain, const AreaCase& test, const std::uint8_t* source) {
@@ -63,9 +63,9 @@ public:
         for (std::size_t i = 0; i + 1 < path.size(); ++i) stages.push_back(&Registered(path[i], path[i + 1]));
     }
 
-    /// An area of lines of a wide image; intermediate lines take at least about `lineBytes`.
-    AreaCase RandomCase(bool interpolated, std::uint32_t lineBytes, std::uint32_t height) {
-        const std::uint32_t pixels = lineBytes / stages.front()->GetDestinationByteSize();
+    /// An area of a wide image; intermediate rows take at least about `rowBytes`.
+    AreaCase RandomCase(bool interpolated, std::uint32_t rowBytes, std::uint32_t height) {
+        const std::uint32_t pixels = rowBytes / stages.front()->GetDestinationByteSize();
         AreaCase test = RandomPairCase(reference, random.Below(2) == 0, interpolated, 1, height, random);
         test.sourceWidth = pixels + random.Below(pixels / 8);
         test.width = random.Below(2) == 0 ? test.sourceWidth : 1 + random.Below(test.sourceWidth);
@@ -115,16 +115,16 @@ private:
 /// Pairs whose chains have something of everything.
 const Path kEnds[] = {
     {0x00610002, KY_TYPE_RGB24},         // interlaced, packed
-    {0x02610003, KY_TYPE_BGR32},         // interlaced, packed, of two outputs
+    {0x02610003, KY_TYPE_BGR32},         // interlaced, packed, of two taps
     {0x00220011, KY_TYPE_RGB24},         // interlaced Bayer
     {0x00320014, KY_TYPE_RGB16},         // the same, normalized
     {0x00220011, KY_TYPE_RGB24_PLANAR},  // through two intermediate images
     {0x00420012, KY_TYPE_RGB24_PLANAR},  // packed Bayer
-    {0x08420011, KY_TYPE_BGR24},         // packed Bayer of two outputs
-    {0x01020010, KY_TYPE_RGB32},         // bytes of two outputs, Bayer
+    {0x08420011, KY_TYPE_BGR24},         // packed Bayer of two taps
+    {0x01020010, KY_TYPE_RGB32},         // bytes of two taps, Bayer
     {0x00020010, KY_TYPE_RGB24_PLANAR},  // Bayer first
     {0x10010001, KY_TYPE_RGB24_PLANAR},  // two lines at a time
-    {0x00110007, KY_TYPE_GRAYSCALE8},    // four outputs
+    {0x00110007, KY_TYPE_GRAYSCALE8},    // four taps
     {0x00410008, KY_TYPE_RGB16},         // packed as GigE Vision does it
     {0x00440006, KY_TYPE_RGB24_PLANAR},  // 4:1:1
     {0x00040001, KY_TYPE_RGB24_PLANAR},  // 4:2:2
@@ -134,31 +134,31 @@ const Path kEnds[] = {
     {0x00020001, KY_TYPE_RGB24_PLANAR},  // 5-6-5
 };
 
-class ChainStrips : public testing::TestWithParam<Path> {
+class PipelineRows : public testing::TestWithParam<Path> {
 protected:
     const KyPixelConverter& registered = Registered(GetParam().front(), GetParam().back());
     Chain chain{PathOf(registered)};
 };
 
-TEST_P(ChainStrips, OfWideLines) {
+TEST_P(PipelineRows, AreMadeInTiles) {
     EXPECT_NE(nullptr, dynamic_cast<const KyComplexConverter*>(&registered));
-    const Picture source = support::Random(12).Bytes(8 * kWideLine * 64 + kRoom);
+    const Picture source = support::Random(12).Bytes(8 * kWideRow * 64 + kRoom);
     for (const bool interpolated : {false, true})
         for (std::uint32_t height = 1; height <= 40; ++height)
-            ASSERT_EQ("", chain.Run(registered, chain.RandomCase(interpolated, kWideLine, height), source));
+            ASSERT_EQ("", chain.Run(registered, chain.RandomCase(interpolated, kWideRow, height), source));
 }
 
-TEST_P(ChainStrips, OfHighImages) {
+TEST_P(PipelineRows, AreMadeInBatches) {
     const Picture source = support::Random(12).Bytes(16000000 + kRoom);
     for (const bool interpolated : {false, true})
-        for (const std::uint32_t lineBytes : {500u, 3000u, 9000u, 3 * kWideLine}) {
-            const AreaCase test = chain.RandomCase(interpolated, lineBytes, std::min(1200u, 3000000 / lineBytes));
+        for (const std::uint32_t rowBytes : {500u, 3000u, 9000u, 3 * kWideRow}) {
+            const AreaCase test = chain.RandomCase(interpolated, rowBytes, std::min(1200u, 3000000 / rowBytes));
             ASSERT_EQ("", chain.Run(registered, test, source));
         }
 }
 
-/// Whose last stage writes past the caches, and of which one asks for the source ahead.
-TEST(ChainFrame, LargerThanTheCaches) {
+/// The last stage uses streaming stores, and stages prefetch the source.
+TEST(PipelineFrame, IsLargerThanTheCaches) {
     const Path ends[] = {{0x00420012, KY_TYPE_RGB24_PLANAR}, {0x01020010, KY_TYPE_RGB32},
                          {0x00040001, KY_TYPE_RGB24_PLANAR}, {0x00640006, KY_TYPE_RGB24_PLANAR},
                          {0x02610003, KY_TYPE_BGR32},        {0x00610002, KY_TYPE_RGB24},
@@ -167,9 +167,9 @@ TEST(ChainFrame, LargerThanTheCaches) {
     for (const Path& path : ends) {
         const KyPixelConverter& registered = Registered(path.front(), path.back());
         Chain chain{PathOf(registered)};
-        for (const bool linesAreAligned : {false, true}) {  // and Bayer can stream them
+        for (const bool rowsAreAligned : {false, true}) {  // and Bayer can stream them
             AreaCase test = chain.RandomCase(true, 4000 * chain.stages.front()->GetDestinationByteSize(), 3500);
-            if (linesAreAligned) test.sourceWidth -= test.sourceWidth % 64;
+            if (rowsAreAligned) test.sourceWidth -= test.sourceWidth % 64;
             test.width = test.destinationWidth = test.sourceWidth;
             test.height = test.sourceLines = test.destinationLines = 55 * 64;  // so planes are aligned
             test.padding = 0;
@@ -179,10 +179,10 @@ TEST(ChainFrame, LargerThanTheCaches) {
 }
 
 /// Conversions that have begun at one level go on at another.
-TEST(ChainFrame, WhileTheLevelChanges) {
+TEST(PipelineFrame, IsTheSameWhileTheLevelChanges) {
     const support::ScopedCpuLevel before(KyCpuLevel::GetActive());
     const Path ends[] = {{0x00420012, KY_TYPE_RGB24}, {0x00410008, KY_TYPE_RGB16}, {0x00020003, KY_TYPE_RGB24_PLANAR}};
-    const Picture source = support::Random(12).Bytes(8 * kWideLine * 10 + kRoom);
+    const Picture source = support::Random(12).Bytes(8 * kWideRow * 10 + kRoom);
     for (const Path& path : ends) {
         const KyPixelConverter& registered = Registered(path.front(), path.back());
         Chain chain{PathOf(registered)};
@@ -203,7 +203,7 @@ TEST(ChainFrame, WhileTheLevelChanges) {
     }
 }
 
-TEST_P(ChainStrips, OnManyThreads) {
+TEST_P(PipelineRows, AreMadeOnManyThreads) {
     constexpr int kThreads = 3;
     struct Work {
         AreaCase test;
@@ -211,7 +211,7 @@ TEST_P(ChainStrips, OnManyThreads) {
         Picture expected;
         std::string difference;
     };
-    const Picture source = support::Random(12).Bytes(8 * kWideLine * 54 + kRoom);
+    const Picture source = support::Random(12).Bytes(8 * kWideRow * 54 + kRoom);
     std::array<Work, kThreads> works;
     for (std::uint32_t i = 0; Work & work : works) {
         work.test = chain.RandomCase(i % 2 == 0, 6000u << i, 30);
@@ -227,7 +227,7 @@ TEST_P(ChainStrips, OnManyThreads) {
     for (const Work& work : works) EXPECT_EQ("", work.difference) << Describe(chain.path);
 }
 
-INSTANTIATE_TEST_SUITE_P(Chains, ChainStrips, testing::ValuesIn(kEnds),
+INSTANTIATE_TEST_SUITE_P(Chains, PipelineRows, testing::ValuesIn(kEnds),
                          [](const auto& test) { return NameOf(test.param); });
 
 /// Chains of chains, built from the first two stages on or from the last two.
@@ -250,28 +250,28 @@ private:
     std::vector<std::unique_ptr<KyComplexConverter>> chains;
 };
 
-class ChainShape : public testing::TestWithParam<Path> {};
+class PipelineNesting : public testing::TestWithParam<Path> {};
 
-TEST_P(ChainShape, DoesNotShow) {
+TEST_P(PipelineNesting, DoesNotShow) {
     Chain chain(GetParam());
-    const Picture source = support::Random(12).Bytes(8 * kWideLine * 64 + kRoom);
+    const Picture source = support::Random(12).Bytes(8 * kWideRow * 64 + kRoom);
     for (const bool fromTheFirst : {false, true}) {
         const Nest nest(chain.stages, fromTheFirst);
         for (const bool interpolated : {false, true})
             for (const std::uint32_t height : {1u, 2u, 7u, 8u, 9u, 10u, 16u, 17u, 33u, 40u})
-                for (const std::uint32_t lineBytes : {kWideLine / 8, kWideLine}) {
-                    AreaCase test = chain.RandomCase(interpolated, lineBytes, height);
+                for (const std::uint32_t rowBytes : {kWideRow / 8, kWideRow}) {
+                    AreaCase test = chain.RandomCase(interpolated, rowBytes, height);
                     test.sourceLines += test.sourceLines % 2;  // a second stage may look for fields
                     ASSERT_EQ("", chain.Run(nest.Outermost(), test, source));
                 }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Paths, ChainShape,
+INSTANTIATE_TEST_SUITE_P(Paths, PipelineNesting,
                          testing::Values(Path{0x00220011, 0x00020011, KY_TYPE_RGB24, KY_TYPE_RGB24_PLANAR},
                                          Path{0x00420012, 0x00020012, KY_TYPE_RGB24, KY_TYPE_RGB32, KY_TYPE_RGB16},
                                          Path{0x10010001, 0x00010001, KY_TYPE_RGB24, KY_TYPE_BGR24},
-                                         // more stages than follow one another in strips
+                                         // more stages than a pipeline has kernels
                                          Path{0x00310005, 0x00110005, 0x00010005, 0x00010002, KY_TYPE_RGB24,
                                               KY_TYPE_BGR24},
                                          // an intermediate image of two fields
