@@ -1,4 +1,4 @@
-#include "LimitKernels.h"
+#include "BaselineKernels.h"
 
 #include <array>
 #include <cstring>
@@ -24,7 +24,7 @@ constexpr std::size_t kBlock = 64;
 enum class Way {
     kOrdinary,
     kStreaming,   // past the caches: the fastest way out to memory, slow where the destination would fit a cache
-    kPrefetched,  // destination lines asked for, with the intent to write, before they are stored to
+    kPrefetched,  // destination cache lines prefetched with the intent to write (PREFETCHW)
 };
 
 constexpr std::size_t kDestinationAhead = 6144;
@@ -94,7 +94,7 @@ template <std::size_t Loads, std::size_t Stores, Way way>
 
 /// With whatever the compiler makes of it for any CPU of the architecture.
 template <std::size_t Loads, std::size_t Stores>
-void MovePlain(const std::uint8_t* source, std::uint8_t* destination, std::size_t sourceBytes) {
+void MovePortable(const std::uint8_t* source, std::uint8_t* destination, std::size_t sourceBytes) {
     using Words = std::array<std::uint64_t, kBlock / sizeof(std::uint64_t)>;
     for (std::size_t steps = sourceBytes / (kBlock * Loads); steps > 0; --steps) {
         Words blocks[Loads];
@@ -110,9 +110,9 @@ void MovePlain(const std::uint8_t* source, std::uint8_t* destination, std::size_
 }
 
 template <std::size_t Loads, std::size_t Stores>
-std::vector<LimitKernel> Kernels() {
+std::vector<BaselineKernel> Kernels() {
 #if defined(__x86_64__)
-    std::vector<LimitKernel> kernels;
+    std::vector<BaselineKernel> kernels;
     if (__builtin_cpu_supports("avx512f"))
         kernels = {{"avx512", &Move512<Loads, Stores, Way::kOrdinary>},
                    {"avx512 streaming", &Move512<Loads, Stores, Way::kStreaming>},
@@ -123,13 +123,13 @@ std::vector<LimitKernel> Kernels() {
                                        {"avx2 prefetchw", &Move256<Loads, Stores, Way::kPrefetched>}});
     if (!kernels.empty()) return kernels;
 #endif
-    return {{"plain", &MovePlain<Loads, Stores>}};
+    return {{"portable", &MovePortable<Loads, Stores>}};
 }
 
 struct Ratio {
     std::size_t sourceBytes;
     std::size_t destinationBytes;
-    std::vector<LimitKernel> (*kernels)();
+    std::vector<BaselineKernel> (*kernels)();
 };
 
 /// Of source to destination bytes, reduced.
@@ -141,13 +141,13 @@ constexpr Ratio kRatios[] = {
 
 }  // namespace
 
-std::vector<LimitKernel> LimitKernelsFor(std::size_t sourceBytes, std::size_t destinationBytes) {
+std::vector<BaselineKernel> BaselineKernelsFor(std::size_t sourceBytes, std::size_t destinationBytes) {
     const std::size_t divisor = std::gcd(sourceBytes, destinationBytes);
     const std::size_t source = sourceBytes / divisor, destination = destinationBytes / divisor;
     for (const Ratio& ratio : kRatios)
         if (ratio.sourceBytes == source && ratio.destinationBytes == destination) return ratio.kernels();
-    throw std::runtime_error("no limit kernel moves " + std::to_string(source) + " to " + std::to_string(destination) +
-                             " bytes; add the ratio to LimitKernels.cpp");
+    throw std::runtime_error("no baseline kernel moves " + std::to_string(source) + " to " +
+                             std::to_string(destination) + " bytes; add the ratio to BaselineKernels.cpp");
 }
 
 }  // namespace kybench

@@ -1,4 +1,4 @@
-#include "Limits.h"
+#include "Baselines.h"
 
 #include "Registration.h"
 
@@ -7,41 +7,41 @@
 
 namespace kybench {
 
-Limit LimitOf(const Conversion& conversion) {
+Baseline BaselineOf(const Conversion& conversion) {
     const std::size_t source = conversion.GetSourceBytes(), destination = conversion.GetDestinationBytes();
-    return {conversion.size, source, destination, LimitKernelsFor(source, destination)};
+    return {conversion.size, source, destination, BaselineKernelsFor(source, destination)};
 }
 
-std::vector<Limit> LimitsOf(const std::vector<Conversion>& conversions) {
-    std::vector<Limit> limits;
+std::vector<Baseline> BaselinesOf(const std::vector<Conversion>& conversions) {
+    std::vector<Baseline> baselines;
     for (const Conversion& conversion : conversions) {
-        const Limit limit = LimitOf(conversion);
-        const bool isThere = std::any_of(limits.begin(), limits.end(), [&](const Limit& other) {
-            return other.sourceBytes == limit.sourceBytes && other.destinationBytes == limit.destinationBytes &&
-                   other.size.width == limit.size.width;
+        const Baseline baseline = BaselineOf(conversion);
+        const bool isThere = std::any_of(baselines.begin(), baselines.end(), [&](const Baseline& other) {
+            return other.sourceBytes == baseline.sourceBytes && other.destinationBytes == baseline.destinationBytes &&
+                   other.size.width == baseline.size.width;
         });
-        if (!isThere) limits.push_back(limit);
+        if (!isThere) baselines.push_back(baseline);
     }
-    return limits;
+    return baselines;
 }
 
-std::string BenchmarkName(const Limit& limit, const LimitKernel& kernel) {
-    const auto pixels = static_cast<double>(limit.size.GetPixelCount());
+std::string BenchmarkName(const Baseline& baseline, const BaselineKernel& kernel) {
+    const auto pixels = static_cast<double>(baseline.size.GetPixelCount());
     std::ostringstream name;
-    name << "Limit/" << static_cast<double>(limit.sourceBytes) / pixels << ':'
-         << static_cast<double>(limit.destinationBytes) / pixels << '/' << limit.size.width << 'x' << limit.size.height
-         << '/' << kernel.name;
+    name << "Baseline/" << static_cast<double>(baseline.sourceBytes) / pixels << ':'
+         << static_cast<double>(baseline.destinationBytes) / pixels << '/' << baseline.size.width << 'x'
+         << baseline.size.height << '/' << kernel.name;
     return name.str();
 }
 
-void RegisterBenchmarks(const Limit& limit, const Frames& frames) {
-    for (const LimitKernel& kernel : limit.kernels)
-        RegisterByCpuTime(BenchmarkName(limit, kernel), [limit, kernel, &frames](benchmark::State& state) {
+void RegisterBenchmarks(const Baseline& baseline, const Frames& frames) {
+    for (const BaselineKernel& kernel : baseline.kernels)
+        RegisterByCpuTime(BenchmarkName(baseline, kernel), [baseline, kernel, &frames](benchmark::State& state) {
             for ([[maybe_unused]] auto _ : state) {
-                kernel.move(frames.GetSource(), frames.GetDestination(), limit.sourceBytes);
+                kernel.move(frames.GetSource(), frames.GetDestination(), baseline.sourceBytes);
                 benchmark::ClobberMemory();
             }
-            state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(limit.size.GetPixelCount()));
+            state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(baseline.size.GetPixelCount()));
         });
 }
 

@@ -1,31 +1,31 @@
-#ifndef KYBENCH_LIMITS_H
-#define KYBENCH_LIMITS_H
+#ifndef KYBENCH_BASELINES_H
+#define KYBENCH_BASELINES_H
 
+#include "BaselineKernels.h"
 #include "Conversions.h"
-#include "LimitKernels.h"
 
 #include <string>
 #include <vector>
 
 namespace kybench {
 
-/// What a conversion is measured against: the fastest of the kernels that only move as many bytes.
-struct Limit {
+/// The memory-bound baseline of a conversion: the fastest of the kernels that only copy as many bytes.
+struct Baseline {
     Size size;
     std::size_t sourceBytes;
     std::size_t destinationBytes;
-    std::vector<LimitKernel> kernels;
+    std::vector<BaselineKernel> kernels;
 };
 
-Limit LimitOf(const Conversion& conversion);
+Baseline BaselineOf(const Conversion& conversion);
 
-/// The limits of all conversions, each once.
-std::vector<Limit> LimitsOf(const std::vector<Conversion>& conversions);
+/// The baselines of all conversions, each once.
+std::vector<Baseline> BaselinesOf(const std::vector<Conversion>& conversions);
 
-/// "Limit/1:3/1920x1080/avx2", with the bytes of a source and a destination pixel.
-std::string BenchmarkName(const Limit& limit, const LimitKernel& kernel);
+/// "Baseline/1:3/1920x1080/avx2", with the bytes of a source and a destination pixel.
+std::string BenchmarkName(const Baseline& baseline, const BaselineKernel& kernel);
 
-void RegisterBenchmarks(const Limit& limit, const Frames& frames);
+void RegisterBenchmarks(const Baseline& baseline, const Frames& frames);
 
 }  // namespace kybench
 

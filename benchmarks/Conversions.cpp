@@ -27,7 +27,7 @@ bool IsWanted(const Row& row, Size size, const Options& options) {
             if (stage == row.conversion &&
                 std::regex_search(NameOf({chain.row, 0, 0, 0, Filter::kNone}, size), options.filter))
                 return true;
-    // And neither does a filtered row without its plain one.
+    // And neither does a filtered row without its unfiltered one.
     Row filtered = row;
     filtered.filter = Filter::kWhiteBalance;
     return std::regex_search(NameOf(filtered, size), options.filter);

@@ -25,7 +25,7 @@ struct Conversion {
     std::size_t GetDestinationBytes() const;
 };
 
-/// The rows that the options ask for and the plain rows that those are compared with, in the table's order. Throws
+/// The rows that the options select and the unfiltered rows that those are compared with, in the table's order. Throws
 /// std::runtime_error when the library has no converter for one of them.
 std::vector<Conversion> SelectConversions(const Options& options);
 

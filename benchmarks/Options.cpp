@@ -77,7 +77,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         } else if (const auto filter = ValueOf("--filter", arguments, i)) {
             options.filter = ParseFilter(*filter);
         } else if (const auto sameFilter = ValueOf("--benchmark_filter", arguments, i)) {
-            // Google Benchmark itself would drop the limits of the rows that match.
+            // Google Benchmark itself would drop the baselines of the rows that match.
             options.filter = ParseFilter(*sameFilter);
         } else {
             if (arguments[i].starts_with("--benchmark_format")) options.wantsOtherFormat = true;

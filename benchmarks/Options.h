@@ -8,7 +8,7 @@
 
 namespace kybench {
 
-/// What the command line asks for.
+/// What the command line says.
 struct Options {
     bool help = false;
     std::vector<std::uint32_t> levels;            ///< CPU levels to measure, each available here

@@ -39,11 +39,11 @@ std::optional<Reporter::Times> Reporter::TimesOf(const std::string& benchmarkNam
     return Times{(times[(times.size() - 1) / 2] + times[times.size() / 2]) / 2, times.front()};
 }
 
-Reporter::LimitTimes Reporter::TimesOf(const Limit& limit) const {
+Reporter::BaselineTimes Reporter::TimesOf(const Baseline& baseline) const {
     constexpr double never = std::numeric_limits<double>::infinity();
-    LimitTimes fastest{{never, never}, "not measured"};
-    for (const LimitKernel& kernel : limit.kernels) {
-        const auto times = TimesOf(BenchmarkName(limit, kernel));
+    BaselineTimes fastest{{never, never}, "not measured"};
+    for (const BaselineKernel& kernel : baseline.kernels) {
+        const auto times = TimesOf(BenchmarkName(baseline, kernel));
         if (!times) continue;
         fastest.times.minimum = std::min(fastest.times.minimum, times->minimum);
         if (times->median < fastest.times.median) {
@@ -58,13 +58,14 @@ void Reporter::PrintConversion(const Conversion& conversion) const {
     const auto times = TimesOf(BenchmarkName(conversion.row, conversion.size, conversion.level));
     if (!times) return;
     const auto pixels = static_cast<double>(conversion.size.GetPixelCount());
-    const auto [limit, kernel] = TimesOf(LimitOf(conversion));
+    const auto [baseline, kernel] = TimesOf(BaselineOf(conversion));
     std::printf("%-39s %-10s %7.4f %7.4f   %7.4f  %-16s %7.2f %7.2f", NameOf(conversion.row, conversion.size).c_str(),
                 KyCpuLevel::GetName(conversion.level), times->median / pixels, times->minimum / pixels,
-                limit.median / pixels, kernel, times->median / limit.median, times->minimum / limit.minimum);
+                baseline.median / pixels, kernel, times->median / baseline.median, times->minimum / baseline.minimum);
     if (conversion.row.filter != Filter::kNone)
-        if (const auto plain = TimesOf(BenchmarkName(PlainOf(conversion.row), conversion.size, conversion.level)))
-            std::printf(" %7.2f", times->median / plain->median);
+        if (const auto unfiltered =
+                TimesOf(BenchmarkName(UnfilteredOf(conversion.row), conversion.size, conversion.level)))
+            std::printf(" %10.2f", times->median / unfiltered->median);
     std::printf("\n");
 }
 
@@ -94,10 +95,10 @@ void Reporter::PrintChains() const {
 void Reporter::Finalize() {
     if (!conversions.empty())
         std::printf(
-            "\n%-39s %-10s %15s   %-25s %15s %7s\n"
-            "%-39s %-10s %7s %7s   %7s  %-16s %7s %7s %7s\n",
-            "", "", "ns per pixel", "limit", "times the limit", "times", "row", "level", "median", "minimum", "median",
-            "kernel", "median", "minimum", "plain");
+            "\n%-39s %-10s %15s   %-25s %15s %10s\n"
+            "%-39s %-10s %7s %7s   %7s  %-16s %7s %7s %10s\n",
+            "", "", "ns per pixel", "baseline", "times baseline", "times", "row", "level", "median", "minimum",
+            "median", "kernel", "median", "minimum", "unfiltered");
     for (const Conversion& conversion : conversions) PrintConversion(conversion);
     PrintChains();
 

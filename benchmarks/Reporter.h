@@ -1,8 +1,8 @@
 #ifndef KYBENCH_REPORTER_H
 #define KYBENCH_REPORTER_H
 
+#include "Baselines.h"
 #include "Conversions.h"
-#include "Limits.h"
 
 #include <benchmark/benchmark.h>
 
@@ -28,14 +28,14 @@ private:
         double median;
         double minimum;
     };
-    struct LimitTimes {
+    struct BaselineTimes {
         Times times;         ///< the smallest median and the smallest minimum of any kernel
         const char* kernel;  ///< the one with the smallest median
     };
 
     /// None when it was not measured.
     std::optional<Times> TimesOf(const std::string& benchmarkName) const;
-    LimitTimes TimesOf(const Limit& limit) const;
+    BaselineTimes TimesOf(const Baseline& baseline) const;
     void PrintConversion(const Conversion& conversion) const;
     void PrintChains() const;
 

@@ -116,10 +116,10 @@ std::string NameOf(const Row& row, Size size) {
     return row.conversion + std::string(filter) + std::to_string(size.width) + "x" + std::to_string(size.height);
 }
 
-Row PlainOf(const Row& row) {
-    Row plain = row;
-    plain.filter = kNone;
-    return plain;
+Row UnfilteredOf(const Row& row) {
+    Row unfiltered = row;
+    unfiltered.filter = kNone;
+    return unfiltered;
 }
 
 }  // namespace kybench

@@ -43,7 +43,7 @@ std::span<const Chain> AllChains();
 std::string NameOf(const Row& row, Size size);
 
 /// The same conversion without a filter.
-Row PlainOf(const Row& row);
+Row UnfilteredOf(const Row& row);
 
 }  // namespace kybench
 

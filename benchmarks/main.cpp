@@ -1,5 +1,5 @@
+#include "Baselines.h"
 #include "Conversions.h"
-#include "Limits.h"
 #include "LoadTime.h"
 #include "Options.h"
 #include "Reporter.h"
@@ -46,7 +46,7 @@ void Run(char* program, const std::vector<std::string>& arguments) {
     const std::vector<Conversion> conversions = SelectConversions(options);
     const Frames frames = MakeFrames(conversions);
     for (const Conversion& conversion : conversions) RegisterBenchmark(conversion, frames);
-    for (const Limit& limit : LimitsOf(conversions)) RegisterBenchmarks(limit, frames);
+    for (const Baseline& baseline : BaselinesOf(conversions)) RegisterBenchmarks(baseline, frames);
     const int otherRows = RegisterSmallConversions(options) + RegisterLoadTimes(options);
     if (conversions.empty() && otherRows == 0) throw std::runtime_error("the filter matches no row");
 
