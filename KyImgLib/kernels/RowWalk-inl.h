@@ -169,7 +169,7 @@ private:
         const Rows localRows = on;
         Prefetcher<Step::kPrefetchRows> prefetcher(prefetch, firstRow, (last - x) / kPixels + 1, &on);
         if constexpr (Step::kIsShort) {
-            for (std::size_t steps = (last - x) / kPixels; steps != 0; --steps, x += kPixels) {
+            for (std::size_t steps = (last - x + kPixels - 1) / kPixels; steps != 0; --steps, x += kPixels) {
                 prefetcher.Step();
                 Step::template Run<kStream>(localState, localRows, x);
             }
