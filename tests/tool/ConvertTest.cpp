@@ -96,19 +96,40 @@ TEST_F(ConvertTest, GrayKeepsItsDepth) {
     }
 }
 
-TEST_F(ConvertTest, OddSizesKeepWhatWasConverted) {
-    Write("odd.raw", MakeBytes(7 * 5));
-    const std::string command = "convert odd.raw --type 0x20010 --size 7x5 --bayer GRBG --to RGB24 ";
-    EXPECT_NE(Run(command + "-o out.png").messages.find("6x4"), std::string::npos);
-    const Bytes cropped = DecodePng("out.png").samples;
-    ASSERT_EQ(Run(command + "-q -o out.raw").messages, "");
-    EXPECT_EQ(Read("out.raw"), cropped);
-    EXPECT_EQ(cropped.size(), 3U * 6 * 4);
-    EXPECT_EQ(std::vector(cropped.begin(), cropped.begin() + 18),
-              std::vector(cropped.begin() + 18, cropped.begin() + 36))
-        << "lines of a cell do not stand one below the other";
-    ASSERT_EQ(Run(command + "-i -o out.png").messages, "");
-    EXPECT_EQ(DecodePng("out.png").width, 7U);
+TEST_F(ConvertTest, OddSizesAreWhole) {
+    Bytes odd = MakeBytes(7 * 5), rgb(3 * odd.size());
+    Write("odd.raw", odd);
+    for (const std::string options : {"", "-i "}) {
+        const KyImage source = {0x20010, 7, 5, odd.data(), odd.size(), 0, 0};
+        const KyImage picture = {KY_TYPE_RGB24, 7, 5, rgb.data(), rgb.size(), 0, 0};
+        const KyConversion conversion = {sizeof conversion, options.empty() ? 0x10U : 0x110U, nullptr, 0, 0};
+        ASSERT_EQ(KyImageConverter(0x20010, KY_TYPE_RGB24).Convert(source, picture, &conversion), KY_STATUS_SUCCESS);
+        const std::string command = "convert odd.raw --type 0x20010 --size 7x5 --bayer GRBG " + options;
+        ASSERT_EQ(Run(command + "-o out.png").messages, "");
+        EXPECT_EQ(DecodePng("out.png").width, 7U);
+        EXPECT_EQ(DecodePng("out.png").samples, rgb);
+        ASSERT_EQ(Run(command + "-o out.raw").messages, "");
+        EXPECT_EQ(Read("out.raw"), rgb);
+    }
+}
+
+TEST_F(ConvertTest, PlanesOfASourceAreAPicture) {
+    const Bytes rgb = MakeBytes(3 * 7 * 2);
+    Write("planes.raw", ToPlanes(rgb));
+    ASSERT_EQ(Run("convert planes.raw --type RGB8_Planar --size 7x2 --to RGB8_Planar -o out.png").messages, "");
+    EXPECT_EQ(DecodePng("out.png").samples, rgb);
+}
+
+TEST_F(ConvertTest, AnyNumberOfThreadsWritesTheSame) {
+    const Bytes large = MakeBytes(1201 * 901);
+    const std::string command = "convert --type 0x20010 --size 1201x901 --bayer GRBG -i --to RGB16 --format raw -o - ";
+    const std::string alone = Run(command + "--threads 1", large).output;
+    ASSERT_EQ(alone.size(), 2U * 1201 * 901);
+    for (const char* const options : {"", "--threads 3", "--threads 1000"}) {
+        const ToolResult result = Run(command + options, large);
+        EXPECT_EQ(result.status, 0) << result.messages;
+        EXPECT_TRUE(result.output == alone) << options;
+    }
 }
 
 TEST_F(ConvertTest, PipesCarryWhatFilesDo) {

@@ -114,16 +114,20 @@ TEST_F(ListTest, InfoTellsOfOneType) {
                              "p9 to p2", "0x00420011   identity", "0x00820002   chain     0x00020011"})
         EXPECT_NE(text.find(part), std::string::npos) << part << " is not in\n" << text;
 
-    // Packed pairs have whole lines of an even width only.
-    EXPECT_NE(Run("info 0x420011 --size 5x3").output.find("  -  Bayer RGB 10-bits\n"), std::string::npos);
+    // Whole pairs, groups of four in fields of two lines and one, and lines without a partner.
+    for (const auto& [frame, bytes] : {std::pair("0x420011 --size 5x3", "27"),
+                                       {"RGB24 --size 5x3", "45"},
+                                       {"0x640006 --size 5x3", "36"},
+                                       {"0x10010001 --size 65536x65537", "4295032832"}})
+        EXPECT_NE(Run(std::string("info ") + frame).output.find(bytes + std::string(" bytes for ")), std::string::npos)
+            << frame;
 
     const Json info = RunJson("info 0x02610002 --size 16x4");  // packed, two taps, interlaced
     const std::string layout = info["layout"].dump();
     for (const char* part : {"q9 to q2", "l0 l1 l2 l3 r3 r2 r1 r0", "fields: lines 0, 2, 4"})
         EXPECT_NE(layout.find(part), std::string::npos) << part << " is not in " << layout;
-    EXPECT_EQ(info["bufferBytes"], 96);
+    EXPECT_EQ(info["frameBytes"], 96);
     EXPECT_EQ(info["converters"].size(), RunJson("list --from 0x02610002").size());
-    EXPECT_TRUE(std::ranges::all_of(info["converters"], [](const Json& told) { return told["frameBytes"] == 96; }));
     ExpectError("info bayer9", 2, "Bayer RGB");
 }
 

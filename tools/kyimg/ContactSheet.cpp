@@ -26,18 +26,19 @@ constexpr Letter kB = {"####.", "#...#", "#...#", "####.", "#...#", "#...#", "##
 
 const Letter& LetterFor(char c) { return c == 'R' ? kR : c == 'G' ? kG : kB; }
 
+std::size_t RowBytes(const ConvertedFrame& picture) { return std::size_t{3} * picture.width; }
+
 ConvertedFrame MakePicture(std::uint32_t width, std::uint32_t height) {
     ConvertedFrame picture;
     picture.type = KY_TYPE_RGB24;
     picture.width = width;
     picture.height = height;
-    picture.rowBytes = picture.stride = std::size_t{3} * width;
-    picture.bytes.assign(picture.rowBytes * height, kBackground);
+    picture.bytes.assign(RowBytes(picture) * height, kBackground);
     return picture;
 }
 
 std::uint8_t* PixelOf(ConvertedFrame& picture, std::uint32_t x, std::uint32_t y) {
-    return picture.bytes.data() + y * picture.stride + std::size_t{3} * x;
+    return picture.bytes.data() + y * RowBytes(picture) + std::size_t{3} * x;
 }
 
 void DrawLabel(const std::string& label, ConvertedFrame& sheet, std::uint32_t left, std::uint32_t top) {
@@ -59,7 +60,7 @@ ConvertedFrame ShrinkForSheet(const ConvertedFrame& frame) {
     const PictureRows rows(frame);
     ConvertedFrame small = MakePicture(frame.width / factor, std::max(1U, frame.height / factor));
     std::vector<std::uint8_t> row(rows.GetRowSize());
-    std::vector<std::uint64_t> sums(small.rowBytes);
+    std::vector<std::uint64_t> sums(RowBytes(small));
     for (std::uint32_t y = 0; y < small.height; ++y) {
         const std::uint32_t lines = std::min(factor, frame.height - y * factor);
         std::ranges::fill(sums, 0);
@@ -92,7 +93,7 @@ ConvertedFrame ArrangeSheet(const std::vector<SheetTile>& tiles) {
         const ConvertedFrame& picture = tiles[index].picture;
         DrawLabel(tiles[index].label, sheet, left, top);
         for (std::uint32_t y = 0; y < picture.height; ++y)
-            std::copy_n(picture.bytes.data() + y * picture.stride, picture.rowBytes,
+            std::copy_n(picture.bytes.data() + y * RowBytes(picture), RowBytes(picture),
                         PixelOf(sheet, left, top + kLabelHeight + y));
     }
     return sheet;

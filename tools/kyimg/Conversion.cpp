@@ -2,6 +2,8 @@
 
 #include "ConverterChoice.h"
 #include "Errors.h"
+#include "ImageSizes.h"
+#include "Threads.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/conversion/KyComplexConverter.h>
@@ -24,8 +26,10 @@ std::int64_t ColourSpace(std::int64_t id) { return id & KY_COLOUR_SPACE_MASK; }
 
 bool IsMosaic(std::int64_t id) { return KyPixelTypeFactory::FindPixelType(id)->IsBayerPattern(); }
 
-bool MakesPlanes(const KyPixelConverter& converter) {
-    return (converter.GetDestinationType() & ~converter.GetSourceType() & KY_TYPE_PLANAR) != 0;
+/// Whether a filter counts.
+bool MakesColours(const KyPixelConverter& converter) {
+    return ColourSpace(converter.GetSourceType()) != KY_COLOUR_SPACE_GRAYSCALE &&
+           !IsMosaic(converter.GetDestinationType()) && dynamic_cast<const KyIdentityConverter*>(&converter) == nullptr;
 }
 
 /// Types that stand for RGGB by their name alone: indexes 0x13 to 0x15.
@@ -46,17 +50,11 @@ std::uint32_t PatternFlag(const std::string& pattern) {
                                                   : KyPixelConverter::FLAG_BAYER_GBRG;
 }
 
-bool IsChain(const KyPixelConverter& converter) {
-    return dynamic_cast<const KyComplexConverter*>(&converter) != nullptr;
-}
-
-/// The bit size of a filter: that of the samples which the converter passes through it.
-std::uint32_t FilterBits(const KyPixelConverter& converter) {
-    const std::int64_t id = converter.GetSourceType();
+/// The bit size of a filter: that of the samples which a converter from this type passes through it.
+std::uint32_t FilterBits(std::int64_t id) {
     const std::uint32_t bits = KyPixelTypeFactory::FindPixelType(id)->GetPixelBitSize();
-    // Chains shift normalized Bayer samples to the low bits, other converters take their high bytes.
-    const bool takesHighBytes = (id & KY_TYPE_NORMALIZED) != 0 && !IsChain(converter);
-    const bool becomesBytes = ColourSpace(id) == KY_COLOUR_SPACE_YUV || id == KY_TYPE_RGB16 || takesHighBytes;
+    const bool becomesBytes =
+        ColourSpace(id) == KY_COLOUR_SPACE_YUV || id == KY_TYPE_RGB16 || (id & KY_TYPE_NORMALIZED) != 0;
     if (bits == 24 || bits == 32 || becomesBytes) return 8;
     return bits == 8 || bits == 10 || bits == 12 || bits == 14 ? bits : 16;
 }
@@ -66,28 +64,46 @@ std::uint32_t FilterBits(const KyPixelConverter& converter) {
 Conversion::Conversion(const ConvertOptions& options)
     : sourceType(FindType(options.type)),
       destinationType(options.destination.empty() ? DefaultDestination(sourceType) : FindType(options.destination)),
-      size(ParseSize(options.size)), converter(&FindConverter(sourceType, destinationType)),
-      lines(*converter, size, options), area(lines.GetShown()) {
-    const bool isDemosaicing = IsMosaic(sourceType) && !IsMosaic(destinationType);
-    const bool isColour = (ColourSpace(sourceType) != KY_COLOUR_SPACE_GRAYSCALE) && !IsMosaic(destinationType) &&
-                          dynamic_cast<const KyIdentityConverter*>(converter) == nullptr;
-    if (isColour) DivideChain();
-    ChoosePattern(options, isDemosaicing);
-    ChooseFilter(options, isColour);
-    ChooseArea(isDemosaicing);
+      source(sourceType, ParseSize(options.size), options), threads(options.threads) {
+    std::int64_t type = sourceType;
+    if (source.IsContinuous()) {
+        type = UnpackedType(sourceType);
+        AddSteps(FindConverter(sourceType, type));
+        for (Step& step : steps) step.size = {source.GetImage().width, source.GetImage().height};
+    }
+    AddSteps(FindConverter(type, destinationType));
+    ChoosePattern(options);
+    ChooseFilter(options);
     NoteFlaws();
 }
 
-/// Each stage of a chain applies a filter, and a stage that is a chain itself lets the demosaicing of the last line see
-/// neighbours below the picture. Up to RGB24 neither happens, so a longer chain is run in two steps.
-void Conversion::DivideChain() {
-    if (!IsChain(*converter) || destinationType == KY_TYPE_RGB24) return;
-    converter = &FindConverter(sourceType, KY_TYPE_RGB24);
-    finisher = &FindConverter(KY_TYPE_RGB24, destinationType);
+/// The stages of a chain are steps of their own: each would apply a filter, which is to count once.
+void Conversion::AddSteps(const KyPixelConverter& converter) {
+    if (const auto* const chain = dynamic_cast<const KyComplexConverter*>(&converter)) {
+        AddSteps(chain->GetFirst());
+        AddSteps(chain->GetSecond());
+    } else {
+        AddStep(converter);
+    }
 }
 
-void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing) {
-    if (!isDemosaicing) {
+/// An interlaced frame with an odd number of lines is read as an image of one more, which is left out from then on, so that no
+/// demosaicing sees it.
+void Conversion::AddStep(const KyPixelConverter& converter) {
+    ImageSize size = source.GetShown();
+    if (steps.empty()) size.height = source.GetImage().height;
+    steps.push_back({std::make_unique<KyImageConverter>(converter), converter.GetSourceType(),
+                     converter.GetDestinationType(), size, MakesColours(converter) && FindFilterStep() == nullptr});
+}
+
+const Conversion::Step* Conversion::FindFilterStep() const {
+    for (const Step& step : steps)
+        if (step.takesFilter) return &step;
+    return nullptr;
+}
+
+void Conversion::ChoosePattern(const ConvertOptions& options) {
+    if (!IsMosaic(sourceType) || IsMosaic(destinationType)) {
         if (options.bayer.empty() && !options.interpolate) return;
         throw UsageError(fmt::format("{} is for demosaicing, not for {} to {}",
                                      options.interpolate ? "--interpolate" : "--bayer", DescribeType(sourceType),
@@ -99,15 +115,22 @@ void Conversion::ChoosePattern(const ConvertOptions& options, bool isDemosaicing
         notes.push_back(fmt::format("no --bayer given, {} assumed", pattern));
     }
     flags = PatternFlag(pattern) | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
+    const ImageSize size = source.GetShown();
+    if (!options.interpolate && (size.width < 2 || size.height < 2))
+        throw Failure(
+            fmt::format("{} is too small: nearest-neighbour demosaicing needs two lines of two pixels "
+                        "(--interpolate does not)",
+                        source.Describe()));
 }
 
-void Conversion::ChooseFilter(const ConvertOptions& options, bool isColour) {
+void Conversion::ChooseFilter(const ConvertOptions& options) {
     if (options.gains.empty() && options.offsets.empty()) return;
-    if (!isColour)
+    const Step* const step = FindFilterStep();
+    if (step == nullptr)
         throw UsageError(fmt::format("--gain and --offset are for conversions of colours, not for {} to {}",
                                      DescribeType(sourceType), DescribeType(destinationType)));
 
-    filter = std::make_unique<KyRGBFilter>(FilterBits(*converter));
+    filter = std::make_unique<KyRGBFilter>(FilterBits(step->sourceType));
     double gains[3] = {1, 1, 1};
     std::uint16_t offsets[3] = {0, 0, 0};
     const double largest = filter->GetEntryCount() - 1;
@@ -124,21 +147,10 @@ void Conversion::ChooseFilter(const ConvertOptions& options, bool isColour) {
     filter->SetMultipliers(gains[0], gains[1], gains[2], offsets[0], offsets[1], offsets[2]);
 }
 
-void Conversion::ChooseArea(bool isDemosaicing) {
-    const bool inCells = isDemosaicing && (flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) == 0;
-    if (inCells) area = {area.width - area.width % 2, area.height - area.height % 2};
-    if (area.width == 0 || area.height == 0)
-        throw Failure(
-            fmt::format("{} is too small: {}", DescribeSource(),
-                        inCells ? "nearest-neighbour demosaicing needs two lines of two pixels (--interpolate does not)"
-                                : "two lines are needed"));
-    if (area.width != size.width || area.height != size.height)
-        notes.push_back(fmt::format("{} are taken in {}: the result is {}x{}", inCells ? "pixels" : "lines",
-                                    inCells ? "2x2 cells of the Bayer pattern (--interpolate takes each)" : "pairs",
-                                    area.width, area.height));
-}
-
 void Conversion::NoteFlaws() {
+    if (source.LeavesOutLine())
+        notes.push_back(fmt::format("lines are taken in pairs: the result is {}x{}", source.GetShown().width,
+                                    source.GetShown().height));
     if (ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV) return;
     if (sourceType == KY_TYPE_RGB16 && destinationType != KY_TYPE_RGB16)
         notes.push_back("of 5-6-5 only green is converted; without --to the picture has all colours");
@@ -146,72 +158,47 @@ void Conversion::NoteFlaws() {
         notes.push_back("of each four pixels of 4:1:1, the last three get their red from the brightness of the second");
 }
 
-std::string Conversion::DescribeSource() const {
-    return fmt::format("{}x{} {}{}", size.width, size.height, KyPixelTypeFactory::GetPixelTypeName(sourceType),
-                       lines.Describe());
-}
-
 void Conversion::PrintNotes() const {
     for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
 }
 
-/// What is written: the size that the converter reads, but where it demosaics no line below the picture, which would be
-/// a neighbour of the last one.
-ImageSize Conversion::GetFilled() const {
-    const ImageSize converted = lines.GetConverted();
-    return IsMosaic(sourceType) && !IsMosaic(destinationType) ? ImageSize{converted.width, area.height} : converted;
-}
-
 /// All but the bytes, of which there are none yet.
 ConvertedFrame Conversion::DescribeDestination() const {
-    const KyPixelConverter& last = finisher == nullptr ? *converter : *finisher;
     ConvertedFrame frame;
     frame.type = destinationType;
-    frame.width = area.width;
-    frame.height = area.height;
-    if (MakesPlanes(last)) {
-        const ImageSize filled = GetFilled();
-        frame.rowBytes = area.width;
-        frame.stride = filled.width;
-        frame.planeStride = std::size_t{filled.width} * filled.height;
-    } else {
-        frame.stride = last.GetDestinationByteSize(lines.GetPixelStride());
-        // The last group of a line stays whole where the destination has groups, too.
-        frame.rowBytes = ColourSpace(destinationType) == KY_COLOUR_SPACE_YUV ? frame.stride
-                                                                             : last.GetDestinationByteSize(area.width);
-    }
+    frame.width = source.GetShown().width;
+    frame.height = source.GetShown().height;
     // Averages of Bayer samples stay in the samples' range.
-    if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(*converter);
+    if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(sourceType);
     return frame;
 }
 
 bool Conversion::MakesPicture() const { return FindPictureLayout(DescribeDestination()).has_value(); }
 
-ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& source) const {
-    std::vector<std::uint8_t> scratch;
-    const std::uint8_t* const pixels = lines.Arrange(source, scratch);
-    const ImageSize filled = GetFilled();
+ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& bytes) const {
     ConvertedFrame frame = DescribeDestination();
-    frame.bytes = Run(*converter, filter.get(), pixels, lines.GetConverted(), filled);
-    if (finisher != nullptr) {
-        const std::vector<std::uint8_t> coloured = std::move(frame.bytes);
-        frame.bytes = Run(*finisher, nullptr, coloured.data(), filled, filled);
+    KyImage from = source.GetImage();
+    from.data = const_cast<std::uint8_t*>(bytes.data());  // a source is never written
+    from.size = bytes.size();
+    const KyExecutor executor = MakeExecutor(threads);
+    for (const Step& step : steps) {
+        KyImage to = MakeImage(step.destinationType, step.size.width, step.size.height);
+        std::vector<std::uint8_t> made(SizeOf(to));
+        to.data = made.data();
+        to.size = made.size();
+        const KyConversion conversion = {sizeof conversion, flags, step.takesFilter ? filter.get() : nullptr, 0, 0};
+        from.type = step.sourceType;
+        from.width = to.width;
+        from.height = to.height;
+        const std::uint32_t status =
+            step.converter->ConvertParallel(from, to, &conversion, threads == 0 ? nullptr : &executor);
+        if (status != KY_STATUS_SUCCESS) throw Failure(KyImageConverter::GetError());
+        frame.bytes = std::move(made);  // what `from` described is not needed any more
+        from = to;
     }
+    // The line more of an interlaced frame with an odd number of them.
+    frame.bytes.resize(frame.bytes.size() / steps.back().size.height * frame.height);
     return frame;
-}
-
-std::vector<std::uint8_t> Conversion::Run(const KyPixelConverter& step, const KyRGBFilter* usedFilter,
-                                          const std::uint8_t* pixels, ImageSize from, ImageSize to) const {
-    const std::size_t lineBytes = MakesPlanes(step) ? std::size_t{3} * to.width : step.GetDestinationByteSize(to.width);
-    std::vector<std::uint8_t> made(lineBytes * to.height);
-    const std::uint32_t status = usedFilter == nullptr
-                                     ? step.Convert(pixels, from.width, from.height, made.data(), to.width, to.height,
-                                                    to.width, to.height, flags, 0)
-                                     : step.Convert(*usedFilter, pixels, from.width, from.height, made.data(), to.width,
-                                                    to.height, to.width, to.height, flags, 0);
-    if (status != KY_STATUS_SUCCESS)
-        throw Failure(fmt::format("the conversion of {} failed with status {}", DescribeSource(), status));
-    return made;
 }
 
 }  // namespace kyimg

@@ -3,10 +3,10 @@
 
 #include "ConvertOptions.h"
 #include "Picture.h"
-#include "SourceLines.h"
+#include "SourceFrame.h"
 
-#include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/conversion/KyRGBFilter.h>
+#include <KyImgLib/images/KyImageConverter.h>
 
 #include <cstdint>
 #include <memory>
@@ -15,16 +15,13 @@
 
 namespace kyimg {
 
-/// A checked request: which converter turns frames of which size into what.
+/// A checked request: which converters turn frames of which size into what.
 class Conversion {
 public:
     /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
     explicit Conversion(const ConvertOptions& options);
 
-    /// "1920x1080 Bayer RGB 8-bits", and how its lines lie when that does not follow from the width alone
-    std::string DescribeSource() const;
-
-    std::uint64_t GetSourceFrameSize() const { return lines.GetFrameBytes(); }
+    const SourceFrame& GetSource() const { return source; }
 
     /// Whether a PNG or PPM can show the result.
     bool MakesPicture() const;
@@ -33,28 +30,33 @@ public:
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
 
-    /// Converts a frame of GetSourceFrameSize() bytes. Throws Failure.
-    ConvertedFrame Convert(const std::vector<std::uint8_t>& source) const;
+    /// Converts a frame, in a buffer of GetSource().GetBufferBytes() bytes. Throws Failure.
+    ConvertedFrame Convert(const std::vector<std::uint8_t>& frame) const;
 
 private:
-    void DivideChain();
-    void ChoosePattern(const ConvertOptions& options, bool isDemosaicing);
-    void ChooseFilter(const ConvertOptions& options, bool isColour);
-    void ChooseArea(bool isDemosaicing);
+    /// A converter without stages, and the image that it makes.
+    struct Step {
+        std::unique_ptr<KyImageConverter> converter;
+        std::int64_t sourceType;
+        std::int64_t destinationType;
+        ImageSize size;
+        bool takesFilter;  ///< the first one that makes colours
+    };
+
+    void AddSteps(const KyPixelConverter& converter);
+    void AddStep(const KyPixelConverter& converter);
+    const Step* FindFilterStep() const;
+    void ChoosePattern(const ConvertOptions& options);
+    void ChooseFilter(const ConvertOptions& options);
     void NoteFlaws();
-    ImageSize GetFilled() const;
     ConvertedFrame DescribeDestination() const;
-    std::vector<std::uint8_t> Run(const KyPixelConverter& step, const KyRGBFilter* usedFilter,
-                                  const std::uint8_t* pixels, ImageSize from, ImageSize to) const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
-    ImageSize size;
+    SourceFrame source;
+    std::vector<Step> steps;
     std::uint32_t flags = 0;
-    const KyPixelConverter* converter;
-    const KyPixelConverter* finisher = nullptr;  ///< converts on from RGB24, without filter; null: nothing left to do
-    SourceLines lines;
-    ImageSize area;                       ///< the picture
+    std::uint32_t threads;
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
     std::vector<std::string> notes;
 };

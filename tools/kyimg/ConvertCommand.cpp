@@ -43,7 +43,7 @@ void RunConvert(const ConvertOptions& options) {
     const Conversion conversion(options);
     const FrameRange range = ParseFrames(options.frames);
     const OutputFormat format = ChooseFormat(options, conversion, range);
-    FrameReader reader(options, conversion, range, "--frames all");
+    FrameReader reader(options, conversion.GetSource(), range, "--frames all");
 
     const bool showsProgress = !options.quiet && !range.IsSingle() && IsTerminal(stderr);
     while (reader.Next()) {

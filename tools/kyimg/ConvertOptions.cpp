@@ -13,8 +13,7 @@ namespace kyimg {
 
 namespace {
 
-/// No pixel takes more than 8 bytes, so that all sizes of this many pixels fit in 32 bits.
-constexpr std::uint64_t kMostPixels = 0xFFFFFFFFU / 8;
+constexpr std::uint64_t kLongestSide = 0xFFFFFFFFU;
 
 constexpr const char* kExamples = R"(Examples:
   kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate \
@@ -58,8 +57,9 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
         ->check(notNegative);
     Add(command, kInput, "--line-bytes", options.stride, "N",
         "Stride: bytes from the start of one line to that of the\n"
-        "next. Default: lines without padding, of 4:2:2 in whole\n"
-        "pairs of pixels, of 4:1:1 in whole groups of four")
+        "next. Default: lines without padding, of 4:2:2 and packed\n"
+        "types in whole pairs of pixels, of 4:1:1 in whole groups\n"
+        "of four")
         ->check(notNegative);
 }
 
@@ -98,7 +98,7 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
         ->add_flag("--continuous", options.isContinuous,
                    "Packed pixels, of which two share three bytes: a pair may\n"
                    "be the last pixel of a line and the first of the next.\n"
-                   "Without it each line is whole pairs and its width even")
+                   "Without it each line is whole pairs, also where its width\nis odd")
         ->group(kInput);
 
     Add(command, kConversion, "--to", options.destination, "TYPE",
@@ -112,6 +112,11 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
             "Bilinear demosaicing, instead of nearest-neighbour: one\ncolour for each 2x2 cell of the Bayer pattern")
         ->group(kConversion);
     AddGains(command, options);
+    Add(command, kConversion, "--threads", options.threads, "N",
+        "Convert each frame on N threads. Default: as many as the\n"
+        "CPU has cores, fewer for small frames. The result is the\n"
+        "same with any number")
+        ->check(CLI::Range(1, 1024));
 
     Add(command, kOutput, "-o,--output", options.output, "FILE",
         "File to write; - is standard output. Several frames get\nnumbers: out-0001.png, out-0002.png, ...")
@@ -162,8 +167,8 @@ ImageSize ParseSize(const std::string& text) {
     const auto height = ParseWhole(std::string_view(text).substr(std::min(cross + 1, text.size())));
     if (!width || !height) throw UsageError(fmt::format("--size: \"{}\" is not like 1920x1080", text));
     if (*width == 0 || *height == 0) throw UsageError(fmt::format("--size: an image of {} has no pixels", text));
-    if (*width > kMostPixels / *height)
-        throw UsageError(fmt::format("--size: {} is too large; an image has at most {} pixels", text, kMostPixels));
+    if (*width > kLongestSide || *height > kLongestSide)
+        throw UsageError(fmt::format("--size: {} is too large; a side has at most {} pixels", text, kLongestSide));
     return {static_cast<std::uint32_t>(*width), static_cast<std::uint32_t>(*height)};
 }
 

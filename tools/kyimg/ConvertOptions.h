@@ -23,6 +23,7 @@ struct ConvertOptions {
     std::uint64_t skipBytes = 0;
     std::uint64_t stride = 0;  ///< in bytes; 0: not given
     bool isContinuous = false;
+    std::uint32_t threads = 0;  ///< 0: not given
     std::string output;
     std::string format;  ///< empty: by the extension of the output
     bool quiet = false;

@@ -1,18 +1,15 @@
 #include "ConverterChoice.h"
 
 #include "Errors.h"
-#include "TypeNames.h"
+#include "ImageSizes.h"
 
+#include <KyImgLib/KyImgLibC.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
-#include <fmt/format.h>
-#include <fmt/ranges.h>
-
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace kyimg {
@@ -27,8 +24,8 @@ const KyPixelConverter& MakeConverterToRGB48(std::int64_t source) {
     return *made.back();
 }
 
-/// The type whose converter serves `source`. RGB24 and BGR24 have three bytes for a pixel, and become themselves as their
-/// packed twins do: a filter counts, while a copy would reckon with a fourth byte.
+/// The type whose converter serves `source`. RGB24 and BGR24 become themselves as their packed twins do: there a filter
+/// counts, while a copy would pass it over.
 std::int64_t TypeToConvertFrom(std::int64_t source, std::int64_t destination) {
     const bool hasTwin = source == KY_TYPE_RGB24 || source == KY_TYPE_BGR24;
     return hasTwin && source == destination ? source | KY_TYPE_PACKED : source;
@@ -46,15 +43,10 @@ const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destinat
     const KyPixelConverter* const found =
         KyPixelTypeFactory::FindConverter(TypeToConvertFrom(source, destination), destination);
     if (found != nullptr) return *found;
-    const bool isToRGB48Possible = IsMosaicOfWords(source);
-    if (isToRGB48Possible && destination == KY_TYPE_RGB48) return MakeConverterToRGB48(source);
-    std::vector<std::string> others;
-    std::int64_t other = 0;
-    for (std::uint32_t index = 0; KyPixelTypeFactory::EnumConverterFrom(index, source, other); ++index)
-        others.push_back(DescribeType(other));
-    if (isToRGB48Possible) others.push_back(DescribeType(KY_TYPE_RGB48));
-    throw Failure(fmt::format("no converter from {} to {}; there are ones to {}", DescribeType(source),
-                              DescribeType(destination), fmt::join(others, ", ")));
+    if (destination == KY_TYPE_RGB48 && IsMosaicOfWords(source)) return MakeConverterToRGB48(source);
+    const KyImage from = MakeImage(source, 0, 0), to = MakeImage(destination, 0, 0);
+    KyImage_Convert(&from, &to, nullptr);  // says what is missing
+    throw Failure(KyImage_GetError());
 }
 
 bool IsMosaicOfWords(std::int64_t id) {

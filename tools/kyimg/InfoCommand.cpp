@@ -3,12 +3,10 @@
 #include "CameraNames.h"
 #include "Columns.h"
 #include "ConvertOptions.h"
-#include "ConverterChoice.h"
-#include "Errors.h"
 #include "Json.h"
 #include "MemoryLayout.h"
 #include "Routes.h"
-#include "SourceLines.h"
+#include "SourceFrame.h"
 #include "TypeFacts.h"
 #include "TypeNames.h"
 
@@ -18,26 +16,15 @@
 
 #include <fmt/format.h>
 
-#include <optional>
 #include <string>
 
 namespace kyimg {
 
 namespace {
 
-/// Of a frame as kyimg convert reads it; nothing when there is none of this size. Converters of a type do not all read
-/// frames of the same size: 24-bit types may have 3 or 4 bytes for a pixel.
-std::optional<std::uint64_t> FrameBytes(const Route& route, const ImageSize& size) {
-    try {
-        return SourceLines(FindConverter(route.source, route.destination), size, ConvertOptions()).GetFrameBytes();
-    } catch (const Failure&) {  // such as an odd width of packed pairs
-        return std::nullopt;
-    }
-}
-
-std::string FrameBytesText(const Route& route, const ImageSize& size) {
-    const auto bytes = FrameBytes(route, size);
-    return bytes ? std::to_string(*bytes) : "-";
+/// Of a frame as kyimg convert reads it, which is how the library's images lie in memory.
+std::uint64_t FrameBytes(const KyPixelType& type, const ImageSize& size) {
+    return SourceFrame(type.GetTypeID(), size, ConvertOptions()).GetFileBytes();
 }
 
 void PrintFact(const std::string& title, const std::string& text) { PrintLine(fmt::format("{:<15}", title), text); }
@@ -52,11 +39,11 @@ void PrintCameraNames(const KyPixelType& type) {
     if (!patterns.empty()) PrintFact("", fmt::format("for the Bayer patterns {}", patterns));
 }
 
-void PrintDestinations(const std::vector<Route>& routes, const ImageSize& size) {
-    fmt::print("\nconverts to  how       through     frame bytes  name\n");
+void PrintDestinations(const std::vector<Route>& routes) {
+    fmt::print("\nconverts to  how       through     name\n");
     for (const Route& route : routes)
-        PrintLine(fmt::format("{}   {:<8}  {:<10}  {:>11}  ", FormatTypeID(route.destination), HowText(route.how),
-                              route.through ? FormatTypeID(*route.through) : "-", FrameBytesText(route, size)),
+        PrintLine(fmt::format("{}   {:<8}  {:<10}  ", FormatTypeID(route.destination), HowText(route.how),
+                              route.through ? FormatTypeID(*route.through) : "-"),
                   LibraryName(route.destination));
 }
 
@@ -71,8 +58,7 @@ void PrintText(const KyPixelType& type, const std::string& pattern, const std::v
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
     PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
-    PrintFact("buffer", fmt::format("{} bytes for {}x{}", type.GetBufferSizeFor(size.width, size.height), size.width,
-                                    size.height));
+    PrintFact("frame", fmt::format("{} bytes for {}x{}", FrameBytes(type, size), size.width, size.height));
     PrintCameraNames(type);
 
     fmt::print("\n");
@@ -82,20 +68,16 @@ void PrintText(const KyPixelType& type, const std::string& pattern, const std::v
         fmt::print("\n");
         PrintLine("", family->note);
     }
-    PrintDestinations(routes, size);
+    PrintDestinations(routes);
 }
 
 void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, const ImageSize& size) {
     Json json = TypeToJson(type.GetTypeID());
     json["layout"] = DrawType(type);
     json["size"] = {size.width, size.height};
-    json["bufferBytes"] = type.GetBufferSizeFor(size.width, size.height);
+    json["frameBytes"] = FrameBytes(type, size);
     json["converters"] = Json::array();
-    for (const Route& route : routes) {
-        Json converter = RouteToJson(route);
-        if (const auto bytes = FrameBytes(route, size)) converter["frameBytes"] = *bytes;
-        json["converters"].push_back(converter);
-    }
+    for (const Route& route : routes) json["converters"].push_back(RouteToJson(route));
     PrintJson(json);
 }
 

@@ -85,8 +85,8 @@ RGB 24    | R | G | B |
 BGR 24    | B | G | R |
 RGB 32    | R | G | B | x |     x is ignored in a source, 0 in a destination
 BGR 32    | B | G | R | x |)",
-     "0x00020007, named RGB 32-bits like 0x00020003, is BGR 32. Converters read and write three bytes for a pixel of "
-     "RGB 24 and BGR 24; the buffer size and the identity converters of the types not called \"Packed\" count a "
+     "0x00020007, named RGB 32-bits like 0x00020003, is BGR 32. Images of RGB 24 and BGR 24 have three bytes a "
+     "pixel; of the types not called \"Packed\", GetBufferSizeFor and the area form of the identity converters count a "
      "fourth.",
      [](const KyPixelType& type) {
          return Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type);

@@ -37,18 +37,6 @@ std::vector<std::uint8_t> EncodePnm(const PictureRows& rows) {
     return bytes;
 }
 
-std::vector<std::uint8_t> EncodeRaw(const ConvertedFrame& frame) {
-    std::vector<std::uint8_t> bytes;
-    const std::size_t planes = frame.planeStride == 0 ? 1 : 3;
-    bytes.reserve(planes * frame.height * frame.rowBytes);
-    for (std::size_t plane = 0; plane < planes; ++plane)
-        for (std::uint32_t y = 0; y < frame.height; ++y) {
-            const std::uint8_t* const line = frame.bytes.data() + plane * frame.planeStride + y * frame.stride;
-            bytes.insert(bytes.end(), line, line + frame.rowBytes);
-        }
-    return bytes;
-}
-
 }  // namespace
 
 OutputFormat FindOutputFormat(const std::string& path, const std::string& name) {
@@ -72,7 +60,7 @@ std::vector<std::uint8_t> Encode(OutputFormat format, const ConvertedFrame& fram
         case OutputFormat::Pnm: return EncodePnm(PictureRows(frame));
         case OutputFormat::Raw: break;
     }
-    return EncodeRaw(frame);
+    return frame.bytes;
 }
 
 }  // namespace kyimg

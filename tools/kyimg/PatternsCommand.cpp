@@ -35,7 +35,7 @@ void RunPatterns(const ConvertOptions& options) {
     if (format == OutputFormat::Raw) throw UsageError("a sheet is a picture: png and ppm can be written");
     CheckOutput(options.output);
 
-    FrameReader reader(options, any, range, "--frame N");
+    FrameReader reader(options, any.GetSource(), range, "--frame N");
     reader.Next();
     std::vector<SheetTile> tiles;
     for (const char* const pattern : {"GRBG", "GBRG", "RGGB", "BGGR"})

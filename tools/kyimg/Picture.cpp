@@ -1,6 +1,7 @@
 #include "Picture.h"
 
 #include "Errors.h"
+#include "ImageSizes.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/pixeltypes/KyPixelType.h>
@@ -23,11 +24,8 @@ std::optional<PictureLayout> GrayLayout(std::int64_t id, std::uint32_t bits, std
 }
 
 std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, std::size_t pixelBytes,
-                                          std::size_t planeStride) {
-    if ((id & KY_TYPE_PLANAR) != 0) {
-        if (planeStride == 0) return std::nullopt;  // a copy of something planar, whose planes are not known
-        return PictureLayout{3, 8, false, 1, {0, planeStride, 2 * planeStride}};
-    }
+                                          std::size_t planeBytes) {
+    if ((id & KY_TYPE_PLANAR) != 0) return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
     switch (id & KY_TYPE_INDEX_MASK) {
         case 0x01: return PictureLayout{3, 8, true, pixelBytes, {}};
         case 0x02:  // RGB24
@@ -65,15 +63,15 @@ void Expand565(const std::uint8_t* line, std::uint32_t width, std::uint8_t* row)
 
 std::optional<PictureLayout> FindPictureLayout(const ConvertedFrame& frame) {
     const std::int64_t id = frame.type;
-    const std::size_t pixelBytes = frame.rowBytes / frame.width;  // for 24-bit types 3 or 4
     const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(id);
     if (type == nullptr || (id & kNoOrdinaryLines) != 0) return std::nullopt;
+    const std::size_t pixelBytes = SizeOf(MakeImage(id, 1, 1));
     // Normalized samples fill their words.
     const std::uint32_t bits = (id & KY_TYPE_NORMALIZED) != 0 ? 16 : type->GetPixelBitSize();
     if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE || type->IsBayerPattern())
         return GrayLayout(id, bits, pixelBytes);
     if ((id & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_RGB) return std::nullopt;
-    auto layout = ColourLayout(id, bits, pixelBytes, frame.planeStride);
+    auto layout = ColourLayout(id, bits, pixelBytes, std::size_t{frame.width} * frame.height);
     if (layout && frame.sampleBits != 0) layout->bits = frame.sampleBits;
     return layout;
 }
@@ -85,7 +83,7 @@ PictureRows::PictureRows(const ConvertedFrame& convertedFrame) : frame(converted
 }
 
 void PictureRows::CopyRow(std::uint32_t y, std::uint8_t* row) const {
-    const std::uint8_t* const line = frame.bytes.data() + y * frame.stride;
+    const std::uint8_t* const line = frame.bytes.data() + y * layout.pixelBytes * frame.width;
     if (layout.is565) return Expand565(line, frame.width, row);
 
     const std::size_t sampleBytes = layout.GetSampleBytes();

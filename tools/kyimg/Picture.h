@@ -8,14 +8,11 @@
 
 namespace kyimg {
 
-/// The result of a conversion, of which the first `width` pixels of the first `height` lines count.
+/// The result of a conversion: an image whose lines follow one another without padding.
 struct ConvertedFrame {
     std::int64_t type = 0;
     std::uint32_t width = 0;
     std::uint32_t height = 0;
-    std::size_t rowBytes = 0;      ///< of the `width` pixels of a line
-    std::size_t stride = 0;        ///< bytes from one line to the next
-    std::size_t planeStride = 0;   ///< bytes from one of the three planes to the next; 0 when there is only one
     std::uint32_t sampleBits = 0;  ///< significant bits, in the low end, of samples that could have more; 0: as many
     std::vector<std::uint8_t> bytes;
 };

@@ -41,7 +41,9 @@ also as JSON.
   count two bytes, but two share three.
 - **Normalized** samples are MSB-aligned in their words: scaled to the full range.
 - **Interlaced** images are two fields: {interlaced}.
-- **Lines** follow each other without padding. GStreamer pads lines to four bytes, V4L2 drivers to what the hardware likes.
+- **Lines** of an image may be any stride apart (`KyImage::stride`, `kyimg convert --line-bytes`): GStreamer pads them to four
+  bytes, V4L2 drivers to what the hardware likes. A line has no gaps, and of pixels that share bytes it has whole groups,
+  also where the width is odd: pairs of packed pixels and of 4:2:2, groups of four of 4:1:1.
 
 ## Taps
 
