@@ -2,7 +2,7 @@
 //
 // The type is 10-bit Bayer as camera sensors send it over CSI-2: four pixels in five bytes, first the high eight bits of
 // each, then the low two bits of all. The converter makes 8-bit Bayer of it, and a chain of it with a built-in
-// converter leads on to RGB24.
+// converter leads on to RGB24. Images are converted by both like by those of the library.
 
 #include <KyImgLib/KyImgLib.h>
 
@@ -35,7 +35,7 @@ public:
     using KyPixelConverter::Convert;  // the line form below would hide the others
     using KyPixelConverter::GetSourceByteSize;
 
-    // The source stride of area conversions.
+    // Conversions ask this how many bytes a source line has.
     std::uint32_t GetSourceByteSize(std::uint32_t count) const override { return BytesOf(count); }
 
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
@@ -68,12 +68,17 @@ int main() {
     static const KyComplexConverter chain(&unpack, &demosaic);
 
     constexpr std::uint32_t width = 16, height = 4;
-    const std::vector<std::uint8_t> frame = MakeFrame(width, height);
-    std::vector<std::uint8_t> rgb(3 * width * height);
-    const KyPixelConverter* converter = KyPixelTypeFactory::FindConverter(kBayer10Csi2, KY_TYPE_RGB24);
-    if (converter == nullptr) return 1;
-    converter->Convert(frame.data(), width, height, rgb.data(), width, height, width, height,
-                       KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_INTERPOLATE, 0);
+    std::vector<std::uint8_t> frame = MakeFrame(width, height), rgb(3 * width * height);
+    const KyImage source = {kBayer10Csi2, width, height, frame.data(), frame.size(), 0, 0};
+    const KyImage destination = {KY_TYPE_RGB24, width, height, rgb.data(), rgb.size(), 0, 0};
+    KyConversion conversion = {};
+    conversion.structSize = sizeof conversion;
+    conversion.flags = KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_INTERPOLATE;
+    const KyImageConverter converter(kBayer10Csi2, KY_TYPE_RGB24);
+    if (converter.Convert(source, destination, &conversion) != KY_STATUS_SUCCESS) {
+        std::fprintf(stderr, "%s\n", KyImageConverter::GetError());
+        return 1;
+    }
 
     std::printf("%s: %u bytes became RGB24, pixel 5,2 is %d %d %d\n",
                 KyPixelTypeFactory::GetPixelTypeName(kBayer10Csi2), static_cast<unsigned>(frame.size()),

@@ -1,5 +1,6 @@
-// make-sample-frame DIRECTORY: writes a raw frame as a colour camera would deliver it. The scene is computed here: a chart
-// of colour patches, slanted edges, gratings up to the finest that pixels can hold, text and ramps, with a little noise.
+// make-sample-frame DIRECTORY: writes a raw frame as a colour camera would deliver it, to try conversions on. The
+// scene is computed here: a chart of colour patches, slanted edges, gratings up to the finest that pixels can hold, text and
+// ramps, with a little noise.
 
 #include <algorithm>
 #include <array>

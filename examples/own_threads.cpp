@@ -1,4 +1,4 @@
-// One frame on the threads that an application has anyway.
+// One frame on the threads that an application has anyway: a KyExecutor hands the bands of the image to a pool.
 
 #include <KyImgLib/KyImgLib.h>
 
