@@ -4,9 +4,11 @@
 /// \file
 /// The whole class interface of KyImgLib.
 ///
-///     const KyPixelConverter* converter = KyPixelTypeFactory::FindConverter(0x00020010, KY_TYPE_RGB24);
-///     converter->Convert(mosaic, width, height, rgb, width, height, width, height,
-///                        KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_INTERPOLATE, 0);
+///     const KyImage frame = {0x00020010, width, height, mosaic, mosaicSize, 0, 0};
+///     const KyImage picture = {KY_TYPE_RGB24, width, height, rgb, rgbSize, 0, 0};
+///     const KyConversion conversion = {sizeof conversion, KyPixelConverter::FLAG_BAYER_RGGB, nullptr, 0, 0};
+///     const KyImageConverter converter(frame.type, picture.type);
+///     if (converter.Convert(frame, picture, &conversion) != KY_STATUS_SUCCESS) std::puts(KyImageConverter::GetError());
 
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/conversion/KyIdentityConverter.h>
