@@ -1,6 +1,7 @@
 #include "Reporter.h"
 
 #include "LoadTime.h"
+#include "ParallelConversions.h"
 #include "SmallConversions.h"
 
 #include <algorithm>
@@ -109,6 +110,16 @@ void Reporter::Finalize() {
         if (isFirst) std::printf("\n%-39s %-10s %15s\n", "small conversions", "", "ns per call");
         std::printf("%-39s %-10s %7.0f %7.0f\n", row.name, KyCpuLevel::GetName(KyCpuLevel::GetActive()), times->median,
                     times->minimum);
+        isFirst = false;
+    }
+
+    isFirst = true;
+    for (const ParallelRow& row : AllParallelRows()) {
+        const auto one = TimesOf(row.NameOf(false)), threads = TimesOf(row.NameOf(true));
+        if (!one || !threads) continue;
+        if (isFirst) std::printf("\n%-50s %15s %15s   %s\n", "on one thread, on all", "us, one", "us, all", "times as fast");
+        std::printf("%-50s %15.1f %15.1f %10.2f %7.2f\n", row.name, one->median / 1e3, threads->median / 1e3,
+                    one->median / threads->median, one->minimum / threads->minimum);
         isFirst = false;
     }
 

@@ -2,6 +2,7 @@
 #include "Conversions.h"
 #include "LoadTime.h"
 #include "Options.h"
+#include "ParallelConversions.h"
 #include "Reporter.h"
 #include "SmallConversions.h"
 
@@ -47,7 +48,8 @@ void Run(char* program, const std::vector<std::string>& arguments) {
     const Frames frames = MakeFrames(conversions);
     for (const Conversion& conversion : conversions) RegisterBenchmark(conversion, frames);
     for (const Baseline& baseline : BaselinesOf(conversions)) RegisterBenchmarks(baseline, frames);
-    const int otherRows = RegisterSmallConversions(options) + RegisterLoadTimes(options);
+    const int otherRows =
+        RegisterSmallConversions(options) + RegisterParallelConversions(options) + RegisterLoadTimes(options);
     if (conversions.empty() && otherRows == 0) throw std::runtime_error("the filter matches no row");
 
     Reporter table(conversions);
