@@ -61,7 +61,7 @@ private:
         for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
     }
 
-    const Filter16 filter;
+    Filter16 filter;
 };
 
 #endif

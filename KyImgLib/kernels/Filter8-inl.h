@@ -84,7 +84,7 @@ private:
         return hn::Load(D8(), bytes);
     }
 
-    const Filter8 filter;
+    Filter8 filter;
 };
 
 #endif

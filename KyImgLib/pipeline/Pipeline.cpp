@@ -68,7 +68,8 @@ void Pipeline::Run(const Images& images, std::uint32_t first, std::uint32_t last
     const RowKernel& reader = stage.kernel;
     const RowKernel::Needs& writer = Last().kernel.needs;
     const std::size_t sourceBytes = reader.SourceBytes(stage.width);
-    isLarge = ExceedsCache((sourceBytes + Last().width * writer.pixelBytes * writer.planes) * images.lines);
+    const std::size_t destinationBytes = Last().width * writer.pixelBytes * writer.planes;
+    isLarge = ShouldStream(sourceBytes * images.lines, destinationBytes * images.lines);
 
     const std::uint32_t neighbours = Neighbours();
     if (neighbours != 0) {

@@ -150,8 +150,8 @@ private:
         StoreSite<Writer>(settings.filter, site, line.ownIsBlue, to + x * Writer::kPixelBytes);
     }
 
-    const SiteOutput<Writer, Stage, Sample> output;
-    const Settings settings;
+    SiteOutput<Writer, Stage, Sample> output;
+    Settings settings;
 };
 
 template <class Kernel, class Settings>

@@ -74,8 +74,8 @@ private:
         if (lower != upper) RepeatLastPixel<Writer>(tile, lower);
     }
 
-    const SiteOutput<Writer, Stage, typename Settings::Sample> output;
-    const MosaicLine firstLine;
+    SiteOutput<Writer, Stage, typename Settings::Sample> output;
+    MosaicLine firstLine;
 };
 
 template <class Writer, class Settings>

@@ -213,5 +213,5 @@ private:
                         hn::ShiftRightSame(filter.template Apply<kChannel>(next), filter.Shift()));
     }
 
-    const Filter filter;
+    Filter filter;
 };
