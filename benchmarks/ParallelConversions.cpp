@@ -67,9 +67,9 @@ int RegisterParallelConversions(const Options& options) {
     for (const ParallelRow& row : kRows) {
         if (!std::regex_search(row.name, options.filter)) continue;
         for (const bool parallel : {false, true})
-            benchmark::RegisterBenchmark(row.NameOf(parallel).c_str(),
-                                         [row, parallel](benchmark::State& state) { Measure(state, row, parallel); })
-                ->UseRealTime();
+            benchmark::RegisterBenchmark(row.NameOf(parallel).c_str(), [row, parallel](benchmark::State& state) {
+                Measure(state, row, parallel);
+            })->UseRealTime();
         ++count;
     }
     return count;

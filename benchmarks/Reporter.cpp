@@ -117,7 +117,8 @@ void Reporter::Finalize() {
     for (const ParallelRow& row : AllParallelRows()) {
         const auto one = TimesOf(row.NameOf(false)), threads = TimesOf(row.NameOf(true));
         if (!one || !threads) continue;
-        if (isFirst) std::printf("\n%-50s %15s %15s   %s\n", "on one thread, on all", "us, one", "us, all", "times as fast");
+        if (isFirst)
+            std::printf("\n%-50s %15s %15s   %s\n", "on one thread, on all", "us, one", "us, all", "times as fast");
         std::printf("%-50s %15.1f %15.1f %10.2f %7.2f\n", row.name, one->median / 1e3, threads->median / 1e3,
                     one->median / threads->median, one->minimum / threads->minimum);
         isFirst = false;

@@ -57,6 +57,13 @@ public:
     HWY_INLINE void Step() {}
 };
 
+/// What the loop around a step has to save.
+enum class StepCost {
+    kManyInstructions,  ///< code: the step is compiled once
+    kFewInstructions,   ///< its own instructions: the last step is compiled apart
+    kManyRows,          ///< registers: one column counts for all rows, which do not move
+};
+
 /// Takes a step of vectors over columns of one or more rows. A step is a class with
 ///     kInputs, kOutputs              rows that it reads, and rows, planes or taps that it writes
 ///     Rows                           StepRows of as many, or derived from that
@@ -66,9 +73,10 @@ public:
 ///     kMargin                        columns that it reads beyond those, on both sides; whole groups
 ///     kPixelBytes                    bytes of a column in each output
 ///     kPrefetchRows                  rows that it prefetches for at a time
-///     kIsShort                       takes so few instructions that those of the loop around it count
+///     kCost                          see StepCost
 ///     InputBytes(columns)            bytes of the first columns of an input
 ///     Output(state, rows, i, x, n)   the lowest address of n columns from x on in output i
+///     Advance(rows, columns)         moves the rows on: column 0 is then that one; not of many rows
 ///     Run<kStream>(state, rows, x)   converts the columns from x on, and reads and writes not a byte more
 template <class Step>
 class RowWalk {
@@ -166,20 +174,33 @@ private:
                                    const Prefetch& prefetch, std::size_t firstRow) {
         // Local, so that no store to the destination can be taken for a change of them.
         const State localState = known;
-        const Rows localRows = on;
+        Rows here = on;
         Prefetcher<Step::kPrefetchRows> prefetcher(prefetch, firstRow, (last - x) / kPixels + 1, &on);
-        if constexpr (Step::kIsShort) {
-            for (std::size_t steps = (last - x + kPixels - 1) / kPixels; steps != 0; --steps, x += kPixels) {
-                prefetcher.Step();
-                Step::template Run<kStream>(localState, localRows, x);
-            }
-            Step::template Run<kStream>(localState, localRows, last);
-        } else {
+        if constexpr (Step::kCost == StepCost::kManyRows) {
             for (;;) {
                 prefetcher.Step();
-                Step::template Run<kStream>(localState, localRows, x);
+                Step::template Run<kStream>(localState, here, x);
                 if (x >= last) break;
                 x = std::min(x + kPixels, last);
+            }
+        } else if constexpr (Step::kCost == StepCost::kFewInstructions) {
+            Step::Advance(here, static_cast<std::ptrdiff_t>(x));
+            for (; x < last; x += kPixels) {
+                prefetcher.Step();
+                Step::template Run<kStream>(localState, here, 0);
+                Step::Advance(here, kPixels);
+            }
+            Step::Advance(here, static_cast<std::ptrdiff_t>(last) - static_cast<std::ptrdiff_t>(x));
+            Step::template Run<kStream>(localState, here, 0);
+        } else {
+            Step::Advance(here, static_cast<std::ptrdiff_t>(x));
+            for (std::size_t left = last - x;;) {
+                prefetcher.Step();
+                Step::template Run<kStream>(localState, here, 0);
+                if (left == 0) break;
+                const std::size_t step = std::min(kPixels, left);
+                left -= step;
+                Step::Advance(here, static_cast<std::ptrdiff_t>(step));
             }
         }
         ClearUpperHalves();
@@ -225,7 +246,7 @@ struct PixelStep {
     static constexpr std::size_t kInputs = 1, kOutputs = kOutputsOf;
     static constexpr std::size_t kPixels = kLanes, kGroup = 1, kMargin = 0;
     static constexpr std::size_t kPixelBytes = kPixelBytesOf, kPrefetchRows = 1;
-    static constexpr bool kIsShort = false;
+    static constexpr StepCost kCost = StepCost::kManyInstructions;
     using Rows = StepRows<kInputs, kOutputs>;
 
     template <class State>
@@ -234,21 +255,30 @@ struct PixelStep {
     }
 };
 
+/// Moves all rows on by so many groups of columns, whose bytes in the inputs and in the outputs are these.
+template <std::ptrdiff_t kInputBytes, std::ptrdiff_t kOutputBytes, class Rows>
+HWY_INLINE void AdvanceRows(Rows& rows, std::ptrdiff_t groups) {
+    for (auto& in : rows.in) in += groups * kInputBytes;
+    for (auto& out : rows.out) out += groups * kOutputBytes;
+}
+
 /// Columns of a tile, as a walk takes them.
 HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
     return {tile.begin, tile.end, tile.width, tile.readable, tile.streams};
 }
 
 /// Takes a step with one input over all rows of a tile. Its outputs are the planes of the destination.
+///
+/// \param of  the tile's columns, counted as the step does
 template <class Step>
-void WalkPixels(const typename Step::State& state, const Tile& tile) {
-    WalkColumns columns = ColumnsOf(tile);
+void WalkPixels(const typename Step::State& state, const Tile& tile, const Columns& of) {
+    WalkColumns columns = {of.begin, of.end, of.width, tile.readable, tile.streams};
     Prefetch prefetch = tile.prefetch;
     std::uint32_t last = tile.last;
     // Rows that follow one another without a gap are one row.
-    if (tile.begin == 0 && tile.end == tile.width && tile.width % Step::kGroup == 0 &&
-        tile.source.AreContiguous(Step::InputBytes(tile.width)) &&
-        tile.destination.AreContiguous(tile.width * Step::kPixelBytes)) {
+    if (columns.begin == 0 && columns.end == columns.width && columns.width % Step::kGroup == 0 &&
+        tile.source.AreContiguous(Step::InputBytes(columns.width)) &&
+        tile.destination.AreContiguous(columns.width * Step::kPixelBytes)) {
         const std::size_t rows = tile.last - tile.first;
         columns.width *= rows;
         columns.end = columns.width;

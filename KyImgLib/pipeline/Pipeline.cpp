@@ -267,9 +267,8 @@ void Pipeline::MakeTile(Stage& stage, std::uint32_t first, std::uint32_t last, s
     tile.end = end;
     if (tile.prefetch.rows != nullptr) {
         const RowKernel& reader = stages[0].kernel;
-        const std::size_t rowBytes = reader.SourceBytes(stages[0].width);
-        tile.prefetch.begin = rowBytes * begin / stage.width;
-        tile.prefetch.bytes = rowBytes * end / stage.width - tile.prefetch.begin;
+        tile.prefetch.begin = reader.SourceBytes(begin);
+        tile.prefetch.bytes = reader.SourceBytes(end) - tile.prefetch.begin;
         if (reader.needs.isComputeBound) {
             const std::size_t half = tile.prefetch.bytes / 2;
             if (&stage != &stages[0]) tile.prefetch.begin += half;

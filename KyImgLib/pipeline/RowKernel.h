@@ -24,6 +24,11 @@ struct Prefetch {
     std::size_t bytes;       ///< 0: nothing
 };
 
+struct Columns {
+    std::size_t begin, end;
+    std::size_t width;  ///< of a row
+};
+
 /// What a kernel converts in one call: some columns of some rows.
 struct Tile {
     SourceRows source;
@@ -36,6 +41,8 @@ struct Tile {
     ReadableBytes readable;
     bool streams;  ///< write with streaming (non-temporal) stores
     Prefetch prefetch;
+
+    Columns GetColumns() const { return {begin, end, width}; }
 };
 
 /// One step of a pipeline: makes rows of one format from rows of another. A kernel declares what it needs; the pipeline sees

@@ -20,7 +20,7 @@ public:
     static constexpr std::size_t kOutputs = kKind == RowKind::kTwo ? 2 : 1;
     static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = Pixels::kMargin;
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = kOutputs;
-    static constexpr bool kIsShort = false;
+    static constexpr StepCost kCost = StepCost::kManyRows;
 
     struct Rows : StepRows<kInputs, kOutputs> {
         bool ownIsBlue;  ///< of the first of them

@@ -9,7 +9,7 @@ public:
     static constexpr std::size_t kInputs = 2, kOutputs = 2;
     static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = 0;
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = 2;
-    static constexpr bool kIsShort = false;
+    static constexpr StepCost kCost = StepCost::kManyRows;
 
     struct Rows : StepRows<kInputs, kOutputs> {
         bool ownIsBlue;  ///< of the first of them

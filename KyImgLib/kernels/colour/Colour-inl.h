@@ -95,18 +95,21 @@ struct ColourStep : PixelStep<Writer::kPixelBytes, Writer::kPlanes> {
         return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
     }
 
+    static HWY_INLINE void Advance(typename ColourStep::Rows& rows, std::ptrdiff_t pixels) {
+        AdvanceRows<Reader::kGroupBytes, kGroup * Writer::kPixelBytes>(rows,
+                                                                       pixels / static_cast<std::ptrdiff_t>(kGroup));
+    }
+
     template <bool kStream>
-    static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t x) {
-        const Planes8 pixels = state.Read(rows.in[0] + x / kGroup * Reader::kGroupBytes);
-        std::uint8_t* to[Writer::kPlanes];
-        for (std::size_t i = 0; i < Writer::kPlanes; ++i) to[i] = rows.out[i] + x * Writer::kPixelBytes;
-        Writer::template Store<kStream>(pixels.first, pixels.second, pixels.third, to);
+    static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t) {
+        const Planes8 pixels = state.Read(rows.in[0]);
+        Writer::template Store<kStream>(pixels.first, pixels.second, pixels.third, rows.out);
     }
 };
 
 template <class Step>
 void ConvertColours(const RowKernel& kernel, const Tile& tile) {
-    WalkPixels<Step>(kernel.Get<typename Step::State>(), tile);
+    WalkPixels<Step>(kernel.Get<typename Step::State>(), tile, tile.GetColumns());
 }
 
 template <class Reader, class Writer, class Settings>

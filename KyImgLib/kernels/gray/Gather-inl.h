@@ -1,29 +1,25 @@
 // Gathers the last byte of each sample: a kernel in front of those that read bytes one after the other. Needs InOrder-inl.h
 // before it.
 
-/// The tile with its columns counted in samples instead of pixels. A partial group counts with all its samples.
-inline Tile TileOfSamples(const Tile& pixels, const GatherSettings& settings) {
+/// A tile's columns counted in samples instead of pixels. A partial group counts with all its samples.
+inline Columns SamplesOf(const Tile& tile, const GatherSettings& settings) {
     const std::size_t group = settings.group, samples = settings.groupSamples;
     const auto samplesOf = [&](std::size_t columns) { return (columns + group - 1) / group * samples; };
-    Tile tile = pixels;
-    tile.begin = samplesOf(pixels.begin);
-    tile.end = samplesOf(pixels.end);
-    tile.width = samplesOf(pixels.width);
-    return tile;
+    return {samplesOf(tile.begin), samplesOf(tile.end), samplesOf(tile.width)};
 }
 
 /// The upper bytes of words.
 inline void GatherUpperBytes(const RowKernel& kernel, const Tile& tile) {
     GraySettings upperByte = {};
     upperByte.shift = 8;
-    ConvertInOrder<ReadWordBytes, WriteGray8>(ReadWordBytes(upperByte),
-                                              TileOfSamples(tile, kernel.Get<GatherSettings>()));
+    ConvertInOrder<ReadWordBytes, WriteGray8>(ReadWordBytes(upperByte), tile,
+                                              SamplesOf(tile, kernel.Get<GatherSettings>()));
 }
 
 /// The last bytes of samples of any size. Not worth vectors: nearly all sources have words.
 inline void GatherLastBytes(const RowKernel& kernel, const Tile& tile) {
     const auto& settings = kernel.Get<GatherSettings>();
-    const Tile samples = TileOfSamples(tile, settings);
+    const Columns samples = SamplesOf(tile, settings);
     const std::size_t size = settings.sampleBytes;
     for (std::uint32_t y = tile.first; y < tile.last; ++y) {
         const std::uint8_t* const from = tile.source[y] + size - 1;

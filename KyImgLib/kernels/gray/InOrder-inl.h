@@ -3,11 +3,11 @@
 #if KY_SCALAR
 
 template <class Reader, class Writer>
-void ConvertInOrder(const Reader& reader, const Tile& tile) {
+void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& columns) {
     for (std::uint32_t y = tile.first; y < tile.last; ++y) {
         const std::uint8_t* const from = tile.source[y];
         std::uint8_t* const to = tile.destination[y];
-        for (std::size_t x = tile.begin; x < tile.end; ++x)
+        for (std::size_t x = columns.begin; x < columns.end; ++x)
             Writer::StorePixel(reader.Sample(from, x), to + x * Writer::kPixelBytes);
     }
 }
@@ -17,29 +17,34 @@ void ConvertInOrder(const Reader& reader, const Tile& tile) {
 template <class Reader, class Writer>
 struct InOrderStep : PixelStep<Writer::kPixelBytes> {
     static constexpr std::size_t kGroup = Reader::kGroup;
-    static constexpr bool kIsShort = true;
+    static constexpr StepCost kCost = StepCost::kFewInstructions;
     using State = Reader;
 
     static constexpr std::size_t InputBytes(std::size_t pixels) {
         return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
     }
 
+    static HWY_INLINE void Advance(typename InOrderStep::Rows& rows, std::ptrdiff_t pixels) {
+        AdvanceRows<Reader::kGroupBytes, kGroup * Writer::kPixelBytes>(rows,
+                                                                       pixels / static_cast<std::ptrdiff_t>(kGroup));
+    }
+
     template <bool kStream>
-    static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t x) {
+    static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t) {
         V8 samples[Reader::kSampleBytes];
-        reader.Read(rows.in[0] + x / kGroup * Reader::kGroupBytes, samples);
-        Writer::template Store<kStream>(samples, rows.out[0] + x * Writer::kPixelBytes);
+        reader.Read(rows.in[0], samples);
+        Writer::template Store<kStream>(samples, rows.out[0]);
     }
 };
 
 template <class Reader, class Writer>
-void ConvertInOrder(const Reader& reader, const Tile& tile) {
-    WalkPixels<InOrderStep<Reader, Writer>>(reader, tile);
+void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& columns) {
+    WalkPixels<InOrderStep<Reader, Writer>>(reader, tile, columns);
 }
 
 #endif
 
 template <class Reader, class Writer>
 void ConvertInOrder(const RowKernel& kernel, const Tile& tile) {
-    ConvertInOrder<Reader, Writer>(kernel.Get<Reader>(), tile);
+    ConvertInOrder<Reader, Writer>(kernel.Get<Reader>(), tile, tile.GetColumns());
 }

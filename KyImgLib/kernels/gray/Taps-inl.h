@@ -88,7 +88,7 @@ template <class Reader, class Writer, std::size_t kTaps, Taps kBackwards>
 struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kSampleBytes = Reader::kSampleBytes;
     static constexpr std::size_t kPrefetchRows = 0;  // as many streams as taps leave none for it
-    static constexpr bool kIsShort = true;
+    static constexpr StepCost kCost = StepCost::kFewInstructions;
     using State = Reader;
     using Rows = StepRows<1, kTaps>;
 
@@ -101,9 +101,17 @@ struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
         return rows.out[tap] + x * kPixelBytes;
     }
 
+    static HWY_INLINE void Advance(Rows& rows, std::ptrdiff_t columns) {
+        const std::ptrdiff_t samples = columns * static_cast<std::ptrdiff_t>(kTaps);
+        const std::ptrdiff_t bytes = columns * static_cast<std::ptrdiff_t>(kPixelBytes);
+        rows.in[0] +=
+            samples / static_cast<std::ptrdiff_t>(Reader::kGroup) * static_cast<std::ptrdiff_t>(Reader::kGroupBytes);
+        for (std::size_t tap = 0; tap < kTaps; ++tap) rows.out[tap] += Descends(kBackwards, tap) ? -bytes : bytes;
+    }
+
     template <bool kStream>
-    static HWY_INLINE void Run(const Reader& reader, const Rows& rows, std::size_t x) {
-        const std::uint8_t* const from = rows.in[0] + InputBytes(x);
+    static HWY_INLINE void Run(const Reader& reader, const Rows& rows, std::size_t) {
+        const std::uint8_t* const from = rows.in[0];
         V8 in[kTaps * kSampleBytes];
         for (std::size_t i = 0; i < kTaps; ++i) {
             V8 samples[kSampleBytes];
@@ -121,7 +129,7 @@ struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
         }
         for (std::size_t tap = 0; tap < kTaps; ++tap) {
             if (Descends(kBackwards, tap)) Reverse(taps[tap]);
-            Writer::template Store<kStream>(taps[tap], Output(reader, rows, tap, x, kLanes));
+            Writer::template Store<kStream>(taps[tap], Output(reader, rows, tap, 0, kLanes));
         }
     }
 };
