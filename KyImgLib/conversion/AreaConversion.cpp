@@ -149,8 +149,10 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
         const KyPixelConverter& converter = *stages.converters[i];
         const bool isLast = i + 1 == stages.count;
         if (!isLast && !LinesMatch(stages, i, area.sourceWidth)) return false;
-        if (!isLast && stages.Copies(i)) continue;
         const Area& own = isLast ? area : whole;
+        // Of an odd height a copy of fields leaves the last line empty.
+        const bool leavesLine = IsInterlaced(converter.GetSourceType()) && own.height % 2 != 0;
+        if (!isLast && stages.Copies(i) && !leavesLine) continue;
         const KyRGBFilter* const filter =
             context.filter != nullptr ? context.filter : &ConverterRecord::Of(converter).DefaultFilter();
         if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, own.sourceWidth, false, 0}, pipeline))

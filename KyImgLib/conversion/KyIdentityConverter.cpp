@@ -27,6 +27,7 @@ struct CopyMaker {
         // Read once: it takes the registry's lock.
         const std::size_t bytes =
             settings.isExact ? settings.sourceRowBytes : converter->GetSourceByteSize(settings.width);
+        if (settings.width != 0) needs.pixelBytes = (bytes + settings.width - 1) / settings.width;
         pipeline.Add().Set(needs, &CopiedRow::Copy, CopiedRow{bytes});
         return true;
     }
