@@ -15,8 +15,6 @@ namespace {
 constexpr std::uint32_t kBayerPatternFlags = KyPixelConverter::FLAG_BAYER_GRBG | KyPixelConverter::FLAG_BAYER_GBRG |
                                              KyPixelConverter::FLAG_BAYER_RGGB | KyPixelConverter::FLAG_BAYER_BGGR;
 
-bool IsInterlaced(std::int64_t type) { return (type & KY_TYPE_INTERLACED) != 0; }
-
 /// Puts an area conversion's settings into the context, as line forms find them.
 void FillContext(const KyPixelConverter& converter, const Area& area, KyPixelConverterContext& context) {
     context.sourceLineSize = converter.GetSourceByteSize(area.sourceWidth);
@@ -34,7 +32,7 @@ void FillContext(const KyPixelConverter& converter, const Area& area, KyPixelCon
 
 /// Lines of an area that are converted together.
 std::uint32_t LineStep(const KyPixelConverter& converter) {
-    if (IsInterlaced(converter.GetSourceType())) return 2;
+    if (IsInterlaced(converter)) return 2;
     return std::max(ConverterRecord::LinesPerConvertOf(converter), std::uint32_t{1});
 }
 
@@ -64,7 +62,7 @@ bool AddStage(const KyPixelConverter& converter, const Area& area, const Convers
     if (count > Pipeline::kMostKernels) return false;
     const RowKernel& kernel = pipeline.Kernel(count - 1);
     const std::size_t width = kernel.AreaWidth(area.width);
-    const std::uint32_t step = IsInterlaced(converter.GetSourceType()) ? 2 : kernel.needs.rowStep;
+    const std::uint32_t step = IsInterlaced(converter) ? 2 : kernel.needs.rowStep;
     const std::uint32_t lines = area.height - area.height % step;
     const std::uint32_t height = HeightForNeighbours(area.destinationHeight);
     // A kernel before it makes what it reads, neighbours included.
@@ -112,6 +110,21 @@ Pipeline::Images ImagesOf(const KyPixelConverterContext& context, bool isInterla
     return images;
 }
 
+/// The kernel of a converter that has none: calls its line form.
+struct LineCalls {
+    const KyPixelConverter* converter;
+    ThreadContext* context;
+    std::uint32_t rowIndexes;  ///< line indexes from a row to the next
+
+    static void Run(const RowKernel& kernel, const Tile& tile) {
+        const LineCalls& self = kernel.Get<LineCalls>();
+        for (std::uint32_t y = tile.first; y < tile.last; y += kernel.needs.rowStep) {
+            self.context->lineIndex = y * self.rowIndexes;
+            self.converter->Convert(tile.source[y], tile.destination[y], static_cast<std::uint32_t>(tile.width));
+        }
+    }
+};
+
 }  // namespace
 
 Stages Stages::Of(const KyPixelConverter& converter) {
@@ -151,15 +164,15 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
         if (!isLast && !LinesMatch(stages, i, area.sourceWidth)) return false;
         const Area& own = isLast ? area : whole;
         // Of an odd height a copy of fields leaves the last line empty.
-        const bool leavesLine = IsInterlaced(converter.GetSourceType()) && own.height % 2 != 0;
+        const bool leavesLine = IsInterlaced(converter) && own.height % 2 != 0;
         if (!isLast && stages.Copies(i) && !leavesLine) continue;
         const KyRGBFilter* const filter =
             context.filter != nullptr ? context.filter : &ConverterRecord::Of(converter).DefaultFilter();
         if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, own.sourceWidth, false, 0}, pipeline))
             return false;
-        if (IsInterlaced(converter.GetSourceType()) && !CanInterleaveFields(pipeline, own.width)) return false;
+        if (IsInterlaced(converter) && !CanInterleaveFields(pipeline, own.width)) return false;
     }
-    const bool isInterlaced = IsInterlaced(first.GetSourceType());
+    const bool isInterlaced = IsInterlaced(first);
 
     FillContext(last, area, context);
     const std::uint32_t step = LineStep(last);
@@ -171,29 +184,10 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     return true;
 }
 
-namespace {
-
-/// The kernel of a converter that has none: calls its line form.
-struct LineCalls {
-    const KyPixelConverter* converter;
-    ThreadContext* context;
-    std::uint32_t rowIndexes;  ///< line indexes from a row to the next
-
-    static void Run(const RowKernel& kernel, const Tile& tile) {
-        const LineCalls& self = kernel.Get<LineCalls>();
-        for (std::uint32_t y = tile.first; y < tile.last; y += kernel.needs.rowStep) {
-            self.context->lineIndex = y * self.rowIndexes;
-            self.converter->Convert(tile.source[y], tile.destination[y], static_cast<std::uint32_t>(tile.width));
-        }
-    }
-};
-
-}  // namespace
-
 void ConvertAreaByLineCalls(const KyPixelConverter& converter, const Area& area, const std::uint8_t* source,
                             std::uint8_t* destination, ThreadContext& context) {
     FillContext(converter, area, context);
-    const bool isInterlaced = IsInterlaced(converter.GetSourceType());
+    const bool isInterlaced = IsInterlaced(converter);
     const std::uint32_t step = LineStep(converter);
     const std::uint32_t lines = area.height - area.height % step;
     // Read now: a composite converter's line call changes the context.

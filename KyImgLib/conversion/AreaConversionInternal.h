@@ -4,6 +4,7 @@
 #include <KyImgLib/conversion/ContextInternal.h>
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/pipeline/Pipeline.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -12,15 +13,16 @@ namespace ky {
 
 /// The numbers of an area conversion, see KyPixelConverter::Convert().
 struct Area {
-    std::uint32_t sourceWidth;
-    std::uint32_t sourceHeight;
-    std::uint32_t destinationWidth;
-    std::uint32_t destinationHeight;
-    std::uint32_t width;
-    std::uint32_t height;
+    std::uint32_t sourceWidth, sourceHeight;
+    std::uint32_t destinationWidth, destinationHeight;
+    std::uint32_t width, height;
     std::uint32_t flags;
     std::uint32_t destinationPadding;
 };
+
+inline bool IsInterlaced(const KyPixelConverter& converter) {
+    return (converter.GetSourceType() & KY_TYPE_INTERLACED) != 0;
+}
 
 /// A converter alone, or the stages of a chain, one after the other.
 struct Stages {

@@ -48,7 +48,7 @@ const KyRGBFilter& DefaultFilter(std::uint16_t bitSize) {
 
 void PrepareConversion() {
     DefaultFilter(8);
-    RowMemoryPool();
+    RowMemory::Prepare();
 }
 
 }  // namespace ky

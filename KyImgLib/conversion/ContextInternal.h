@@ -33,22 +33,17 @@ private:
 
 /// A thread's context during an area conversion. It leaves no filter behind, whichever way the conversion ends, and the
 /// source width of the area around it.
-class AreaScope {
+class AreaScope : public ContextHolder {
 public:
-    explicit AreaScope(std::uint32_t sourceWidth) : outerSourceWidth(context->areaSourceWidth) {
-        context->areaSourceWidth = sourceWidth;
+    explicit AreaScope(std::uint32_t sourceWidth) : outerSourceWidth((**this).areaSourceWidth) {
+        (**this).areaSourceWidth = sourceWidth;
     }
     ~AreaScope() {
-        context->filter = nullptr;
-        context->areaSourceWidth = outerSourceWidth;
+        (**this).filter = nullptr;
+        (**this).areaSourceWidth = outerSourceWidth;
     }
-    AreaScope(const AreaScope&) = delete;
-    AreaScope& operator=(const AreaScope&) = delete;
-    ThreadContext* operator->() const { return &*context; }
-    ThreadContext& operator*() const { return *context; }
 
 private:
-    ContextHolder context;
     std::uint32_t outerSourceWidth;
 };
 

@@ -29,12 +29,9 @@ struct ConversionSettings {
 
 /// What the library keeps of a converter.
 struct KyPixelConverter::Record : KyObject {
-    std::int64_t sourceType;
-    std::int64_t destinationType;
-    std::uint32_t sourceByteSize;
-    std::uint32_t destinationByteSize;
-    std::uint32_t pipeliningSize;
-    std::uint32_t linesPerConvert;
+    std::int64_t sourceType, destinationType;
+    std::uint32_t sourceByteSize, destinationByteSize;
+    std::uint32_t pipeliningSize, linesPerConvert;
 
     Record(std::int64_t source, std::int64_t destination, std::uint32_t sourceBytes, std::uint32_t destinationBytes,
            std::uint32_t pipelining, std::uint32_t lines)

@@ -14,6 +14,13 @@ struct TrackedShape {
     std::uint32_t tableMismatches;  ///< entries of the table that are not their own index
 };
 
+/// Looks for the gain and offset behind a table of 256 bytes and fills the linear part of `shape`; isLinear says
+/// whether the arithmetic gives every single entry.
+void FitLinear(const std::uint8_t* table, FilterShape8& shape);
+
+/// The same for a table of `entryCount` words.
+void FitLinear16(const std::uint16_t* table, std::uint32_t entryCount, FilterShape16& shape);
+
 }  // namespace ky
 
 struct KyRGBFilter::Record : Tables {

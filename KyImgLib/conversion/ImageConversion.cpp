@@ -2,15 +2,12 @@
 
 #include <KyImgLib/conversion/AreaConversionInternal.h>
 #include <KyImgLib/conversion/ConverterRecordInternal.h>
-#include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <algorithm>
 
 namespace ky {
 
 namespace {
-
-bool IsInterlaced(const KyPixelConverter& converter) { return (converter.GetSourceType() & KY_TYPE_INTERLACED) != 0; }
 
 /// Adds the kernels of all stages. False when one has none.
 bool AddStages(const KyPixelConverter& converter, const ConversionSettings& settings, Pipeline& pipeline) {

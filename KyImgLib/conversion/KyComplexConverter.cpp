@@ -34,21 +34,17 @@ std::size_t DestinationSize(const KyPixelConverter& converter, std::uint32_t wid
 }  // namespace
 
 struct KyComplexConverter::Stages : KyObject {
-    ky::BufferPool intermediate;
     const KyPixelConverter& first;
     const KyPixelConverter& second;
     ky::Stages all;  ///< those of chains among the two in turn
 
     Stages(const KyPixelConverter& firstStage, const KyPixelConverter& secondStage)
         : first(firstStage), second(secondStage) {
-        Add(first);
-        Add(second);
-    }
-
-private:
-    void Add(const KyPixelConverter& converter) {
-        const ky::Stages inner = ky::Stages::Of(converter);
-        for (std::size_t i = 0; i < inner.count; ++i) all.Add(*inner.converters[std::min(i, ky::Stages::kMost - 1)]);
+        for (const KyPixelConverter* const stage : {&first, &second}) {
+            const ky::Stages inner = ky::Stages::Of(*stage);
+            for (std::size_t i = 0; i < inner.count; ++i)
+                all.Add(*inner.converters[std::min(i, ky::Stages::kMost - 1)]);
+        }
     }
 };
 
@@ -98,7 +94,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint3
     if (ky::ConvertAreaByKernels(stages->all, area, source, destination, *context)) return KY_STATUS_SUCCESS;
 
     const std::size_t size = DestinationSize(stages->first, sourceWidth, sourceHeight);
-    const ky::LentBuffer image(stages->intermediate, size);
+    const ky::RowMemory image(size);
     std::memset(image.Get(), 0, size);  // what the first stage leaves out is not what an earlier image had there
     const std::uint32_t status = stages->first.Convert(source, sourceWidth, sourceHeight, image.Get(), sourceWidth,
                                                        sourceHeight, sourceWidth, sourceHeight, flags, 0);
@@ -114,7 +110,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8
     // Held for the chain and for each stage; on one thread the three are the same record.
     const ky::ContextHolder context, firstContext, secondContext;
     const std::size_t size = DestinationSize(stages->first, count, GetLinesPerConvert());
-    const ky::LentBuffer lines(stages->intermediate, size);
+    const ky::RowMemory lines(size);
     std::memset(lines.Get(), 0, size);
     context->destinationLineSize = stages->first.GetDestinationByteSize(count);
     context->sourceLineSize = stages->second.GetSourceByteSize(count);
@@ -125,7 +121,7 @@ std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8
 }
 
 std::uint32_t KyComplexConverter::Convert(const std::uint8_t* source, std::uint8_t* destination) const {
-    const ky::LentBuffer pixel(stages->intermediate, stages->first.GetDestinationByteSize(1));
+    const ky::RowMemory pixel(stages->first.GetDestinationByteSize(1));
     const std::uint32_t status = stages->first.Convert(source, pixel.Get());
     if (status != KY_STATUS_SUCCESS) return status;
     return stages->second.Convert(pixel.Get(), destination);

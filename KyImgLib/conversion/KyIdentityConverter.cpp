@@ -27,7 +27,8 @@ struct CopyMaker {
         // Read once: it takes the registry's lock.
         const std::size_t bytes =
             settings.isExact ? settings.sourceRowBytes : converter->GetSourceByteSize(settings.width);
-        if (settings.width != 0) needs.pixelBytes = (bytes + settings.width - 1) / settings.width;
+        const std::size_t pixels = settings.width;
+        if (pixels != 0) needs.pixelBytes = static_cast<std::uint32_t>((bytes + pixels - 1) / pixels);
         pipeline.Add().Set(needs, &CopiedRow::Copy, CopiedRow{bytes});
         return true;
     }

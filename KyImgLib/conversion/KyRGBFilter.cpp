@@ -1,7 +1,6 @@
 #include <KyImgLib/conversion/KyRGBFilter.h>
 
 #include <KyImgLib/conversion/FilterRecordInternal.h>
-#include <KyImgLib/conversion/LinearTableInternal.h>
 
 #include <algorithm>
 #include <memory>
@@ -28,17 +27,12 @@ std::uint16_t Entry(std::uint32_t index, double gain, std::uint16_t offset, std:
     return value > 0.0 ? static_cast<std::uint16_t>(value) : std::uint16_t{0};
 }
 
-std::unique_ptr<std::uint16_t[]> IdentityTable(std::uint32_t entryCount) {
-    std::unique_ptr<std::uint16_t[]> table(new std::uint16_t[entryCount]);
-    std::iota(table.get(), table.get() + entryCount, std::uint16_t{0});
-    return table;
-}
-
 /// Entries that a filter of less than 8 bits does not reach are 0.
-std::unique_ptr<std::uint8_t[]> IdentityView(std::uint32_t entryCount) {
-    std::unique_ptr<std::uint8_t[]> view(new std::uint8_t[kByteEntries]());
-    std::iota(view.get(), view.get() + std::min(entryCount, kByteEntries), std::uint8_t{0});
-    return view;
+template <class Value>
+std::unique_ptr<Value[]> IdentityTable(std::uint32_t size, std::uint32_t entryCount) {
+    std::unique_ptr<Value[]> table(new Value[size]());
+    std::iota(table.get(), table.get() + std::min(entryCount, size), Value{0});
+    return table;
 }
 
 /// Sets an entry of a table and of its 8-bit view.
@@ -66,8 +60,10 @@ KyRGBFilter::KyRGBFilter(std::uint32_t bitSize) : tables(nullptr) {
         throw std::length_error("KyRGBFilter takes samples of 0 to 16 bits, not " + std::to_string(bitSize));
 
     const std::uint32_t entryCount = 1u << bitSize;
-    auto red8 = IdentityView(entryCount), green8 = IdentityView(entryCount), blue8 = IdentityView(entryCount);
-    auto red16 = IdentityTable(entryCount), green16 = IdentityTable(entryCount), blue16 = IdentityTable(entryCount);
+    const auto newView = [=] { return IdentityTable<std::uint8_t>(kByteEntries, entryCount); };
+    const auto newTable = [=] { return IdentityTable<std::uint16_t>(entryCount, entryCount); };
+    auto red8 = newView(), green8 = newView(), blue8 = newView();
+    auto red16 = newTable(), green16 = newTable(), blue16 = newTable();
 
     ky::TrackedShape shape = {};
     shape.viewMismatches = kByteEntries - std::min(entryCount, kByteEntries);

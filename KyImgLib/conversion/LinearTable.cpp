@@ -1,4 +1,4 @@
-#include <KyImgLib/conversion/LinearTableInternal.h>
+#include <KyImgLib/conversion/FilterRecordInternal.h>
 
 #include <algorithm>
 #include <initializer_list>

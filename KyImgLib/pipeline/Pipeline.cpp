@@ -24,8 +24,6 @@ constexpr std::size_t kBatchBytes = 16 * 1024, kStreamedBatchBytes = 4 * 1024;
 /// Rows that are made at a time, at most: enough for what each time costs not to count.
 constexpr std::size_t kMostBatchRows = 64;
 
-ReadableBytes AllMemory() { return {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)}; }
-
 template <class Number>
 Number RoundUp(Number value, Number step) {
     return (value + step - 1) / step * step;
@@ -181,7 +179,7 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
         if (i > 0) {
             const DestinationRows& ring = stages[i - 1].tile.destination;
             tile.source = {ring.even, ring.odd, ring.twoRows, ring.mask};
-            tile.readable = AllMemory();
+            tile.readable = {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)};
         }
         if (i + 1 < count) {
             tile.destination = DestinationRows::OfRing(memory + kMargin, static_cast<std::ptrdiff_t>(stage.ringStride),

@@ -4,52 +4,33 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
-#include <vector>
 
 namespace ky {
 
-/// Memory that one conversion uses and the next one finds again. The last one given back is the next one lent, so that a
-/// single thread always works in the same, warm memory. Any number of threads may take and give. None waits: while another one
-/// holds the pool, memory comes from the system, so the child of a fork does not wait for a thread that it does not have.
-class BufferPool {
+/// Memory that one conversion keeps rows in and the next one finds again, in a pool. The last one given back is the next one
+/// taken, so that a single thread always works in the same, warm memory. Any number of threads may take and give. None waits:
+/// while another one holds the pool, memory comes from the system, so the child of a fork does not wait for a thread that it
+/// does not have.
+class RowMemory {
 public:
-    struct Buffer {
+    /// At least `size` bytes, their contents anything. Throws std::bad_alloc.
+    explicit RowMemory(std::size_t size);
+    ~RowMemory();
+    RowMemory(const RowMemory&) = delete;
+    RowMemory& operator=(const RowMemory&) = delete;
+
+    std::uint8_t* Get() const { return block.bytes.get(); }
+
+    struct Block {
         std::unique_ptr<std::uint8_t[]> bytes;
         std::size_t size = 0;
     };
 
-    /// A buffer of at least `size` bytes, their contents anything. Throws std::bad_alloc.
-    Buffer Take(std::size_t size);
-    void Give(Buffer returned) noexcept;
+    /// Creates the pool, so that it outlives everything created later.
+    static void Prepare();
 
 private:
-    std::mutex mutex;
-    std::vector<Buffer> idle;
-};
-
-/// A buffer of a pool, lent as long as this lives.
-class LentBuffer {
-public:
-    LentBuffer(BufferPool& owner, std::size_t size) : pool(owner), buffer(owner.Take(size)) {}
-    ~LentBuffer() { pool.Give(std::move(buffer)); }
-    LentBuffer(const LentBuffer&) = delete;
-    LentBuffer& operator=(const LentBuffer&) = delete;
-
-    std::uint8_t* Get() const { return buffer.bytes.get(); }
-
-private:
-    BufferPool& pool;
-    BufferPool::Buffer buffer;
-};
-
-/// The pool that row rings take their memory from.
-BufferPool& RowMemoryPool();
-
-/// Memory for the rings of one pipeline.
-class RowMemory : public LentBuffer {
-public:
-    explicit RowMemory(std::size_t size) : LentBuffer(RowMemoryPool(), size) {}
+    Block block;
 };
 
 }  // namespace ky

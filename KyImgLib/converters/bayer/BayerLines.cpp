@@ -2,6 +2,7 @@
 
 #include <KyImgLib/conversion/ContextInternal.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace ky {
@@ -19,7 +20,7 @@ std::uint32_t ConvertLines(const KyPixelConverter& converter, const KyPixelConve
     // A height of 0 has no last line.
     const std::uint32_t height = context.destinationHeight == 0 ? kMost : context.destinationHeight;
     for (std::size_t i = 0; i < pipeline.Count(); ++i)
-        pipeline.SetSize(i, pipeline.Kernel(i).AreaWidth(count), kMost, height);
+        pipeline.SetSize(i, pipeline.Kernel(i).AreaWidth(count), std::max(first + lines, height), height);
     Pipeline::Images images = {};
     images.lines = lines;
     images.source = SourceRows::FromRow(source, first, static_cast<std::ptrdiff_t>(sourceStride));

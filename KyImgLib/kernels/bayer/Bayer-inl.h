@@ -37,14 +37,11 @@ void RepeatLastPixel(const Tile& tile, std::uint8_t* row) {
 /// cells above it. False where the image has no whole cell: then the two rows are set to 0.
 template <class Writer>
 bool HasCells(const Tile& tile, std::uint32_t y, std::uint32_t& cells) {
-    const bool isOddLast = y + 1 == tile.last;
-    cells = isOddLast && y >= 2 ? y - 2 : y;
+    constexpr std::size_t kBytes = Writer::kPixelBytes;
+    cells = y + 1 == tile.last && y >= 2 ? y - 2 : y;
     if (tile.width >= 2 && cells + 1 < tile.last) return true;
-    std::memset(tile.destination[y] + tile.begin * Writer::kPixelBytes, 0,
-                (tile.end - tile.begin) * Writer::kPixelBytes);
-    if (!isOddLast)
-        std::memset(tile.destination[y + 1] + tile.begin * Writer::kPixelBytes, 0,
-                    (tile.end - tile.begin) * Writer::kPixelBytes);
+    for (const std::uint32_t last = std::min(y + 2, tile.last); y < last; ++y)
+        std::memset(tile.destination[y] + tile.begin * kBytes, 0, (tile.end - tile.begin) * kBytes);
     return false;
 }
 

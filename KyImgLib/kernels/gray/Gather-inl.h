@@ -16,7 +16,8 @@ inline void GatherUpperBytes(const RowKernel& kernel, const Tile& tile) {
                                               SamplesOf(tile, kernel.Get<GatherSettings>()));
 }
 
-/// The last bytes of samples of any size. Not worth vectors: nearly all sources have words.
+/// The last bytes of samples of any size, those of a pixel from wherever they are. Not worth vectors: nearly all sources have
+/// words in order.
 inline void GatherLastBytes(const RowKernel& kernel, const Tile& tile) {
     const auto& settings = kernel.Get<GatherSettings>();
     const Columns samples = SamplesOf(tile, settings);
@@ -24,19 +25,8 @@ inline void GatherLastBytes(const RowKernel& kernel, const Tile& tile) {
     for (std::uint32_t y = tile.first; y < tile.last; ++y) {
         const std::uint8_t* const from = tile.source[y] + size - 1;
         std::uint8_t* const to = tile.destination[y];
-        for (std::size_t i = samples.begin; i < samples.end; ++i) to[i] = from[i * size];
-    }
-}
-
-/// Three samples of each pixel, from wherever they are.
-inline void GatherPlaces(const RowKernel& kernel, const Tile& tile) {
-    const auto& settings = kernel.Get<GatherSettings>();
-    const std::size_t pixelBytes = std::size_t{3} * settings.sampleBytes;
-    for (std::uint32_t y = tile.first; y < tile.last; ++y) {
-        const std::uint8_t* from = tile.source[y] + settings.sampleBytes - 1 + tile.begin * pixelBytes;
-        std::uint8_t* to = tile.destination[y] + 3 * tile.begin;
-        for (std::size_t x = tile.begin; x < tile.end; ++x, from += pixelBytes)
-            for (const std::uint32_t place : settings.places) *to++ = from[place];
+        for (std::size_t i = samples.begin; i < samples.end; ++i)
+            to[i] = from[settings.hasPlaces ? i / 3 * 3 * size + settings.places[i % 3] : i * size];
     }
 }
 
@@ -45,6 +35,6 @@ inline void MakeGather(const GatherSettings& settings, RowKernel& kernel) {
     needs.group = settings.group;
     needs.groupBytes = settings.groupSamples * settings.sampleBytes;
     needs.pixelBytes = (settings.groupSamples + settings.group - 1) / settings.group;
-    const bool isOfWords = settings.sampleBytes == 2;
-    kernel.Set(needs, settings.hasPlaces ? &GatherPlaces : isOfWords ? &GatherUpperBytes : &GatherLastBytes, settings);
+    kernel.Set(needs, settings.sampleBytes == 2 && !settings.hasPlaces ? &GatherUpperBytes : &GatherLastBytes,
+               settings);
 }
