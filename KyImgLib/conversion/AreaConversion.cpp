@@ -139,12 +139,12 @@ Stages Stages::Of(const KyPixelConverter& converter) {
 bool Stages::Copies(std::size_t index) const { return typeid(*converters[index]) == typeid(KyIdentityConverter); }
 
 bool Stages::ConvertByKernels() const {
-    constexpr std::int64_t kFarApart = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
+    constexpr std::int64_t kFieldsOrPlanes = KY_TYPE_INTERLACED | KY_TYPE_PLANAR;
     if (count > kMost) return false;
     for (std::size_t i = 0; i < count; ++i) {
         if (!ConverterRecord::Of(*converters[i]).ConvertsByKernels(*converters[i])) return false;
-        if (i > 0 && (converters[i]->GetSourceType() & kFarApart) != 0) return false;
-        if (i + 1 < count && (converters[i]->GetDestinationType() & kFarApart) != 0) return false;
+        if (i > 0 && (converters[i]->GetSourceType() & kFieldsOrPlanes) != 0) return false;
+        if (i + 1 < count && (converters[i]->GetDestinationType() & kFieldsOrPlanes) != 0) return false;
     }
     return true;
 }

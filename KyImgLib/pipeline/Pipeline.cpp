@@ -17,7 +17,7 @@ constexpr std::size_t kCacheLine = 64;
 /// Columns that a stage is ahead of the next one are a multiple of it: of every group, and of every vector.
 constexpr std::size_t kColumnStep = 64;
 
-/// Bytes of what is made at a time: a part of a first-level cache. While an image is streamed it is less, or memory would have
+/// Bytes of what is made at a time: a part of the L1 cache. While an image is streamed it is less, or memory would have
 /// nothing to write for too long.
 constexpr std::size_t kBatchBytes = 16 * 1024, kStreamedBatchBytes = 4 * 1024;
 
@@ -67,7 +67,7 @@ void Pipeline::Run(const Images& images, std::uint32_t first, std::uint32_t last
     const RowKernel::Needs& writer = Last().kernel.needs;
     const std::size_t sourceBytes = reader.SourceBytes(stage.width);
     const std::size_t destinationBytes = Last().width * writer.pixelBytes * writer.planes;
-    isLarge = ShouldStream(sourceBytes * images.lines, destinationBytes * images.lines);
+    isStreamed = ShouldStream(sourceBytes * images.lines, destinationBytes * images.lines);
 
     const std::uint32_t neighbours = Neighbours();
     if (neighbours != 0) {
@@ -79,7 +79,7 @@ void Pipeline::Run(const Images& images, std::uint32_t first, std::uint32_t last
         RunAlone(images, first, last);
     else
         RunFused(images, first, last);
-    if (isLarge) FinishStreaming();
+    if (isStreamed) FinishStreaming();
 }
 
 /// Rows above and below that all stages together need of the source.
@@ -101,9 +101,9 @@ void Pipeline::RunAlone(const Images& images, std::uint32_t first, std::uint32_t
     tile.first = first;
     tile.last = last;
     tile.height = stage.height;
-    tile.streams = isLarge;
+    tile.streams = isStreamed;
     tile.prefetch = {};
-    if (isLarge) {
+    if (isStreamed) {
         const RowKernel::Needs& needs = stage.kernel.needs;
         tile.prefetch = {&tile.source, needs.rowsAtOnce + needs.neighbours, 0, stage.kernel.SourceBytes(stage.width)};
     }
@@ -118,7 +118,7 @@ void Pipeline::RunFused(const Images& images, std::uint32_t first, std::uint32_t
         const std::uint32_t end = row + std::min(last - row, batchRows);
         PlanRows(end);
         if (firstTiled > 0)
-            MakeRows(firstTiled - 1, stages[firstTiled].until + stages[firstTiled].kernel.needs.neighbours);
+            MakeRows(firstTiled - 1, stages[firstTiled].batchEnd + stages[firstTiled].kernel.needs.neighbours);
         MakeTiles(row, end);
         row = end;
     }
@@ -138,7 +138,7 @@ void Pipeline::ChooseTiles() {
         widest = std::max(widest, stages[i].width);
     }
     firstTiled = std::min(firstTiled, count - 1);
-    const std::size_t budget = isLarge ? kStreamedBatchBytes : kBatchBytes;
+    const std::size_t budget = isStreamed ? kStreamedBatchBytes : kBatchBytes;
     const std::size_t rows = budget / (pixelBytes * widest);
     batchRows = std::max(step, static_cast<std::uint32_t>(std::min(rows, kMostBatchRows)) / step * step);
     // Of whole rows alone there are no tiles.
@@ -175,7 +175,7 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
         tile.planes[1] = images.planes[1];
         tile.width = stage.width;
         tile.height = stage.height;
-        tile.streams = isLarge && i + 1 == count;
+        tile.streams = isStreamed && i + 1 == count;
         if (i > 0) {
             const DestinationRows& ring = stages[i - 1].tile.destination;
             tile.source = {ring.even, ring.odd, ring.twoRows, ring.mask};
@@ -192,30 +192,30 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
         SetPrefetch(stage);
     }
     // From the last stage to the first: the row that the one after it needs first.
-    Last().done = first;
+    Last().nextRow = first;
     for (std::size_t i = count - 1; i-- > 0;) {
-        const std::uint32_t wanted = stages[i + 1].done;
+        const std::uint32_t wanted = stages[i + 1].nextRow;
         const std::uint32_t row = wanted - std::min(wanted, stages[i + 1].kernel.needs.neighbours);
-        stages[i].done = row - row % stages[i].kernel.needs.rowStep;
+        stages[i].nextRow = row - row % stages[i].kernel.needs.rowStep;
     }
 }
 
-/// While the last stage writes, memory gives what the first one reads next. A first stage that computes for long would leave
-/// memory idle meanwhile, and prefetches one half.
+/// While the last stage writes, memory gives what the first one reads next. A compute-bound first stage would leave memory
+/// idle meanwhile, and prefetches one half.
 void Pipeline::SetPrefetch(Stage& stage) const {
     Prefetch& prefetch = stage.tile.prefetch;
     prefetch = {};
     const bool isFirst = &stage == &stages[0], isLast = &stage == &Last();
-    if (!isLarge || !(isLast || (isFirst && stages[0].kernel.needs.isComputeBound))) return;
+    if (!isStreamed || !(isLast || (isFirst && stages[0].kernel.needs.isComputeBound))) return;
     prefetch.rows = &stages[0].tile.source;
     prefetch.ahead = batchRows + Neighbours();
 }
 
 /// Up to which row each of the tiled stages makes what the one after it needs.
 void Pipeline::PlanRows(std::uint32_t last) {
-    Last().until = last;
+    Last().batchEnd = last;
     for (std::size_t i = count - 1; i-- > firstTiled;)
-        stages[i].until = std::min(RoundUp(stages[i + 1].until, stages[i].kernel.needs.rowStep), stages[i].lines);
+        stages[i].batchEnd = std::min(RoundUp(stages[i + 1].batchEnd, stages[i].kernel.needs.rowStep), stages[i].lines);
 }
 
 /// Makes whole rows up to `until`, as far as there are any.
@@ -223,24 +223,24 @@ void Pipeline::MakeRows(std::size_t index, std::uint32_t until) {
     Stage& stage = stages[index];
     const Stage& next = stages[index + 1];
     until = std::min(until, std::max(next.lines, next.height));
-    if (until <= stage.done) return;
+    if (until <= stage.nextRow) return;
     const std::uint32_t end = std::min(RoundUp(until, stage.kernel.needs.rowStep), stage.lines);
-    if (stage.done < end) {
+    if (stage.nextRow < end) {
         if (index > 0) MakeRows(index - 1, end + stage.kernel.needs.neighbours);
-        MakeTile(stage, stage.done, end, 0, stage.width);
-        stage.done = end;
+        MakeTile(stage, stage.nextRow, end, 0, stage.width);
+        stage.nextRow = end;
     }
-    if (stage.done < until) {
-        ClearRows(stage, stage.done, until, next.width);
-        stage.done = until;
+    if (stage.nextRow < until) {
+        ClearRows(stage, stage.nextRow, until, next.width);
+        stage.nextRow = until;
     }
 }
 
 /// Makes some rows of the destination, tile by tile through all stages that take tiles.
 void Pipeline::MakeTiles(std::uint32_t first, std::uint32_t last) {
     for (std::size_t i = firstTiled; i + 1 < count; ++i) {
-        stages[i].reached = 0;
-        ClearRows(stages[i], std::max(first, stages[i].lines), stages[i + 1].until, stages[i + 1].width);
+        stages[i].nextColumn = 0;
+        ClearRows(stages[i], std::max(first, stages[i].lines), stages[i + 1].batchEnd, stages[i + 1].width);
     }
     Stage& writer = Last();
     for (std::size_t begin = 0; begin < writer.width;) {
@@ -248,8 +248,8 @@ void Pipeline::MakeTiles(std::uint32_t first, std::uint32_t last) {
         for (std::size_t i = firstTiled; i + 1 < count; ++i) {
             Stage& stage = stages[i];
             const std::size_t columns = std::min(RoundUp(end, kColumnStep), stage.width);
-            MakeTile(stage, first, stage.until, stage.reached, columns);
-            stage.reached = columns;
+            MakeTile(stage, first, stage.batchEnd, stage.nextColumn, columns);
+            stage.nextColumn = columns;
         }
         MakeTile(writer, first, last, begin, end);
         begin = end;
@@ -285,7 +285,7 @@ std::size_t Pipeline::EndOfTile(const Stage& stage, std::uint32_t row, std::size
         const std::size_t most = end + kCacheLine;
         while (end < most && (address + end * needs.pixelBytes) % kCacheLine != 0) end += needs.group;
     }
-    // Nothing less than a vector is left over.
+    // The last tile is at least a vector wide.
     return end + kColumnStep > stage.width ? stage.width : end;
 }
 

@@ -30,10 +30,10 @@ public:
     std::size_t Count() const { return count; }
     const RowKernel& Kernel(std::size_t index) const { return stages[index].kernel; }
 
-    /// What the kernel makes.
+    /// Sizes of the kernel's destination.
     ///
     /// \param width   columns
-    /// \param lines   rows. What a kernel does not make of what the next one reads is 0
+    /// \param lines   rows. Rows and columns that the next kernel reads but this one does not make are 0
     /// \param height  rows of its source from which on there are no neighbours
     void SetSize(std::size_t index, std::size_t width, std::uint32_t lines, std::uint32_t height) {
         stages[index].width = width;
@@ -66,9 +66,9 @@ private:
 
         Tile tile;
         std::size_t ringRows, ringStride;  ///< of the ring after it
-        std::uint32_t done;                ///< of whole rows: the one to be made next
-        std::uint32_t until;               ///< of tiles: the row after the last one of this batch
-        std::size_t reached;               ///< of tiles: the column to be made next
+        std::uint32_t nextRow;             ///< of whole rows: the one to be made next
+        std::uint32_t batchEnd;            ///< of tiles: the row after the last one of this batch
+        std::size_t nextColumn;            ///< of tiles: the column to be made next
     };
 
     Stage& Last() { return stages[count - 1]; }
@@ -93,7 +93,7 @@ private:
     std::size_t firstTiled;  ///< stages before it make whole rows
     std::size_t tileColumns;
     std::uint32_t batchRows;  ///< rows that the tiled stages make before the next ones
-    bool isLarge;             ///< stream, and prefetch
+    bool isStreamed;          ///< stream, and prefetch
 };
 
 }  // namespace ky

@@ -28,7 +28,7 @@ RowMemory::RowMemory(std::size_t size) {
         pool.idle.pop_back();
     }
     if (block.size >= size) return;
-    block.bytes.reset();  // before the larger one is asked for
+    block.bytes.reset();  // before the larger one is allocated
     block.bytes.reset(new std::uint8_t[size]);
     block.size = size;
 }
