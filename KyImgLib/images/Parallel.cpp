@@ -54,7 +54,7 @@ std::uint32_t CoreCount() { return std::max(std::thread::hardware_concurrency(),
 
 /// Threads that make a conversion faster. It takes some time to start one.
 std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
-    constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 4 << 20;
+    constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 12 << 20;
     const std::uint64_t line = std::uint64_t{checked.sourcePlace.lineBytes} +
                                std::uint64_t{checked.destinationPlace.lineBytes} * checked.destinationPlace.parts;
     const std::uint64_t bytes = line * (checked.lineEnd - checked.firstLine);
