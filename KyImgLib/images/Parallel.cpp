@@ -66,7 +66,7 @@ std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
 /// The calling thread and others take one band after the other, so that nobody waits for a thread that starts late. Threads
 /// that cannot be started are not needed.
 std::uint32_t ConvertOnOwnThreads(const CheckedConversion& checked) {
-    constexpr std::uint32_t kBandsOfThread = 4;
+    constexpr std::uint32_t kBandsOfThread = 16;
     const std::uint32_t threads = ThreadsThatPay(checked);
     if (threads == 1) return ConvertBand(checked, checked.firstLine, checked.lineEnd);
 
