@@ -5,7 +5,6 @@
 
 #include <array>
 #include <functional>
-#include <vector>
 
 namespace {
 
@@ -41,14 +40,6 @@ public:
 private:
     std::function<void(const Nesting&)> call;
 };
-
-TEST(Context, CountsWhoHoldsIt) {
-    std::vector<std::uint32_t> counts;
-    const Nesting outer([&](const Nesting& self) { counts.push_back(self.Look().referenceCount); });
-    outer.ConvertOneLine();
-    outer.ConvertOneLineFiltered();
-    EXPECT_EQ((std::vector<std::uint32_t>{2, 3}), counts) << "the area's, the filtered area's, and who looks";
-}
 
 TEST(Context, IsThatOfTheInnermostConversion) {
     std::array<std::uint8_t, 4096> source = {}, destination = {};
