@@ -72,12 +72,15 @@ bool AddStage(const KyPixelConverter& converter, const Area& area, const Convers
 }
 
 /// Whether the kernels of an interlaced stage make of it what line calls make of it: those convert all lines of one field, and
-/// then those of the other. Lines depend on others of their field then, and surplus pixels of a group stay where they replace
-/// the first of a line of the other field.
-bool CanInterleaveFields(const Pipeline& pipeline, std::uint32_t width) {
+/// then those of the other. So lines may neither depend on others nor reach into them, with surplus pixels of a group or in
+/// planes that overlap.
+bool CanInterleaveFields(const Pipeline& pipeline, const KyPixelConverter& converter, const Area& area) {
     for (std::size_t i = 0; i < pipeline.Count(); ++i)
-        if (pipeline.Kernel(i).AreaWidth(width) > width) return false;
-    return pipeline.TakesRowsAlone();
+        if (pipeline.Kernel(i).AreaWidth(area.width) > area.width) return false;
+    const bool isPlanar = (converter.GetDestinationType() & KY_TYPE_PLANAR) != 0;
+    const std::uint64_t line = isPlanar ? area.sourceWidth : area.destinationWidth;
+    const std::uint64_t planeSize = std::uint64_t{area.destinationWidth} * area.destinationHeight;
+    return pipeline.TakesRowsAlone() && area.width <= line && (!isPlanar || area.height * line <= planeSize);
 }
 
 /// Whether the lines that one stage makes are the next one's as they are, and no longer than a converter can tell. Those of a
@@ -170,7 +173,7 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
             context.filter != nullptr ? context.filter : &ConverterRecord::Of(converter).DefaultFilter();
         if (!AddStage(converter, own, {filter, area.flags, own.width, own.height, own.sourceWidth, false, 0}, pipeline))
             return false;
-        if (IsInterlaced(converter) && !CanInterleaveFields(pipeline, own.width)) return false;
+        if (IsInterlaced(converter) && !CanInterleaveFields(pipeline, converter, own)) return false;
     }
     const bool isInterlaced = IsInterlaced(first);
 

@@ -6,45 +6,35 @@
 
 /// One row without neighbouring rows, one row with one, one row with two, or two rows with two.
 enum class RowKind { kLone, kOneWithOneNeighbour, kOne, kTwo };
+template <RowKind kKind>
+constexpr std::size_t kInputsOf = kKind == RowKind::kTwo    ? 4
+                                  : kKind == RowKind::kLone ? 1
+                                                            : 3;
+template <RowKind kKind>
+constexpr std::size_t kOutputsOf = kKind == RowKind::kTwo ? 2 : 1;
 
 /// Inputs are the row above, the row, (the second row,) the row below. A lone row is its only input.
 template <class Writer, class Settings, class Stage, bool kFewBits, RowKind kKind, bool kGreenFirst>
-class BilinearStep {
+class BilinearStep : public SiteStep<Writer, Settings, Stage, kInputsOf<kKind>, kOutputsOf<kKind>> {
+    using Base = SiteStep<Writer, Settings, Stage, kInputsOf<kKind>, kOutputsOf<kKind>>;
+
 public:
-    using Sample = typename Settings::Sample;
-    using State = SiteOutput<Writer, Stage, Sample>;
+    using Base::InputBytes, Base::kOutputs, Base::Output;
+    using typename Base::Rows, typename Base::Sample, typename Base::State;
     using Pixels = std::conditional_t<kFewBits && (kKind == RowKind::kOne || kKind == RowKind::kTwo), WordsAround,
                                       PixelsAround<Sample>>;
 
-    static constexpr std::size_t kInputs = kKind == RowKind::kTwo ? 4 : kKind == RowKind::kLone ? 1 : 3;
-    static constexpr std::size_t kOutputs = kKind == RowKind::kTwo ? 2 : 1;
-    static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = Pixels::kMargin;
-    static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = kOutputs;
-    static constexpr StepCost kCost = StepCost::kManyRows;
-
-    struct Rows : StepRows<kInputs, kOutputs> {
-        bool ownIsBlue;  ///< of the first of them
-    };
-
-    static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
-    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return rows.out[i] + x * kPixelBytes;
-    }
+    static constexpr std::size_t kMargin = Pixels::kMargin;
 
     /// As many vectors of samples as make one of the writer's values.
     template <bool kStream>
     static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x) {
-        std::uint8_t* const to[] = {Output(output, rows, 0, x, 0)};
+        const TwoRows sites = Vectors(rows, x);
         if constexpr (State::kVectors == 1) {
-            const TwoRows sites = Vectors(rows, x);
-            const SitePlanes<Sample> first[] = {sites.first}, second[] = {sites.second};
-            output.template Write<kStream>(first, rows.ownIsBlue, to);
-            WriteSecond<kStream>(output, second, rows, x);
+            Write<kStream>(output, {sites.first}, {sites.second}, rows, x);
         } else {
-            const TwoRows sites = Vectors(rows, x), next = Vectors(rows, x + State::kVectorPixels);
-            const SitePlanes<Sample> first[] = {sites.first, next.first}, second[] = {sites.second, next.second};
-            output.template Write<kStream>(first, rows.ownIsBlue, to);
-            WriteSecond<kStream>(output, second, rows, x);
+            const TwoRows next = Vectors(rows, x + State::kVectorPixels);
+            Write<kStream>(output, {sites.first, next.first}, {sites.second, next.second}, rows, x);
         }
     }
 
@@ -54,11 +44,13 @@ private:
     };
 
     template <bool kStream>
-    static HWY_INLINE void WriteSecond(const State& output, const SitePlanes<Sample> (&sites)[State::kVectors],
-                                       const Rows& rows, std::size_t x) {
+    static HWY_INLINE void Write(const State& output, const SitePlanes<Sample> (&first)[State::kVectors],
+                                 const SitePlanes<Sample> (&second)[State::kVectors], const Rows& rows, std::size_t x) {
+        std::uint8_t* const to[] = {Output(output, rows, 0, x, 0)};
+        output.template Write<kStream>(first, rows.ownIsBlue, to);
         if constexpr (kOutputs == 2) {
-            std::uint8_t* const to[] = {Output(output, rows, 1, x, 0)};
-            output.template Write<kStream>(sites, !rows.ownIsBlue, to);
+            std::uint8_t* const toSecond[] = {Output(output, rows, 1, x, 0)};
+            output.template Write<kStream>(second, !rows.ownIsBlue, toSecond);
         }
     }
 
@@ -138,15 +130,12 @@ private:
     template <RowKind kKind>
     HWY_INLINE void BorderPixel(const std::uint8_t* const* in, std::size_t x, std::size_t width, const MosaicLine& line,
                                 std::uint8_t* to) const {
+        constexpr bool kIsLone = kKind == RowKind::kLone;
         const std::size_t at = x * sizeof(Sample);
-        SiteColours<Sample> site;
-        if constexpr (kKind == RowKind::kLone)
-            site = InterpolateSite<Sample>(nullptr, in[0] + at, nullptr, x > 0, x + 1 < width, line.IsGreenSite(x));
-        else if constexpr (kKind == RowKind::kOneWithOneNeighbour)
-            site = InterpolateSite<Sample>(in[0] + at, in[1] + at, nullptr, x > 0, x + 1 < width, line.IsGreenSite(x));
-        else
-            site =
-                InterpolateSite<Sample>(in[0] + at, in[1] + at, in[2] + at, x > 0, x + 1 < width, line.IsGreenSite(x));
+        const std::uint8_t* const above = kIsLone ? nullptr : in[0] + at;
+        const std::uint8_t* const below = kIsLone || kKind == RowKind::kOneWithOneNeighbour ? nullptr : in[2] + at;
+        const SiteColours<Sample> site =
+            InterpolateSite<Sample>(above, in[kIsLone ? 0 : 1] + at, below, x > 0, x + 1 < width, line.IsGreenSite(x));
         StoreSite<Writer>(settings.filter, site, line.ownIsBlue, to + x * Writer::kPixelBytes);
     }
 

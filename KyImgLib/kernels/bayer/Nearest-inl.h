@@ -2,34 +2,21 @@
 
 /// Inputs are the two rows of the cells. Both outputs get the same pixels.
 template <class Writer, class Settings, class Stage, bool kGreenFirst>
-class NearestStep {
+class NearestStep : public SiteStep<Writer, Settings, Stage, 2, 2> {
+    using Base = SiteStep<Writer, Settings, Stage, 2, 2>;
+
 public:
-    using Sample = typename Settings::Sample;
-    using State = SiteOutput<Writer, Stage, Sample>;
-    static constexpr std::size_t kInputs = 2, kOutputs = 2;
-    static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kMargin = 0;
-    static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kPrefetchRows = 2;
-    static constexpr StepCost kCost = StepCost::kManyRows;
-
-    struct Rows : StepRows<kInputs, kOutputs> {
-        bool ownIsBlue;  ///< of the first of them
-    };
-
-    static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
-    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
-        return rows.out[i] + x * kPixelBytes;
-    }
+    using Base::InputBytes, Base::Output;
+    using typename Base::Rows, typename Base::Sample, typename Base::State;
+    static constexpr std::size_t kMargin = 0;
 
     template <bool kStream>
     static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x) {
         std::uint8_t* const to[] = {Output(output, rows, 0, x, 0), Output(output, rows, 1, x, 0)};
-        if constexpr (State::kVectors == 1) {
-            const SitePlanes<Sample> sites[] = {Cells(rows, x)};
-            output.template Write<kStream>(sites, rows.ownIsBlue, to);
-        } else {
-            const SitePlanes<Sample> sites[] = {Cells(rows, x), Cells(rows, x + State::kVectorPixels)};
-            output.template Write<kStream>(sites, rows.ownIsBlue, to);
-        }
+        if constexpr (State::kVectors == 1)
+            output.template Write<kStream>({Cells(rows, x)}, rows.ownIsBlue, to);
+        else
+            output.template Write<kStream>({Cells(rows, x), Cells(rows, x + State::kVectorPixels)}, rows.ownIsBlue, to);
     }
 
 private:

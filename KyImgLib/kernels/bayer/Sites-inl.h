@@ -215,3 +215,22 @@ private:
 
     Filter filter;
 };
+
+/// What the steps of both demosaicings share: rows of sites as inputs, rows of pixels as outputs.
+template <class Writer, class Settings, class Stage, std::size_t kRowsIn, std::size_t kRowsOut>
+struct SiteStep {
+    using Sample = typename Settings::Sample;
+    using State = SiteOutput<Writer, Stage, Sample>;
+    static constexpr std::size_t kInputs = kRowsIn, kOutputs = kRowsOut, kPrefetchRows = kRowsOut;
+    static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kPixelBytes = Writer::kPixelBytes;
+    static constexpr StepCost kCost = StepCost::kManyRows;
+
+    struct Rows : StepRows<kInputs, kOutputs> {
+        bool ownIsBlue;  ///< of the first of them
+    };
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }
+    static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
+        return rows.out[i] + x * kPixelBytes;
+    }
+};
