@@ -41,8 +41,15 @@ private:
 
     void AddBytes(const Kernels8& kernels, std::uint32_t channels, const ky::ConversionSettings& conversion,
                   ky::Pipeline& pipeline) const {
-        if (channelBytes != 1) ky::ActiveKernels().gray.gather({channelBytes, 1, channels, false, {}}, pipeline.Add());
-        Add(kernels, ky::ByteStage(conversion.filter, destinationIsBGR), pipeline.Add());
+        const ky::Filter8 filter = ky::ByteStage(conversion.filter, destinationIsBGR);
+        if (channelBytes != 1) {
+            ky::ActiveKernels().gray.gather({channelBytes, 1, channels, false, {}}, pipeline.Add());
+            // What is gathered may be the destination already.
+            if (channels == destinationBytes && channels == 3 && !destinationIsPlanar &&
+                sourceIsBGR == destinationIsBGR && filter.IsIdentity())
+                return;
+        }
+        Add(kernels, filter, pipeline.Add());
     }
 
     void AddWords(const Kernels16& kernels, const ky::ConversionSettings& conversion, ky::RowKernel& kernel) const {

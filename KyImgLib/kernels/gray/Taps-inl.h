@@ -88,7 +88,7 @@ template <class Reader, class Writer, std::size_t kTaps, Taps kBackwards>
 struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kSampleBytes = Reader::kSampleBytes;
     static constexpr std::size_t kPrefetchRows = 0;  // as many streams as taps leave none for it
-    static constexpr StepCost kCost = StepCost::kFewInstructions;
+    static constexpr StepCost kCost = StepCost::kManyInstructions;
     using State = Reader;
     using Rows = StepRows<1, kTaps>;
 
@@ -139,8 +139,8 @@ struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
 /// `width` samples of a row, those of each tap from the pixel `first` of its own on. Where the width is not a multiple of the
 /// taps, the first ones have a sample more.
 template <class Writer, std::size_t kTaps, Taps kBackwards, class Reader>
-void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile& tile, [[maybe_unused]] std::uint32_t y,
-                   const std::uint8_t* from, std::size_t width, std::uint8_t* const (&first)[kTaps]) {
+HWY_INLINE void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile& tile, [[maybe_unused]] std::uint32_t y,
+                              const std::uint8_t* from, std::size_t width, std::uint8_t* const (&first)[kTaps]) {
     std::size_t columns = 0;  // that are done
 #if !KY_SCALAR
     using Step = TapStep<Reader, Writer, kTaps, kBackwards>;
