@@ -240,27 +240,30 @@ private:
     const std::size_t firstRow;
 };
 
-/// What most steps are: one input, no margin, outputs in the order of their addresses.
-template <std::size_t kPixelBytesOf, std::size_t kOutputsOf = 1>
+/// What most steps are: one input, of groups as the reader takes them, no margin, outputs in the order of their addresses.
+template <class Reader, std::size_t kPixelBytesOf, std::size_t kOutputsOf = 1>
 struct PixelStep {
     static constexpr std::size_t kInputs = 1, kOutputs = kOutputsOf;
-    static constexpr std::size_t kPixels = kLanes, kGroup = 1, kMargin = 0;
+    static constexpr std::size_t kPixels = kLanes, kGroup = Reader::kGroup, kMargin = 0;
     static constexpr std::size_t kPixelBytes = kPixelBytesOf, kPrefetchRows = 1;
     static constexpr StepCost kCost = StepCost::kManyInstructions;
     using Rows = StepRows<kInputs, kOutputs>;
+
+    static constexpr std::size_t InputBytes(std::size_t pixels) {
+        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
+    }
 
     template <class State>
     static HWY_INLINE std::uint8_t* Output(const State&, const Rows& rows, std::size_t i, std::size_t x, std::size_t) {
         return rows.out[i] + x * kPixelBytes;
     }
-};
 
-/// Moves all rows on by so many groups of columns, whose bytes in the inputs and in the outputs are these.
-template <std::ptrdiff_t kInputBytes, std::ptrdiff_t kOutputBytes, class Rows>
-HWY_INLINE void AdvanceRows(Rows& rows, std::ptrdiff_t groups) {
-    for (auto& in : rows.in) in += groups * kInputBytes;
-    for (auto& out : rows.out) out += groups * kOutputBytes;
-}
+    static HWY_INLINE void Advance(Rows& rows, std::ptrdiff_t pixels) {
+        constexpr std::ptrdiff_t group = kGroup, inputBytes = Reader::kGroupBytes, outputBytes = group * kPixelBytes;
+        rows.in[0] += pixels / group * inputBytes;
+        for (auto& out : rows.out) out += pixels / group * outputBytes;
+    }
+};
 
 /// Columns of a tile, as a walk takes them.
 HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {

@@ -120,22 +120,24 @@ private:
         RowWalk<Step>(output, rows, columns, tile.prefetch, y).Run();
         for (std::uint32_t i = 0; i < Step::kOutputs; ++i) {
             const MosaicLine line = LineOf(settings, y + i);
-            if (tile.begin == 0) BorderPixel<kKind>(rows.in + i, 0, tile.width, line, rows.out[i]);
-            if (tile.end == tile.width) BorderPixel<kKind>(rows.in + i, tile.width - 1, tile.width, line, rows.out[i]);
+            if (tile.begin == 0) BorderPixel<kKind, true>(rows.in + i, tile.width, line, rows.out[i]);
+            if (tile.end == tile.width) BorderPixel<kKind, false>(rows.in + i, tile.width, line, rows.out[i]);
         }
         return Step::kOutputs;
     }
 
     /// Computes the first or the last pixel of a row. (Of an odd number of pixels no vector reaches the last.)
-    template <RowKind kKind>
-    HWY_INLINE void BorderPixel(const std::uint8_t* const* in, std::size_t x, std::size_t width, const MosaicLine& line,
+    template <RowKind kKind, bool kIsFirst>
+    HWY_INLINE void BorderPixel(const std::uint8_t* const* in, std::size_t width, const MosaicLine& line,
                                 std::uint8_t* to) const {
         constexpr bool kIsLone = kKind == RowKind::kLone;
-        const std::size_t at = x * sizeof(Sample);
+        const bool hasNeighbour = width > 1;
+        const std::size_t x = kIsFirst ? 0 : width - 1, at = x * sizeof(Sample);
         const std::uint8_t* const above = kIsLone ? nullptr : in[0] + at;
         const std::uint8_t* const below = kIsLone || kKind == RowKind::kOneWithOneNeighbour ? nullptr : in[2] + at;
         const SiteColours<Sample> site =
-            InterpolateSite<Sample>(above, in[kIsLone ? 0 : 1] + at, below, x > 0, x + 1 < width, line.IsGreenSite(x));
+            InterpolateSite<Sample>(above, in[kIsLone ? 0 : 1] + at, below, !kIsFirst && hasNeighbour,
+                                    kIsFirst && hasNeighbour, line.IsGreenSite(x));
         StoreSite<Writer>(settings.filter, site, line.ownIsBlue, to + x * Writer::kPixelBytes);
     }
 

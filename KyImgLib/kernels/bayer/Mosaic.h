@@ -71,11 +71,12 @@ Sample ReadSample(const std::uint8_t* at) {
 ///     at a site of the line's own colour:   green = up, down, left, right      opposite = the four diagonals
 ///     at a green site:                      own = left, right                  opposite = up, down
 ///
-/// `above` and `below` are the samples there, null where there is no such line. Pixels are `step` bytes apart.
+/// `above` and `below` are the samples there, null where there is no such line.
 template <typename Sample>
-SiteColours<Sample> InterpolateSite(const std::uint8_t* above, const std::uint8_t* at, const std::uint8_t* below,
-                                    bool hasLeft, bool hasRight, bool isGreenSite,
-                                    std::ptrdiff_t step = sizeof(Sample)) {
+[[gnu::always_inline]] inline SiteColours<Sample> InterpolateSite(const std::uint8_t* above, const std::uint8_t* at,
+                                                                  const std::uint8_t* below, bool hasLeft,
+                                                                  bool hasRight, bool isGreenSite) {
+    constexpr std::size_t step = sizeof(Sample);
     constexpr auto read = &ReadSample<Sample>;
     SampleSum vertical, horizontal, diagonal;
     if (hasLeft) horizontal.Add(read(at - step));

@@ -87,18 +87,8 @@ private:
 };
 
 template <class Reader, class Writer, class Settings, bool kIsIdentity>
-struct ColourStep : PixelStep<Writer::kPixelBytes, Writer::kPlanes> {
-    static constexpr std::size_t kGroup = Reader::kGroup;
+struct ColourStep : PixelStep<Reader, Writer::kPixelBytes, Writer::kPlanes> {
     using State = ColourState<Reader, Settings, kIsIdentity>;
-
-    static constexpr std::size_t InputBytes(std::size_t pixels) {
-        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
-    }
-
-    static HWY_INLINE void Advance(typename ColourStep::Rows& rows, std::ptrdiff_t pixels) {
-        AdvanceRows<Reader::kGroupBytes, kGroup * Writer::kPixelBytes>(rows,
-                                                                       pixels / static_cast<std::ptrdiff_t>(kGroup));
-    }
 
     template <bool kStream>
     static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t) {

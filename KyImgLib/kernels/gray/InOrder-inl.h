@@ -15,19 +15,9 @@ void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& colum
 #else
 
 template <class Reader, class Writer>
-struct InOrderStep : PixelStep<Writer::kPixelBytes> {
-    static constexpr std::size_t kGroup = Reader::kGroup;
+struct InOrderStep : PixelStep<Reader, Writer::kPixelBytes> {
     static constexpr StepCost kCost = StepCost::kFewInstructions;
     using State = Reader;
-
-    static constexpr std::size_t InputBytes(std::size_t pixels) {
-        return (pixels + kGroup - 1) / kGroup * Reader::kGroupBytes;
-    }
-
-    static HWY_INLINE void Advance(typename InOrderStep::Rows& rows, std::ptrdiff_t pixels) {
-        AdvanceRows<Reader::kGroupBytes, kGroup * Writer::kPixelBytes>(rows,
-                                                                       pixels / static_cast<std::ptrdiff_t>(kGroup));
-    }
 
     template <bool kStream>
     static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t) {

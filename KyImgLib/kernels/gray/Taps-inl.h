@@ -85,10 +85,10 @@ HWY_INLINE void Reverse(V8 (&samples)[N]) {
 
 /// A column is a sample of each tap.
 template <class Reader, class Writer, std::size_t kTaps, Taps kBackwards>
-struct TapStep : PixelStep<Writer::kPixelBytes, kTaps> {
+struct TapStep : PixelStep<Reader, Writer::kPixelBytes, kTaps> {
+    static constexpr std::size_t kGroup = 1;
     static constexpr std::size_t kPixelBytes = Writer::kPixelBytes, kSampleBytes = Reader::kSampleBytes;
     static constexpr std::size_t kPrefetchRows = 0;  // as many streams as taps leave none for it
-    static constexpr StepCost kCost = StepCost::kManyInstructions;
     using State = Reader;
     using Rows = StepRows<1, kTaps>;
 
