@@ -5,8 +5,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstring>
+#include <algorithm>
+#include <barrier>
+#include <thread>
 #include <vector>
+
+#if defined(__linux__)
+#include <sched.h>
+#endif
 
 namespace kybench {
 
@@ -35,25 +41,93 @@ KyImage ImageOf(std::int64_t type, const ParallelRow& row) {
     return image;
 }
 
-void Measure(benchmark::State& state, const ParallelRow& row, bool parallel) {
-    KyImage source = ImageOf(row.source, row), destination = ImageOf(row.destination, row);
-    std::vector<std::uint8_t> from(source.size + 64, 100), to(destination.size + 64);
-    const auto aligned = [](std::vector<std::uint8_t>& bytes) {
-        return bytes.data() + (64 - reinterpret_cast<std::uintptr_t>(bytes.data()) % 64) % 64;
-    };
-    source.data = aligned(from);
-    destination.data = aligned(to);
-    KyConversion conversion = {};
-    conversion.structSize = sizeof conversion;
-    conversion.flags = row.flags;
+/// A source and a destination, and what to do with them.
+class Images {
+public:
+    explicit Images(const ParallelRow& row)
+        : source(ImageOf(row.source, row)), destination(ImageOf(row.destination, row)), from(source.size + 64, 100),
+          to(destination.size + 64) {
+        source.data = Aligned(from);
+        destination.data = Aligned(to);
+        conversion.structSize = sizeof conversion;
+        conversion.flags = row.flags;
+    }
 
+    std::uint32_t Convert(bool parallel) {
+        return parallel ? KyImage_ConvertParallel(&source, &destination, &conversion, nullptr)
+                        : KyImage_Convert(&source, &destination, &conversion);
+    }
+
+private:
+    static std::uint8_t* Aligned(std::vector<std::uint8_t>& bytes) {
+        return bytes.data() + (64 - reinterpret_cast<std::uintptr_t>(bytes.data()) % 64) % 64;
+    }
+
+    KyImage source, destination;
+    std::vector<std::uint8_t> from, to;
+    KyConversion conversion = {};
+};
+
+/// Keeps a thread on one of the cores that it may use.
+class CoreLock {
+public:
+    explicit CoreLock([[maybe_unused]] std::uint32_t number) {
+#if defined(__linux__)
+        sched_getaffinity(0, sizeof before, &before);
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        for (std::size_t core = 0; core < CPU_SETSIZE; ++core)
+            if (CPU_ISSET(core, &before) && number-- == 0) CPU_SET(core, &one);
+        sched_setaffinity(0, sizeof one, &one);
+    }
+    ~CoreLock() { sched_setaffinity(0, sizeof before, &before); }
+
+private:
+    cpu_set_t before;
+#else
+    }
+#endif
+};
+
+void MeasureApart(benchmark::State& state, const ParallelRow& row) {
+    const std::uint32_t cores = CoreCount();
+    std::barrier together(cores);
+    bool isOver = false;
+    std::vector<std::thread> others;
+    for (std::uint32_t core = 1; core < cores; ++core)
+        others.emplace_back([&, core] {
+            const CoreLock lock(core);
+            Images images(row);
+            for (;;) {
+                together.arrive_and_wait();
+                if (isOver) return;
+                images.Convert(false);
+                together.arrive_and_wait();
+            }
+        });
+    const CoreLock lock(0);
+    Images images(row);
+    for ([[maybe_unused]] auto _ : state) {
+        together.arrive_and_wait();
+        images.Convert(false);
+        together.arrive_and_wait();
+    }
+    isOver = true;
+    together.arrive_and_wait();
+    for (std::thread& thread : others) thread.join();
+}
+
+void Measure(benchmark::State& state, const ParallelRow& row, Threads threads) {
     const std::uint32_t level = KyCpuLevel::GetActive();
     if (row.isScalar) KyCpuLevel::SetActive(0);
-    for ([[maybe_unused]] auto _ : state) {
-        const std::uint32_t status = parallel ? KyImage_ConvertParallel(&source, &destination, &conversion, nullptr)
-                                              : KyImage_Convert(&source, &destination, &conversion);
-        if (status != KY_STATUS_SUCCESS) state.SkipWithError(KyImage_GetError());
-        benchmark::ClobberMemory();
+    if (threads == Threads::kApart) {
+        MeasureApart(state, row);
+    } else {
+        Images images(row);
+        for ([[maybe_unused]] auto _ : state) {
+            if (images.Convert(threads == Threads::kAll) != KY_STATUS_SUCCESS) state.SkipWithError(KyImage_GetError());
+            benchmark::ClobberMemory();
+        }
     }
     KyCpuLevel::SetActive(level);
 }
@@ -62,13 +136,15 @@ void Measure(benchmark::State& state, const ParallelRow& row, bool parallel) {
 
 std::span<const ParallelRow> AllParallelRows() { return kRows; }
 
+std::uint32_t CoreCount() { return std::max(std::thread::hardware_concurrency(), 1u); }
+
 int RegisterParallelConversions(const Options& options) {
     int count = 0;
     for (const ParallelRow& row : kRows) {
         if (!std::regex_search(row.name, options.filter)) continue;
-        for (const bool parallel : {false, true})
-            benchmark::RegisterBenchmark(row.NameOf(parallel).c_str(), [row, parallel](benchmark::State& state) {
-                Measure(state, row, parallel);
+        for (const Threads threads : {Threads::kOne, Threads::kAll, Threads::kApart})
+            benchmark::RegisterBenchmark(row.NameOf(threads).c_str(), [row, threads](benchmark::State& state) {
+                Measure(state, row, threads);
             })->UseRealTime();
         ++count;
     }

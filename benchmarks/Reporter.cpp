@@ -115,12 +115,16 @@ void Reporter::Finalize() {
 
     isFirst = true;
     for (const ParallelRow& row : AllParallelRows()) {
-        const auto one = TimesOf(row.NameOf(false)), threads = TimesOf(row.NameOf(true));
-        if (!one || !threads) continue;
+        const auto one = TimesOf(row.NameOf(Threads::kOne)), all = TimesOf(row.NameOf(Threads::kAll));
+        const auto apart = TimesOf(row.NameOf(Threads::kApart));
+        if (!one || !all || !apart) continue;
         if (isFirst)
-            std::printf("\n%-50s %15s %15s   %s\n", "on one thread, on all", "us, one", "us, all", "times as fast");
-        std::printf("%-50s %15.1f %15.1f %10.2f %7.2f\n", row.name, one->median / 1e3, threads->median / 1e3,
-                    one->median / threads->median, one->minimum / threads->minimum);
+            std::printf("\n%-46s %22s   %15s   %15s\n%-46s %10s %11s %9s %7s %9s %7s\n", "", "microseconds, median",
+                        "times as fast", "an image each", "on one thread, on all", "one", "all", "median", "minimum",
+                        "median", "minimum");
+        std::printf("%-46s %10.1f %11.1f %9.2f %7.2f %9.2f %7.2f\n", row.name, one->median / 1e3, all->median / 1e3,
+                    one->median / all->median, one->minimum / all->minimum, CoreCount() * one->median / apart->median,
+                    CoreCount() * one->minimum / apart->minimum);
         isFirst = false;
     }
 

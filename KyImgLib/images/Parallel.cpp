@@ -2,11 +2,11 @@
 
 #include <KyImgLib/images/RefusalInternal.h>
 #include <KyImgLib/platform/KyCpuLevel.h>
+#include <KyImgLib/platform/ThreadPoolInternal.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -54,7 +54,7 @@ std::uint32_t CoreCount() { return std::max(std::thread::hardware_concurrency(),
 
 /// Threads that make a conversion faster. It takes some time to start one.
 std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
-    constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 12 << 20;
+    constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 6 << 20;
     const std::uint64_t line = std::uint64_t{checked.sourcePlace.lineBytes} +
                                std::uint64_t{checked.destinationPlace.lineBytes} * checked.destinationPlace.parts;
     const std::uint64_t bytes = line * (checked.lineEnd - checked.firstLine);
@@ -63,27 +63,22 @@ std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(threads, CoreCount()));
 }
 
-/// The calling thread and others take one band after the other, so that nobody waits for a thread that starts late. Threads
-/// that cannot be started are not needed.
+/// The calling thread and others take one band after the other, so that nobody waits for a thread that starts late.
 std::uint32_t ConvertOnOwnThreads(const CheckedConversion& checked) {
     constexpr std::uint32_t kBandsOfThread = 16;
     const std::uint32_t threads = ThreadsThatPay(checked);
     if (threads == 1) return ConvertBand(checked, checked.firstLine, checked.lineEnd);
 
-    Bands bands(checked, threads * kBandsOfThread);
-    std::atomic<std::uint32_t> next{0};
-    const auto work = [&]() noexcept {
+    struct {
+        Bands bands;
+        std::atomic<std::uint32_t> next{0};
+    } shared = {{checked, threads * kBandsOfThread}};
+    const auto takeBands = [](void* context) {
+        auto& [bands, next] = *static_cast<decltype(shared)*>(context);
         for (std::uint32_t index; (index = next.fetch_add(1)) < bands.Count();) bands.Convert(index);
     };
-    std::vector<std::thread> others;
-    try {
-        others.reserve(threads - 1);
-        while (others.size() < threads - 1) others.emplace_back(work);
-    } catch (const std::exception&) {
-    }
-    work();
-    for (std::thread& thread : others) thread.join();
-    return bands.Status();
+    RunOnThreads(threads - 1, takeBands, &shared);
+    return shared.bands.Status();
 }
 
 /// What an application's threads are given to do.

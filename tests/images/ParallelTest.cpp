@@ -5,9 +5,17 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstring>
 #include <functional>
 
-#include <cstring>
+#if defined(__linux__)
+#include <filesystem>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -84,24 +92,63 @@ TEST_F(Parallel, ExecutorIsNotRunForWhatIsRefusedOrEmpty) {
     EXPECT_FALSE(hasRun);
 }
 
-/// Large enough for several threads at the scalar level.
+/// An image that is large enough for several threads at the scalar level, and what one thread makes of it.
+struct LargeImage {
+    LargeImage(std::int64_t type, std::uint32_t seed)
+        : random(seed), source(type, 1001, 700, Role::kSource, random),
+          destination(KY_RGB24_PLANAR, 1001, 700, Role::kDestination, random) {
+        EXPECT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&source.image, &destination.image, &conversion));
+        expected = destination.Memory();
+    }
+
+    bool ConvertsAlike() {
+        std::memset(destination.image.data, 0, 1000);
+        return KyImage_ConvertParallel(&source.image, &destination.image, &conversion, nullptr) == KY_STATUS_SUCCESS &&
+               expected == destination.Memory();
+    }
+
+    support::Random random;
+    GuardedImage source, destination;
+    const KyConversion conversion = Conversion(KY_FLAG_BAYER_INTERPOLATE);
+    std::vector<std::uint8_t> expected;
+};
+
 TEST(ParallelImages, ThreadsOfTheLibraryGiveTheBytesOfOne) {
-    support::Random random(42);
-    for (const std::uint32_t level : {0u, KyCpuLevel::GetActive()})
-        for (const std::int64_t type : {kBayer8, std::int64_t{0x00410003}, std::int64_t{0x00210001}}) {
-            const support::ScopedCpuLevel active(level);
-            GuardedImage source(type, 1001, 700, Role::kSource, random);
-            GuardedImage destination(KY_RGB24_PLANAR, 1001, 700, Role::kDestination, random);
-            const KyConversion conversion = Conversion(KY_FLAG_BAYER_INTERPOLATE);
-            const std::vector<std::uint8_t> before = destination.Memory();
-            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&source.image, &destination.image, &conversion));
-            const std::vector<std::uint8_t> expected = destination.Memory();
-            EXPECT_NE(before, expected);
-            std::memset(destination.image.data, 0, 1);
-            ASSERT_EQ(KY_STATUS_SUCCESS,
-                      KyImage_ConvertParallel(&source.image, &destination.image, &conversion, nullptr));
-            EXPECT_TRUE(expected == destination.Memory());
-        }
+    const std::int64_t types[] = {kBayer8, 0x00410003, 0x00210001};
+    for (const std::uint32_t level : {0u, KyCpuLevel::GetActive()}) {
+        const support::ScopedCpuLevel active(level);
+        support::RunOnThreads(3, [&](int i) {
+            LargeImage image(types[i], 42);
+            for (int repetition = 0; repetition < 3; ++repetition) EXPECT_TRUE(image.ConvertsAlike());
+        });
+    }
 }
+
+#if defined(__linux__) && !defined(__SANITIZE_THREAD__)
+/// The fork may happen while another thread has the lock of the library's threads, which do not live in the child.
+TEST(ParallelImages, ChildOfAForkHasThreadsOfItsOwn) {
+    const support::ScopedCpuLevel scalar(0);
+    LargeImage image(kBayer8, 43), others(kBayer8, 44);
+    std::atomic<bool> isOver{false};
+    std::thread busy([&] {
+        while (!isOver) EXPECT_TRUE(others.ConvertsAlike());
+    });
+    for (int i = 0; i < 10; ++i) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            alarm(60);
+            const bool isAlike = image.ConvertsAlike();
+            const auto threads = std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+            _exit(!isAlike ? 1 : threads < 2 && std::thread::hardware_concurrency() > 1 ? 2 : 0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(0, status);
+    }
+    isOver = true;
+    busy.join();
+}
+#endif
 
 }  // namespace

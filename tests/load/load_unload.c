@@ -1,8 +1,10 @@
 /*
- * load_unload LIBRARY COUNT: a program in plain C that knows nothing of the library but its file and the names of its
- * functions. COUNT times it loads the library, converts a frame on each of some threads, and unloads it while they live;
- * they end after that. Unloading must really free what loading and converting made.
+ * load_unload LIBRARY COUNT: a program in plain C that knows nothing of the library but its file, the names of its
+ * functions and the struct of an image. COUNT times it loads the library, converts a frame on threads of the library and one on each of some of its
+ * own, and unloads it while these live; they end after that. Unloading must really free what loading and converting made.
  */
+#include <KyImgLib/images/KyImage.h>
+
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -58,6 +60,8 @@ static void (*destroy_filter)(void*);
 static const void* (*get_converter)(int64_t, int64_t);
 static uint32_t (*convert)(const void*, const void*, const uint8_t*, uint32_t, uint32_t, uint8_t*, uint32_t, uint32_t,
                            uint32_t, uint32_t, uint32_t, uint32_t);
+static uint32_t (*set_level)(uint32_t);
+static uint32_t (*convert_parallel)(const KyImage*, const KyImage*, const KyConversion*, const void*);
 static Semaphore converted, unloaded;
 
 static void Require(int holds, const char* what) {
@@ -87,6 +91,15 @@ static void Convert(void) {
     Require(right == sizeof picture, "wrong picture");
 }
 
+/* At the scalar level even a small frame is worth threads of the library. */
+static void ConvertParallel(void) {
+    static uint8_t mosaic[512 * 512], picture[3 * 512 * 512];
+    const KyImage source = {0x20010, 512, 512, mosaic, sizeof mosaic, 0, 0};
+    const KyImage destination = {0x20002, 512, 512, picture, sizeof picture, 0, 0};
+    Require(set_level(0) == 0, "no scalar level");
+    Require(convert_parallel(&source, &destination, NULL, NULL) == 0, "the conversion on several threads failed");
+}
+
 THREAD_FUNCTION ConvertAndStay(void* unused) {
     (void)unused;
     Convert();
@@ -108,11 +121,14 @@ static void UseAndUnload(const char* path) {
     FindFunction(library, "KyRGBFilter_Destroy", &destroy_filter);
     FindFunction(library, "KyPixelTypeFactory_GetConverter", &get_converter);
     FindFunction(library, "KyPixelConverter_ConvertAreaFilter", &convert);
+    FindFunction(library, "KyCpuLevel_SetActive", &set_level);
+    FindFunction(library, "KyImage_ConvertParallel", &convert_parallel);
 
     type = create_type(0x20010);
     Require(type != NULL, "no pixel type");
     destroy_type(type);
     Convert();
+    ConvertParallel();
     for (i = 0; i < THREADS; ++i) Require(Start(&threads[i], ConvertAndStay), "cannot start a thread");
     for (i = 0; i < THREADS; ++i) Wait(&converted);
     Require(Unload(library), "cannot unload the library");
