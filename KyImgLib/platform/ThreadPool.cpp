@@ -49,6 +49,7 @@ public:
     void Run(std::uint32_t others, void (*work)(void*), void* context) {
         Job job = {work, context, others, 0, nullptr};
         Offer(job);
+        for (std::uint32_t i = 0; i < others; ++i) offered.notify_one();
         work(context);
         Withdraw(job);
     }
@@ -73,14 +74,11 @@ private:
     };
 
     void Offer(Job& job) {
-        {
-            const std::lock_guard lock(mutex);
-            StartThreads(job.wanted);
-            LeaveCoreToCaller();
-            job.next = jobs;
-            jobs = &job;
-        }
-        for (std::uint32_t i = 0; i < job.wanted; ++i) offered.notify_one();
+        const std::lock_guard lock(mutex);
+        StartThreads(job.wanted);
+        LeaveCoreToCaller();
+        job.next = jobs;
+        jobs = &job;
     }
 
     /// No other thread knows the job after this.

@@ -1,6 +1,7 @@
 // One image on several threads: those of the library, and those of an application.
 #include <tests/images/ImageCase.h>
 #include <tests/support/CpuLevels.h>
+#include <tests/support/Sanitizers.h>
 #include <tests/support/Threads.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // What is refused, in which words, and that nothing is written then.
 #include <tests/images/ImageCase.h>
 #include <tests/support/Emulation.h>
+#include <tests/support/Sanitizers.h>
 
 #include <gtest/gtest.h>
 
@@ -10,14 +11,6 @@
 #include <functional>
 #include <limits>
 #include <thread>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define KYIMGLIB_TEST_SANITIZED 1
-#endif
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define KYIMGLIB_TEST_SANITIZED 1
-#endif
 
 namespace {
 
@@ -326,7 +319,7 @@ void ExpectPartInside(const KyImage& image, support::Random& random) {
 
 TEST(ImageRefusal, AMillionRequestsAreConvertedOrRefused) {
     int count = support::IsEmulated() ? 30000 : 1000000;
-#if defined(KYIMGLIB_TEST_SANITIZED)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     count = 100000;
 #endif
     RegisterApplicationConverters();

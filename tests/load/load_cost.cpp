@@ -1,10 +1,6 @@
 // load_cost LIBRARY TYPES CONVERTERS [emulated]: measures what loading the library takes, given the lists of what it registers
 // meanwhile. Every program that uses the library pays for it, even if it only asks for the version.
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define __SANITIZE_THREAD__ 1
-#endif
-#endif
+#include <tests/support/Sanitizers.h>
 
 #include <cstdio>
 

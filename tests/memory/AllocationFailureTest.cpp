@@ -2,6 +2,8 @@
 #include <KyImgLib/KyImgLib.h>
 #include <KyImgLib/KyImgLibC.h>
 
+#include <tests/support/Sanitizers.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,11 +13,7 @@
 
 // The operators below serve the library too, but a DLL keeps those it was linked with. The thread sanitizer's library
 // does not let itself be replaced.
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define __SANITIZE_THREAD__ 1
-#endif
-#endif
+
 namespace {
 
 constexpr int kNeverFail = -1;
