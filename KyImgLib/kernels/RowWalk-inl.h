@@ -272,11 +272,15 @@ HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
 
 /// Takes a step with one input over all rows of a tile. Its outputs are the planes of the destination.
 ///
+/// Nothing that the tile says is copied as a record: it would be loaded as a vector, and wait for the single numbers that the
+/// pipeline has just stored there.
+///
 /// \param of  the tile's columns, counted as the step does
 template <class Step>
-void WalkPixels(const typename Step::State& state, const Tile& tile, const Columns& of) {
+HWY_INLINE void WalkPixels(const typename Step::State& state, const Tile& tile, const Columns& of) {
     WalkColumns columns = {of.begin, of.end, of.width, tile.readable, tile.streams};
-    Prefetch prefetch = tile.prefetch;
+    const Prefetch* prefetch = &tile.prefetch;
+    Prefetch ofAllRows;
     std::uint32_t last = tile.last;
     // Rows that follow one another without a gap are one row.
     if (columns.begin == 0 && columns.end == columns.width && columns.width % Step::kGroup == 0 &&
@@ -285,7 +289,9 @@ void WalkPixels(const typename Step::State& state, const Tile& tile, const Colum
         const std::size_t rows = tile.last - tile.first;
         columns.width *= rows;
         columns.end = columns.width;
-        prefetch.bytes *= rows;
+        ofAllRows = tile.prefetch;
+        ofAllRows.bytes *= rows;
+        prefetch = &ofAllRows;
         last = tile.first + 1;
     }
     for (std::uint32_t y = tile.first; y < last; ++y) {
@@ -294,7 +300,7 @@ void WalkPixels(const typename Step::State& state, const Tile& tile, const Colum
         rows.out[0] = tile.destination[y];
         for (std::size_t plane = 1; plane < Step::kOutputs; ++plane)
             rows.out[plane] = rows.out[0] + tile.planes[plane - 1];
-        RowWalk<Step>(state, rows, columns, prefetch, y).Run();
+        RowWalk<Step>(state, rows, columns, *prefetch, y).Run();
     }
 }
 

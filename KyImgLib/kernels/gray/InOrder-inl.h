@@ -28,7 +28,7 @@ struct InOrderStep : PixelStep<Reader, Writer::kPixelBytes> {
 };
 
 template <class Reader, class Writer>
-void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& columns) {
+HWY_INLINE void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& columns) {
     WalkPixels<InOrderStep<Reader, Writer>>(reader, tile, columns);
 }
 
