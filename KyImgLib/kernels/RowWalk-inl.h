@@ -8,6 +8,10 @@ template <std::size_t kInputs, std::size_t kOutputs>
 struct StepRows {
     const std::uint8_t* in[kInputs];
     std::uint8_t* out[kOutputs];
+
+    /// All but the above, which a class derived from this one may have. (A copy of the whole record would be loaded as vectors,
+    /// and wait for the single numbers that were just stored there.)
+    HWY_INLINE void CopyOthers(const StepRows&) {}
 };
 
 /// What a walk covers.
@@ -31,6 +35,7 @@ public:
     }
 
     HWY_INLINE void Step() {
+        if constexpr (kRows == 0) return;
         Touch(0);
         if (HWY_UNLIKELY(part > kCacheLine))
             for (std::size_t offset = kCacheLine; offset < part; offset += kCacheLine) Touch(offset);
@@ -45,16 +50,8 @@ private:
             hwy::Prefetch(reinterpret_cast<const std::uint8_t*>(address + at + offset));
     }
 
-    std::uintptr_t from[kRows];
+    std::uintptr_t from[std::max(kRows, std::size_t{1})];
     std::size_t at, part;
-};
-
-/// Nothing.
-template <>
-class Prefetcher<0> {
-public:
-    HWY_INLINE Prefetcher(const Prefetch&, std::size_t, std::size_t, const void*) {}
-    HWY_INLINE void Step() {}
 };
 
 /// What the loop around a step has to save.
@@ -218,7 +215,8 @@ private:
         const std::size_t margin = std::min(x, kMargin);
         const std::size_t from = Step::InputBytes(x - margin);
         const std::size_t to = Step::InputBytes(std::min(x + pixels + kMargin, width));
-        Rows padded = rows;
+        Rows padded;
+        padded.CopyOthers(rows);
         for (std::size_t i = 0; i < Step::kInputs; ++i) {
             std::memcpy(input[i] + Step::InputBytes(kMargin - margin), rows.in[i] + from, to - from);
             padded.in[i] = input[i] + Step::InputBytes(kMargin);

@@ -112,6 +112,7 @@ void Pipeline::RunAlone(const Images& images, std::uint32_t first, std::uint32_t
 
 void Pipeline::RunFused(const Images& images, std::uint32_t first, std::uint32_t last) {
     ChooseTiles();
+    isOneBatch = last - first <= batchRows;
     const RowMemory memory(SizeRings());
     Connect(images, first, memory.Get());
     for (std::uint32_t row = first; row < last;) {
@@ -155,9 +156,10 @@ std::size_t Pipeline::SizeRings() {
         const Stage& next = stages[i + 1];
         rows += 2 * next.kernel.needs.neighbours + stage.kernel.needs.rowStep - 1;
         stage.ringRows = PowerOfTwo(rows);
-        const std::size_t columns = std::max(stage.width, next.width);
-        stage.ringStride = RoundUp(columns * stage.kernel.needs.pixelBytes, kCacheLine) + 2 * kMargin;
-        bytes += stage.ringRows * stage.ringStride;
+        const std::size_t rowBytes = std::max(stage.width, next.width) * stage.kernel.needs.pixelBytes;
+        stage.ringStride = isOneBatch ? rowBytes : RoundUp(rowBytes, kCacheLine) + 2 * kMargin;
+        stage.ringBytes = RoundUp(stage.ringRows * stage.ringStride, kCacheLine) + 2 * kMargin;
+        bytes += stage.ringBytes;
     }
     return bytes;
 }
@@ -166,6 +168,13 @@ std::size_t Pipeline::SizeRings() {
 /// would wait for all streaming stores before it.
 void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* memory) {
     memory += RoundUp(reinterpret_cast<std::uintptr_t>(memory), kCacheLine) - reinterpret_cast<std::uintptr_t>(memory);
+    // From the last stage to the first: the row that the one after it needs first.
+    Last().nextRow = first;
+    for (std::size_t i = count - 1; i-- > 0;) {
+        const std::uint32_t wanted = stages[i + 1].nextRow;
+        const std::uint32_t row = wanted - std::min(wanted, stages[i + 1].kernel.needs.neighbours);
+        stages[i].nextRow = row - row % stages[i].kernel.needs.rowStep;
+    }
     for (std::size_t i = 0; i < count; ++i) {
         Stage& stage = stages[i];
         Tile& tile = stage.tile;
@@ -182,21 +191,16 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
             tile.readable = {nullptr, reinterpret_cast<const std::uint8_t*>(UINTPTR_MAX)};
         }
         if (i + 1 < count) {
-            tile.destination = DestinationRows::OfRing(memory + kMargin, static_cast<std::ptrdiff_t>(stage.ringStride),
-                                                       stage.ringRows);
+            const auto stride = static_cast<std::ptrdiff_t>(stage.ringStride);
+            tile.destination = isOneBatch ? DestinationRows::FromRow(memory + kMargin, stage.nextRow, stride)
+                                          : DestinationRows::OfRing(memory + kMargin, stride, stage.ringRows);
             const std::size_t pixel = stage.kernel.needs.pixelBytes, next = stages[i + 1].width;
             for (std::size_t row = 0; row < stage.ringRows && stage.width < next; ++row)
-                std::memset(tile.destination[row] + stage.width * pixel, 0, (next - stage.width) * pixel);
-            memory += stage.ringRows * stage.ringStride;
+                std::memset(tile.destination[stage.nextRow + row] + stage.width * pixel, 0,
+                            (next - stage.width) * pixel);
+            memory += stage.ringBytes;
         }
         SetPrefetch(stage);
-    }
-    // From the last stage to the first: the row that the one after it needs first.
-    Last().nextRow = first;
-    for (std::size_t i = count - 1; i-- > 0;) {
-        const std::uint32_t wanted = stages[i + 1].nextRow;
-        const std::uint32_t row = wanted - std::min(wanted, stages[i + 1].kernel.needs.neighbours);
-        stages[i].nextRow = row - row % stages[i].kernel.needs.rowStep;
     }
 }
 

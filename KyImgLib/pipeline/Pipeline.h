@@ -65,10 +65,10 @@ private:
         std::uint32_t lines, height;
 
         Tile tile;
-        std::size_t ringRows, ringStride;  ///< of the ring after it
-        std::uint32_t nextRow;             ///< of whole rows: the one to be made next
-        std::uint32_t batchEnd;            ///< of tiles: the row after the last one of this batch
-        std::size_t nextColumn;            ///< of tiles: the column to be made next
+        std::size_t ringRows, ringStride, ringBytes;  ///< of the ring after it; bytes with margins
+        std::uint32_t nextRow;                        ///< of whole rows: the one to be made next
+        std::uint32_t batchEnd;                       ///< of tiles: the row after the last one of this batch
+        std::size_t nextColumn;                       ///< of tiles: the column to be made next
     };
 
     Stage& Last() { return stages[count - 1]; }
@@ -93,6 +93,7 @@ private:
     std::size_t firstTiled;  ///< stages before it make whole rows
     std::size_t tileColumns;
     std::uint32_t batchRows;  ///< rows that the tiled stages make before the next ones
+    bool isOneBatch;          ///< they make all: the rows of a ring have no gaps, and kernels may take them as one
     bool isStreamed;          ///< stream, and prefetch
 };
 

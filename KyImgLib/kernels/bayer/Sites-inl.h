@@ -227,6 +227,8 @@ struct SiteStep {
 
     struct Rows : StepRows<kInputs, kOutputs> {
         bool ownIsBlue;  ///< of the first of them
+
+        HWY_INLINE void CopyOthers(const Rows& rows) { ownIsBlue = rows.ownIsBlue; }
     };
 
     static constexpr std::size_t InputBytes(std::size_t pixels) { return pixels * sizeof(Sample); }

@@ -144,7 +144,8 @@ HWY_INLINE void ConvertTapRow(const Reader& reader, [[maybe_unused]] const Tile&
     std::size_t columns = 0;  // that are done
 #if !KY_SCALAR
     using Step = TapStep<Reader, Writer, kTaps, kBackwards>;
-    columns = width / kTaps;
+    constexpr std::size_t kWorthVectors = 32;  // samples
+    columns = width < kWorthVectors ? 0 : width / kTaps;
     typename Step::Rows rows;
     rows.in[0] = from;
     for (std::size_t tap = 0; tap < kTaps; ++tap) rows.out[tap] = first[tap];
