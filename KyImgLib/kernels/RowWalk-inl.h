@@ -1,4 +1,4 @@
-// The walk of vectors over a row: the one place that knows ends of rows, streaming stores and prefetching. Needs Lanes-inl.h
+// The walk of vectors over a row: the one place that handles row ends, streaming stores and prefetching. Needs Lanes-inl.h
 // before it.
 
 #if !KY_SCALAR
@@ -26,7 +26,7 @@ struct WalkColumns {
 template <std::size_t kRows>
 class Prefetcher {
 public:
-    /// Where there is nothing to prefetch, it is what is in the cache anyway: cheaper than to choose for each step.
+    /// Where there is nothing to prefetch, it is what is in the cache anyway: cheaper than a branch per step.
     HWY_INLINE Prefetcher(const Prefetch& prefetch, std::size_t y, std::size_t steps, const void* cached)
         : at(0), part(prefetch.bytes == 0 ? 0 : (prefetch.bytes + steps - 1) / steps) {
         for (std::size_t i = 0; i < kRows; ++i)
@@ -61,7 +61,7 @@ enum class StepCost {
     kManyRows,          ///< registers: one column counts for all rows, which do not move
 };
 
-/// Takes a step of vectors over columns of one or more rows. A step is a class with
+/// Runs a step of vectors over columns of one or more rows. A step is a class with
 ///     kInputs, kOutputs              rows that it reads, and rows, planes or taps that it writes
 ///     Rows                           StepRows of as many, or derived from that
 ///     State                          what it knows beside its rows; copied to registers for each row
@@ -97,7 +97,7 @@ public:
         if (head != kNoAlignment)
             Stream(head, end);
         else
-            Cover(end);
+            WalkOverlapping(end);
         Padded(end, columns.end - end);
     }
 
@@ -128,7 +128,7 @@ private:
     }
 
     /// All columns up to `end`, at least a step of them. Steps overlap where their number does not divide.
-    HWY_INLINE void Cover(std::size_t end) const {
+    HWY_INLINE void WalkOverlapping(std::size_t end) const {
         std::size_t x = columns.begin, last = end - kPixels;
         if (!IsReadable(x)) {
             Padded(x, kPixels);
@@ -268,7 +268,7 @@ HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
     return {tile.begin, tile.end, tile.width, tile.readable, tile.streams};
 }
 
-/// Takes a step with one input over all rows of a tile. Its outputs are the planes of the destination.
+/// Runs a step with one input over all rows of a tile. Its outputs are the planes of the destination.
 ///
 /// Nothing that the tile says is copied as a record: it would be loaded as a vector, and wait for the single numbers that the
 /// pipeline has just stored there.

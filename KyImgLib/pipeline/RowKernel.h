@@ -52,7 +52,7 @@ public:
     using Run = void (*)(const RowKernel& kernel, const Tile& tile);
 
     /// What becomes of the last pixels of a row when they are less than a group, in area conversions.
-    enum class TornGroup { kConverted, kLeftOut };
+    enum class PartialGroup { kConverted, kLeftOut };
 
     struct Needs {
         std::uint32_t group = 1;       ///< pixels that share source bytes; tiles begin with a group
@@ -64,10 +64,10 @@ public:
         std::uint32_t rowsAtOnce = 1;  ///< rows that it makes together where it can
         bool wholeRows = false;        ///< takes all columns at once
         bool isComputeBound = false;   ///< takes longer than its memory, and prefetches meanwhile
-        TornGroup areaTornGroup = TornGroup::kConverted;
+        PartialGroup areaPartialGroup = PartialGroup::kConverted;
     };
 
-    RowKernel() {}  // nothing is cleared that is not looked at: small images do not wait for it
+    RowKernel() {}  // members stay uninitialized: clearing them would slow small images
     RowKernel(const RowKernel&) = delete;
     RowKernel& operator=(const RowKernel&) = delete;
 
@@ -97,7 +97,7 @@ public:
     std::size_t AreaWidth(std::size_t width) const {
         const std::size_t torn = width % needs.group;
         if (torn == 0) return width;
-        return needs.areaTornGroup == TornGroup::kLeftOut ? width - torn : width - torn + needs.group;
+        return needs.areaPartialGroup == PartialGroup::kLeftOut ? width - torn : width - torn + needs.group;
     }
 
     Needs needs;

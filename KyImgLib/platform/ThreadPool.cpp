@@ -153,7 +153,7 @@ private:
 alignas(ThreadPool) unsigned char memory[sizeof(ThreadPool)];
 ThreadPool& ThePool() { return *std::launder(reinterpret_cast<ThreadPool*>(memory)); }
 
-/// Makes the pool when it is first used. The child of a fork has none of its parent's threads, and may have got the pool
+/// Makes the pool while the library is loaded: a fork must not happen meanwhile. The child of a fork has none of its parent's threads, and may have got the pool
 /// while another thread changed it: it begins with a new one. What its parent's held stays unused.
 struct Life {
     Life() {
@@ -163,11 +163,11 @@ struct Life {
     ~Life() { ThePool().Close(); }
     static void Begin() { ::new (memory) ThreadPool; }
 };
+const Life life;
 
 }  // namespace
 
 void ky::RunOnThreads(std::uint32_t others, void (*work)(void* context), void* context) noexcept {
-    static const Life life;
     ThePool().Run(others, work, context);
 }
 

@@ -82,11 +82,11 @@ TEST(Stages, PartsOfImagesBehindAStageThatCopies) {
 TEST(Stages, LinePairsBehindAnotherStage) {
     const KyDualGrayscale8ToGrayscale8 taps(0x01010001, 0x1001FFF5);
     const KyDualLinesGrayscale8ToGrayscale8 lines(0x1001FFF5, KY_TYPE_GRAYSCALE8);
-    const KyIdentityConverter weave(0x0021FFF5, 0x1001FFF5, 1, 1);
+    const KyIdentityConverter deinterlacer(0x0021FFF5, 0x1001FFF5, 1, 1);
     for (const Size image : {Size{64, 8}, Size{65, 6}, Size{6000, 6}}) {
         ExpectLikeItsStages(taps, lines, image, image, 0);
-        ExpectLikeItsStages(weave, lines, image, image, 0);
-        ExpectLikeItsStages(weave, lines, image, {image.width / 2, 4}, 0);
+        ExpectLikeItsStages(deinterlacer, lines, image, image, 0);
+        ExpectLikeItsStages(deinterlacer, lines, image, {image.width / 2, 4}, 0);
     }
 }
 

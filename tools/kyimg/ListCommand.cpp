@@ -21,8 +21,8 @@ constexpr const char* kExamples = R"(Examples:
   kyimg list | grep Packed
   kyimg list --from "Bayer RGB 12-bits, Packed"     all that a type converts to
   kyimg list --to RGB48 --json
-A chain converts in two steps, through the type that is told; identity copies bytes, and deinterlaces (weaves
-the fields of) an interlaced type.)";
+A chain converts in two steps, through the type that is told; identity copies bytes, and deinterlaces (weave)
+an interlaced type.)";
 
 void ListTypes() {
     fmt::print("{:<10}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");

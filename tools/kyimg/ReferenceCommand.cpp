@@ -61,7 +61,7 @@ constexpr const char* kConversions = R"(## Conversions
 | :---: | --- |
 | ● | a converter of its own |
 | ○ | a chain of two converters, through the type in the last column |
-| = | the identity: copies bytes, and deinterlaces (weaves the fields of) an interlaced source |
+| = | the identity: copies bytes, and deinterlaces (weave) an interlaced source |
 | + | a converter that is not registered: construct a `KyBayerRGB16ToRGB48`; `kyimg` does |
 
 Plain is the type of unpacked, LSB-aligned samples in scan order, not interlaced. Every type also converts to itself by the

@@ -83,7 +83,7 @@ void MakeNearest(const Settings& settings, RowKernel& kernel) {
     needs.groupBytes *= 2;
     needs.rowStep = 2;
     needs.neighbours = settings.repeatsLastRow ? 2 : 0;  // an odd last row is made of the cells above it
-    needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
+    needs.areaPartialGroup = RowKernel::PartialGroup::kLeftOut;
     SetNearest<Writer>(needs, settings, kernel);
 }
 

@@ -21,7 +21,7 @@ void MakeGrayKernel(const GraySettings& settings, RowKernel& kernel) {
     needs.groupBytes = Reader::kGroupBytes;
     needs.pixelBytes = Writer::kPixelBytes;
     needs.isComputeBound = Writer::kPixelBytes > 2;
-    needs.areaTornGroup = RowKernel::TornGroup::kLeftOut;
+    needs.areaPartialGroup = RowKernel::PartialGroup::kLeftOut;
     const TapLayout::Order order = settings.taps.order;
     needs.wholeRows = order != TapLayout::kInOrder;
     needs.rowStep = needs.rowsAtOnce = order == TapLayout::kLinePairs ? 2 : 1;
