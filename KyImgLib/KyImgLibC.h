@@ -61,6 +61,32 @@ enum {
     KY_RGB24_PLANAR = 0x00820002 /* a plane of bytes each for R, G, B */
 };
 
+/* IDs of extended types, see KyExtendedTypes.h. They are there after KyExtendedTypes_Register. */
+#define KY_MONO10P INT64_C(0x100410001)
+#define KY_MONO12P INT64_C(0x100410002)
+#define KY_MONO14P INT64_C(0x100410003)
+#define KY_BAYER10P INT64_C(0x100420001)
+#define KY_BAYER12P INT64_C(0x100420002)
+#define KY_BAYER14P INT64_C(0x100420003)
+#define KY_MONO10_MIPI INT64_C(0x100410004)
+#define KY_MONO12_MIPI INT64_C(0x100410005)
+#define KY_MONO14_MIPI INT64_C(0x100410006)
+#define KY_BAYER10_MIPI INT64_C(0x100420004)
+#define KY_BAYER12_MIPI INT64_C(0x100420005)
+#define KY_BAYER14_MIPI INT64_C(0x100420006)
+#define KY_MONO1P INT64_C(0x100410007)
+#define KY_MONO2P INT64_C(0x100410008)
+#define KY_MONO4P INT64_C(0x100410009)
+#define KY_MONO10_BE INT64_C(0x10001000A)
+#define KY_MONO12_BE INT64_C(0x10001000B)
+#define KY_MONO14_BE INT64_C(0x10001000C)
+#define KY_MONO16_BE INT64_C(0x10001000D)
+#define KY_BAYER10_BE INT64_C(0x10002000A)
+#define KY_BAYER12_BE INT64_C(0x10002000B)
+#define KY_BAYER14_BE INT64_C(0x10002000C)
+#define KY_BAYER16_BE INT64_C(0x10002000D)
+#define KY_BAYER16 INT64_C(0x10002000E)
+
 /* ---- Pixel types ---- */
 
 /* Destroys a type that KyPixelType_Clone or KyPixelTypeFactory_CreatePixelType returned. Null: does nothing. */
@@ -87,6 +113,11 @@ KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterTo(const KyPixelTyp
 KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelType* type, const KyPixelType* other);
 
 /* ---- Registry ---- */
+
+/* Registers formats that cameras, drivers and encoders use today beyond those that are there after loading (their IDs are
+   KY_MONO10P and the others above), with their names and converters. Any number of calls, on any threads, register once. Returns
+   KY_STATUS_SUCCESS, or KY_STATUS_OUT_OF_MEMORY: what is missing then, the next call registers. */
+KYIMGLIB_API uint32_t KyExtendedTypes_Register(void);
 
 /* Whether a type is registered under the ID. */
 KYIMGLIB_API bool KyPixelTypeFactory_HasPixelType(int64_t id);

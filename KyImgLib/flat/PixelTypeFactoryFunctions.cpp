@@ -1,5 +1,6 @@
 #include <KyImgLib/KyImgLibC.h>
 #include <KyImgLib/flat/GuardInternal.h>
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 
@@ -8,6 +9,8 @@ using ky::Guarded;
 namespace {
 constexpr KyPixelType* kNoType = nullptr;
 }
+
+uint32_t KyExtendedTypes_Register(void) { return KyExtendedTypes::Register(); }
 
 bool KyPixelTypeFactory_HasPixelType(int64_t id) { return KyPixelTypeFactory::HasPixelType(id); }
 

@@ -4,6 +4,7 @@
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/PixelFormatInternal.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -20,40 +21,12 @@ std::uint64_t Limit(std::uint64_t a) { return std::min(a, kTooMuch); }
 std::uint64_t Sum(std::uint64_t a, std::uint64_t b) { return Limit(a + b); }
 std::uint64_t Product(std::uint64_t a, std::uint64_t b) { return b != 0 && a > kTooMuch / b ? kTooMuch : Limit(a * b); }
 
-struct Group {
-    std::uint32_t pixels, bytes;
-};
-
-/// YUV formats whose pixels share their colour, by the bits and bytes of a pixel.
-struct Subsampling {
-    std::uint32_t bits, bytes;
-    Group group;
-};
-
-constexpr Subsampling kSubsamplings[] = {
-    {16, 2, {2, 4}},  // 4:2:2, 8 bits
-    {20, 4, {2, 8}},  // 4:2:2, 10 bits in words
-    {12, 2, {4, 6}},  // 4:1:1, 8 bits
-};
-
 /// Types of four taps, which have no bits of their own in an ID.
 constexpr std::int64_t kQuadTaps[] = {KY_COLOUR_SPACE_GRAYSCALE | 6, KY_COLOUR_SPACE_GRAYSCALE | 7};
 
 bool IsQuadTaps(std::int64_t id) {
     const std::int64_t format = id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
     return std::find(std::begin(kQuadTaps), std::end(kQuadTaps), format) != std::end(kQuadTaps);
-}
-
-Group GroupOf(const KyPixelType& type) {
-    const std::int64_t id = type.GetTypeID();
-    const std::uint32_t bits = type.GetPixelBitSize(), bytes = type.GetPixelByteSize();
-    if ((id & KY_TYPE_PLANAR) != 0) return {1, 1};
-    if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV)
-        for (const Subsampling& format : kSubsamplings)
-            if (bits == format.bits && bytes == format.bytes) return format.group;
-    const bool hasOneSample = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || type.IsBayerPattern();
-    if ((id & KY_TYPE_PACKED) != 0 && hasOneSample && (bits == 10 || bits == 12)) return {2, 3};
-    return {1, bytes};
 }
 
 /// Whether the type's class has a buffer size other than KyPixelType's.
@@ -65,7 +38,7 @@ bool HasOwnRule(const KyPixelType& type) {
 }
 
 /// The fewest pixels whose bytes repeat; none when no number does.
-Group FindGroup(const KyPixelType& type) {
+PixelGroup FindGroup(const KyPixelType& type) {
     constexpr std::uint32_t kMost = 64;
     for (std::uint32_t pixels = 1; pixels <= kMost; ++pixels) {
         const std::uint32_t bytes = type.GetBufferSizeFor(pixels, 1);
@@ -96,7 +69,7 @@ std::uint32_t FindLayout(const char* role, std::int64_t id, Layout& layout) {
     layout = {};
     layout.type = type;
     layout.hasOwnRule = HasOwnRule(*type);
-    const Group group = layout.hasOwnRule ? FindGroup(*type) : GroupOf(*type);
+    const PixelGroup group = layout.hasOwnRule ? FindGroup(*type) : FormatOf(*type).group;
     if (group.pixels == 0)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << ".type is " << TypeText{id}

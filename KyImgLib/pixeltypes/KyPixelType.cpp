@@ -2,6 +2,7 @@
 
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/PixelFormatInternal.h>
 #include <KyImgLib/platform/NullReferenceInternal.h>
 
 KyPixelType::KyPixelType(const std::int64_t& typeID, std::uint16_t pixelBitSize, std::uint16_t pixelByteSize,
@@ -25,11 +26,12 @@ bool KyPixelType::IsBayerPattern() const { return isBayer; }
 
 std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const {
     const std::uint32_t pixels = width * height;
-    const std::uint32_t bits = GetPixelBitSize();
-    const bool packed = (id & KY_TYPE_PACKED) != 0;
-    const bool oneSamplePerPixel = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || IsBayerPattern();
-    if (packed && oneSamplePerPixel && (bits == 10 || bits == 12)) return 3 * (pixels + pixels % 2) / 2;
-    if (!packed && bits == 24 && GetPixelByteSize() == 3) return 4 * pixels;
+    const ky::PixelFormat format = ky::FormatOf(*this);
+    const auto [groupPixels, groupBytes] = format.group;
+    // The bytes of YUV types are those of a pixel, also for a group that the width cuts.
+    if (groupPixels != 1 && format.packing != ky::Packing::kSubsampledYUV)
+        return groupBytes * (pixels + (groupPixels - pixels % groupPixels) % groupPixels) / groupPixels;
+    if ((id & KY_TYPE_PACKED) == 0 && GetPixelBitSize() == 24 && GetPixelByteSize() == 3) return 4 * pixels;
     return GetPixelByteSize() * pixels;
 }
 

@@ -7,6 +7,7 @@
 #include <KyImgLib/kernels/RowWalk-inl.h>
 #include <KyImgLib/kernels/Writers-inl.h>
 #include <KyImgLib/kernels/gray/Readers-inl.h>
+#include <KyImgLib/kernels/gray/BitReaders-inl.h>
 #include <KyImgLib/kernels/gray/GrayWriters-inl.h>
 #include <KyImgLib/kernels/gray/InOrder-inl.h>
 #include <KyImgLib/kernels/gray/Taps-inl.h>
@@ -54,4 +55,14 @@ const GrayTable kGray = {
     &MakeGrayKernel<ReadPacked, WriteGray16, 2>,
     &MakeGrayKernel<ReadBytes, WriteGray8, 4>,
     &MakeGather,
+    {&MakeGrayKernel<ReadBits<LeastFirst<10, 4>>, WriteGray16, 1>,
+     &MakeGrayKernel<ReadBits<LeastFirst<12, 2>>, WriteGray16, 1>,
+     &MakeGrayKernel<ReadBits<LeastFirst<14, 4>>, WriteGray16, 1>},
+    {&MakeGrayKernel<ReadBits<HighBytesFirst<10, 4>>, WriteGray16, 1>,
+     &MakeGrayKernel<ReadBits<HighBytesFirst<12, 2>>, WriteGray16, 1>,
+     &MakeGrayKernel<ReadBits<HighBytesFirst<14, 4>>, WriteGray16, 1>},
+    {&MakeGrayKernel<ReadFewBits<LeastFirst<1, 8>>, WriteGray8, 1>,
+     &MakeGrayKernel<ReadFewBits<LeastFirst<2, 4>>, WriteGray8, 1>,
+     &MakeGrayKernel<ReadFewBits<LeastFirst<4, 2>>, WriteGray8, 1>},
+    &MakeGrayKernel<ReadBigEndianWords, WriteGray16, 1>,
 };

@@ -1,6 +1,7 @@
 #include <KyImgLib/kernels/KernelTable.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>

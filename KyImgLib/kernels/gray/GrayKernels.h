@@ -64,6 +64,10 @@ struct GrayTable {
     MakeGray reorderBytes;  ///< bytes to bytes; four taps
     /// Bytes of any source, one after the other, for the kernels that read bytes.
     void (*gather)(const GatherSettings& settings, RowKernel& kernel);
+    /// Samples that lie bit by bit, one tap: of 10, 12 and 14 bits to words, in a stream from the lowest bit on and with the
+    /// high bytes first (MIPI); of 1, 2 and 4 bits to bytes.
+    MakeGray unpackLeastFirst[3], unpackHighBytesFirst[3], unpackFewBits[3];
+    MakeGray swapBytes;  ///< big-endian words to words
 };
 
 }  // namespace ky

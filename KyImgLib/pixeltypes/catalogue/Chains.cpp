@@ -2,6 +2,7 @@
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/PixelFormatInternal.h>
 #include <KyImgLib/pixeltypes/catalogue/Constructor.h>
 
 #include <algorithm>
@@ -11,23 +12,6 @@
 namespace ky {
 
 namespace {
-
-constexpr std::int64_t kGray10 = 0x00010002, kGray12 = 0x00010003;
-
-/// The type of single samples in scan order, right-aligned, not interlaced, that a grayscale or Bayer type is a variant of;
-/// RGB24 for one whose pixels have several samples.
-std::int64_t PlainType(const KyPixelType& type) {
-    const std::int64_t id = type.GetTypeID();
-    const bool isGrayscale = (id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE;
-    if (!isGrayscale && !type.IsBayerPattern()) return KY_TYPE_RGB24;
-    switch (id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK)) {
-        case 0x00010006: return KY_TYPE_GRAYSCALE8;  // four taps
-        case 0x00010007: return kGray10;
-        case 0x00010008: return kGray10;  // packed as GigE Vision does it
-        case 0x00010009: return kGray12;
-        default: return id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
-    }
-}
 
 /// A direct converter's source and destination, which differ.
 using Step = std::pair<std::int64_t, std::int64_t>;
@@ -48,7 +32,7 @@ std::vector<Step> DirectSteps(const BuiltInConverters& converters, const std::ve
 
 /// Every type that one or more steps lead to from `type`, its plain type first: chains to the others may go through it.
 std::vector<std::int64_t> ReachableTypes(const std::vector<Step>& steps, const KyPixelType& type) {
-    std::vector<std::int64_t> reached = {PlainType(type), type.GetTypeID()};
+    std::vector<std::int64_t> reached = {FormatOf(type).plain, type.GetTypeID()};
     for (std::size_t i = 0; i < reached.size(); ++i)
         for (auto step = std::lower_bound(steps.begin(), steps.end(), Step(reached[i], 0));
              step != steps.end() && step->first == reached[i]; ++step)
@@ -68,7 +52,7 @@ bool AddChain(Constructor& construct, std::int64_t source, std::int64_t intermed
 }
 
 void AddChainsFrom(Constructor& construct, const std::vector<Step>& steps, const KyPixelType& type) {
-    const std::int64_t source = type.GetTypeID(), plain = PlainType(type);
+    const std::int64_t source = type.GetTypeID(), plain = FormatOf(type).plain;
     for (const std::int64_t destination : ReachableTypes(steps, type)) {
         if (KyPixelTypeFactory::HasConverter(source, destination)) continue;
         // Where several would do, the first one loses nothing that the destination keeps.
@@ -94,7 +78,7 @@ void ConstructChains(Constructor& construct) {
     // Plain types first: chains from the others go on with theirs.
     for (const bool plain : {true, false})
         for (const KyPixelType* const type : types)
-            if ((PlainType(*type) == type->GetTypeID()) == plain) AddChainsFrom(construct, steps, *type);
+            if ((FormatOf(*type).plain == type->GetTypeID()) == plain) AddChainsFrom(construct, steps, *type);
 }
 
 }  // namespace ky

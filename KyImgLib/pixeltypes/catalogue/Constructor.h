@@ -19,6 +19,11 @@ public:
         converters.emplace_back(new Converter(arguments...));
     }
 
+    /// Destroys them, the last one first.
+    void Clear() {
+        while (!converters.empty()) converters.pop_back();
+    }
+
     const BuiltInConverters& Converters() const { return converters; }
     BuiltInConverters Take() { return std::move(converters); }
 
@@ -35,6 +40,9 @@ void ConstructBayerConverters(Constructor& construct);
 
 /// Chains of two of the converters that there are, for every pair of types that several steps connect and none directly.
 void ConstructChains(Constructor& construct);
+
+/// Registers the extended types, and constructs their converters. What is there already stays.
+void ConstructExtendedTypes(Constructor& construct);
 
 }  // namespace ky
 

@@ -1,8 +1,12 @@
 #include <KyImgLib/conversion/ContextInternal.h>
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/RegistryInternal.h>
-#include <KyImgLib/pixeltypes/catalogue/Catalogue.h>
+#include <KyImgLib/pixeltypes/catalogue/Constructor.h>
 #include <KyImgLib/platform/CpuCacheInternal.h>
 #include <KyImgLib/platform/KyCpuLevel.h>
+
+#include <exception>
+#include <mutex>
 
 namespace ky {
 
@@ -21,16 +25,34 @@ public:
     }
 
     ~Library() {
+        extended.Clear();
         while (!converters.empty()) converters.pop_back();
         DestroyRegistry();
     }
 
+    /// What an earlier call has made is kept; the next one makes the rest.
+    std::uint32_t RegisterExtendedTypes() noexcept {
+        try {
+            const std::lock_guard lock(registering);
+            if (!hasExtended) ConstructExtendedTypes(extended);
+            hasExtended = true;
+            return KY_STATUS_SUCCESS;
+        } catch (const std::exception&) {
+            return KY_STATUS_OUT_OF_MEMORY;
+        }
+    }
+
 private:
     BuiltInConverters converters;
+    std::mutex registering;
+    Constructor extended;
+    bool hasExtended = false;
 };
 
-const Library library;
+Library library;
 
 }  // namespace
 
 }  // namespace ky
+
+std::uint32_t KyExtendedTypes::Register() noexcept { return ky::library.RegisterExtendedTypes(); }
