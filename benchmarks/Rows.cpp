@@ -11,6 +11,8 @@ constexpr std::int64_t kBayer10 = 0x00020011;
 constexpr std::int64_t kBayer12 = 0x00020012;
 constexpr std::int64_t kGray10 = 0x00010002;
 constexpr std::int64_t kGray12 = 0x00010003;
+constexpr std::int64_t kBayer14 = 0x00020016;
+constexpr std::int64_t kGray14 = 0x00010004;
 constexpr std::int64_t kGray10GEV = 0x00410008;
 constexpr std::int64_t kGray12GEV = 0x00410009;
 constexpr std::int64_t kQuad8 = 0x00010006;
@@ -87,6 +89,17 @@ constexpr Row kRows[] = {
     {"Taps12ToRGB32/both-inverted", kGray12 | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, KY_TYPE_RGB32, 0, kNone},
     {"Taps12Packed/both-inverted", kGray12 | KY_TYPE_PACKED | KY_TAP_LEFT_INVERTED_RIGHT_INVERTED, kGray12, 0, kNone},
 
+    {"Mono10pToGray10", KY_TYPE_MONO10P, kGray10, 0, kNone},
+    {"Mono12pToGray12", KY_TYPE_MONO12P, kGray12, 0, kNone},
+    {"Mono14pToGray14", KY_TYPE_MONO14P, kGray14, 0, kNone},
+    {"Mono12BEToGray12", KY_TYPE_MONO12_BE, kGray12, 0, kNone},
+    {"Mono1pToGray8", KY_TYPE_MONO1P, KY_TYPE_GRAYSCALE8, 0, kNone},
+    {"BayerRAW10ToBayer10", KY_TYPE_BAYER10_MIPI, kBayer10, 0, kNone},
+    {"BayerRAW14ToBayer14", KY_TYPE_BAYER14_MIPI, kBayer14, 0, kNone},
+    {"Bayer12pToBayer12", KY_TYPE_BAYER12P, kBayer12, 0, kNone},
+    {"Chain/Bayer12p-Bayer12-RGB24/bilinear", KY_TYPE_BAYER12P, KY_TYPE_RGB24, kBilinear, kNone},
+    {"Chain/BayerRAW10-Bayer10-RGB24/bilinear", KY_TYPE_BAYER10_MIPI, KY_TYPE_RGB24, kBilinear, kNone},
+
     {"Bayer12PackedToBayer12", kBayer12 | KY_TYPE_PACKED, kBayer12, 0, kNone},
     {"TapsBayer8/left-right", kBayer8 | KY_TAP_LEFT_RIGHT, kBayer8, 0, kNone},
     {"Gray10ToRGB24", kGray10, KY_TYPE_RGB24, 0, kNone},
@@ -98,6 +111,8 @@ constexpr Row kRows[] = {
 };
 
 constexpr Chain kChains[] = {
+    {"Chain/Bayer12p-Bayer12-RGB24/bilinear", {"Bayer12pToBayer12", "Bayer12ToRGB24/bilinear"}},
+    {"Chain/BayerRAW10-Bayer10-RGB24/bilinear", {"BayerRAW10ToBayer10", "Bayer10ToRGB24/bilinear"}},
     {"Chain/Bayer12Packed-Bayer12-RGB24/bilinear", {"Bayer12PackedToBayer12", "Bayer12ToRGB24/bilinear"}},
     {"Chain/TapsBayer8-Bayer8-RGB24/bilinear", {"TapsBayer8/left-right", "Bayer8ToRGB24/bilinear"}},
     {"Chain/Gray10GEV-Gray10-RGB24", {"Gray10GEVToGray10", "Gray10ToRGB24"}},

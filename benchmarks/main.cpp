@@ -6,11 +6,14 @@
 #include "Reporter.h"
 #include "SmallConversions.h"
 
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace kybench {
@@ -63,6 +66,7 @@ void Run(char* program, const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
     try {
+        if (KyExtendedTypes::Register() != KY_STATUS_SUCCESS) throw std::bad_alloc();
         kybench::Run(argv[0], {argv + 1, argv + argc});
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s: %s\n", argv[0], error.what());

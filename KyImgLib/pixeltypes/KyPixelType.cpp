@@ -35,6 +35,14 @@ std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t h
     return GetPixelByteSize() * pixels;
 }
 
+void KyPixelType::GetPixelGroup(std::uint32_t& pixels, std::uint32_t& bytes) const {
+    const ky::PixelGroup group = ky::FormatOf(*this).group;
+    pixels = group.pixels;
+    bytes = group.bytes;
+}
+
+std::int64_t KyPixelType::GetPlainTypeID() const { return ky::FormatOf(*this).plain; }
+
 const KyPixelConverter* KyPixelType::FindConverterTo(const KyPixelType& other) const {
     return KyPixelTypeFactory::FindConverter(id, other.GetTypeID());
 }

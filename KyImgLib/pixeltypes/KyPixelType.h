@@ -35,10 +35,19 @@ public:
 
     /// Bytes that an image of `width` x `height` pixels occupies, in 32-bit arithmetic that wraps.
     ///
-    /// Packed grayscale and Bayer types of 10 or 12 bits: two pixels share three bytes, over the whole image, so an
-    /// odd number of pixels is rounded up to a pair. 24-bit types of 3 bytes that are not packed (RGB 24, BGR 24)
+    /// Packed grayscale and Bayer types, where pixels share bytes: groups of pixels, over the whole image, rounded up to a whole
+    /// one; two pixels in three bytes for 10 and 12 bits, what GetPixelGroup() says for extended types. 24-bit types of 3 bytes that are not packed (RGB 24, BGR 24)
     /// are laid out with 4 bytes for each pixel. Everything else: byte size x width x height.
     virtual std::uint32_t GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const;
+
+    /// Writes the smallest number of pixels that share no byte with others, and their bytes: 2 and 3 for packed 12-bit
+    /// grayscale, 2 and 4 for 8-bit 4:2:2, 1 and the bytes of a pixel for most types, 1 and 1 for the planes of a planar one. In a
+    /// KyImage lines have whole groups. Knows the library's own types; others are told by ID, bits and bytes.
+    void GetPixelGroup(std::uint32_t& pixels, std::uint32_t& bytes) const;
+
+    /// The type of the same samples in scan order, LSB-aligned in 16-bit little-endian words or in bytes, not interlaced; RGB24
+    /// for a type whose pixels have several samples.
+    std::int64_t GetPlainTypeID() const;
 
     /// The registered converter from this type to `other`; null when there is none.
     const KyPixelConverter* FindConverterTo(const KyPixelType& other) const;

@@ -60,6 +60,7 @@ static void (*destroy_filter)(void*);
 static const void* (*get_converter)(int64_t, int64_t);
 static uint32_t (*convert)(const void*, const void*, const uint8_t*, uint32_t, uint32_t, uint8_t*, uint32_t, uint32_t,
                            uint32_t, uint32_t, uint32_t, uint32_t);
+static uint32_t (*register_extended)(void);
 static uint32_t (*set_level)(uint32_t);
 static uint32_t (*convert_parallel)(const KyImage*, const KyImage*, const KyConversion*, const void*);
 static Semaphore converted, unloaded;
@@ -121,9 +122,11 @@ static void UseAndUnload(const char* path) {
     FindFunction(library, "KyRGBFilter_Destroy", &destroy_filter);
     FindFunction(library, "KyPixelTypeFactory_GetConverter", &get_converter);
     FindFunction(library, "KyPixelConverter_ConvertAreaFilter", &convert);
+    FindFunction(library, "KyExtendedTypes_Register", &register_extended);
     FindFunction(library, "KyCpuLevel_SetActive", &set_level);
     FindFunction(library, "KyImage_ConvertParallel", &convert_parallel);
 
+    Require(register_extended() == 0, "cannot register the extended types");
     type = create_type(0x20010);
     Require(type != NULL, "no pixel type");
     destroy_type(type);

@@ -40,9 +40,9 @@ void PrintCameraNames(const KyPixelType& type) {
 }
 
 void PrintDestinations(const std::vector<Route>& routes) {
-    fmt::print("\nconverts to  how       through     name\n");
+    fmt::print("\nconverts to  how       through      name\n");
     for (const Route& route : routes)
-        PrintLine(fmt::format("{}   {:<8}  {:<10}  ", FormatTypeID(route.destination), HowText(route.how),
+        PrintLine(fmt::format("{:<11}  {:<8}  {:<11}  ", FormatTypeID(route.destination), HowText(route.how),
                               route.through ? FormatTypeID(*route.through) : "-"),
                   LibraryName(route.destination));
 }

@@ -25,29 +25,30 @@ A chain converts in two steps, through the type that is told; identity copies by
 an interlaced type.)";
 
 void ListTypes() {
-    fmt::print("{:<10}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");
+    fmt::print("{:<11}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");
     for (const std::int64_t id : AllTypes()) {
         const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
-        PrintLine(fmt::format("{}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), type.GetPixelByteSize()),
-                  LibraryName(id));
+        PrintLine(
+            fmt::format("{:<11}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), type.GetPixelByteSize()),
+            LibraryName(id));
     }
 }
 
 /// IDs in columns of their own, as the names of a pair would not fit in a line of a terminal.
 void ListRoutes(const std::vector<Route>& routes) {
-    fmt::print("{:<10}  {:<11}  {:<8}  {:<10}  {}\n", "source", "destination", "how", "through", "names");
+    fmt::print("{:<11}  {:<11}  {:<8}  {:<10}  {}\n", "source", "destination", "how", "through", "names");
     for (const Route& route : routes)
         PrintLine(
-            fmt::format("{}  {:<11}  {:<8}  {:<10}  ", FormatTypeID(route.source), FormatTypeID(route.destination),
+            fmt::format("{:<11}  {:<11}  {:<8}  {:<10}  ", FormatTypeID(route.source), FormatTypeID(route.destination),
                         HowText(route.how), route.through ? FormatTypeID(*route.through) : "-"),
             fmt::format("{} -> {}", LibraryName(route.source), LibraryName(route.destination)));
 }
 
 /// Where one end is the same in all, only the other is told.
 void ListRoutesOfOne(const std::vector<Route>& routes, std::int64_t Route::*other, const char* title) {
-    fmt::print("{:<10}  {:<8}  {:<10}  {}\n", title, "how", "through", "name");
+    fmt::print("{:<11}  {:<8}  {:<11}  {}\n", title, "how", "through", "name");
     for (const Route& route : routes)
-        PrintLine(fmt::format("{}  {:<8}  {:<10}  ", FormatTypeID(route.*other), HowText(route.how),
+        PrintLine(fmt::format("{:<11}  {:<8}  {:<11}  ", FormatTypeID(route.*other), HowText(route.how),
                               route.through ? FormatTypeID(*route.through) : "-"),
                   LibraryName(route.*other));
 }

@@ -1,5 +1,6 @@
 #include "MemoryLayout.h"
 
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
@@ -13,9 +14,17 @@ namespace kyimg {
 
 namespace {
 
-/// Whether a type has this colour space (a mosaic counts as none) and one of these format indexes.
+bool IsExtended(const KyPixelType& type) { return (type.GetTypeID() & KY_TYPE_EXTENDED) != 0; }
+
+/// Whether a type is extended and has a format index from `first` to `last`, which are the same for gray and Bayer.
+bool IsExtended(const KyPixelType& type, std::int64_t first, std::int64_t last) {
+    const std::int64_t index = type.GetTypeID() & KY_TYPE_INDEX_MASK;
+    return IsExtended(type) && index >= first && index <= last;
+}
+
+/// Whether a type is built in and has this colour space (a mosaic counts as none) and one of these format indexes.
 bool Is(const KyPixelType& type, std::int64_t space, std::initializer_list<std::int64_t> indexes) {
-    return !type.IsBayerPattern() && (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == space &&
+    return !IsExtended(type) && !type.IsBayerPattern() && (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == space &&
            std::ranges::find(indexes, type.GetTypeID() & KY_TYPE_INDEX_MASK) != indexes.end();
 }
 
@@ -52,6 +61,26 @@ constexpr const char* kPairsNote =
     "those "
     "of MIPI.";
 
+constexpr const char* kStream =
+    R"(            byte 0            byte 1            byte 2            byte 3            byte 4
+10 bits    p7 to p0          q5 to q0 p9 p8    r3 to r0 q9 to q6 s1 s0 r9 to r4    s9 to s2
+12 bits    p7 to p0          q3 to q0 pB to p8 qB to q4
+ 4 bits    q3 to q0 p3 to p0
+ 1 bit     eight pixels, the first in the lowest bit)";
+constexpr const char* kStreamNote =
+    "One stream of bits: each sample begins where the one before it ends, with its lowest bit in the lowest free bit "
+    "of a "
+    "byte. Bits of a byte are drawn from the highest to the lowest. 10 bits: four pixels in five bytes; 14 bits: four "
+    "in "
+    "seven. Lines have whole groups. Samples of less than a byte become gray from 0 to 255.";
+
+constexpr const char* kMIPI = R"(            byte 0     byte 1     byte 2            byte 3     byte 4
+10 bits    p9 to p2   q9 to q2   r9 to r2          s9 to s2   s1 s0 r1 r0 q1 q0 p1 p0
+12 bits    pB to p4   qB to q4   q3 to q0 p3 to p0
+14 bits    four high bytes, then p5 to p0, q5 to q0, r5 to r0, s5 to s0 as a stream of bits in three bytes)";
+constexpr const char* kMIPINote =
+    "RAW10, RAW12 and RAW14: the high bytes of a group of pixels, then the low bits of all. Lines have whole groups.";
+
 constexpr Family kFamilies[] = {
     {"Grayscale in bytes", kBytes, "", [](const KyPixelType& type) { return Is(type, kGray, {1}); }},
     {"Grayscale in words", kWords, kWordsNote,
@@ -72,9 +101,24 @@ picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
     {"Bayer mosaic in bytes", kBytes, "",
      [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 1; }},
     {"Bayer mosaic in words", kWords, kWordsNote,
-     [](const KyPixelType& type) { return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && !IsPacked(type); }},
+     [](const KyPixelType& type) {
+         const bool isExtended16 = IsExtended(type, 0xE, 0xE);
+         return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && !IsPacked(type) &&
+                (!IsExtended(type) || isExtended16);
+     }},
     {"Bayer mosaic, packed", kPairs, kPairsNote,
-     [](const KyPixelType& type) { return type.IsBayerPattern() && IsPacked(type); }},
+     [](const KyPixelType& type) { return type.IsBayerPattern() && IsPacked(type) && !IsExtended(type); }},
+
+    {"Packed as PFNC's \"p\" formats", kStream, kStreamNote,
+     [](const KyPixelType& type) { return IsExtended(type, 0x1, 0x3) || IsExtended(type, 0x7, 0x9); }},
+    {"Packed as in MIPI CSI-2", kMIPI, kMIPINote, [](const KyPixelType& type) { return IsExtended(type, 0x4, 0x6); }},
+    {"Big-endian words", R"(            byte 0     byte 1
+10 bits    ......98   76543210
+12 bits    ....BA98   76543210
+14 bits    ..DCBA98   76543210
+16 bits    FEDCBA98   76543210)",
+     "The high byte comes first; samples are LSB-aligned. Bits of a byte are drawn from the highest to the lowest.",
+     [](const KyPixelType& type) { return IsExtended(type, 0xA, 0xD); }},
 
     {"RGB 5-6-5", R"( byte 0     byte 1      the highest bit first
 gggbbbbb   rrrrrggg     a little-endian word)",

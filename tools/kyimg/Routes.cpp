@@ -41,17 +41,9 @@ std::vector<Route> FindRoutes(std::optional<std::int64_t> source, std::optional<
 }
 
 std::optional<std::int64_t> PlainType(const KyPixelType& type) {
-    const std::int64_t id = type.GetTypeID();
-    if ((id & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_GRAYSCALE && !type.IsBayerPattern()) return std::nullopt;
-    const std::int64_t format = id & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
-    // Formats of grayscale that differ from another only in how samples are stored.
-    switch (format) {
-        case 0x00010006: return KY_TYPE_GRAYSCALE8;  // four taps
-        case 0x00010007:
-        case 0x00010008: return 0x00010002;  // 10 bits: four taps, GigE Vision packing
-        case 0x00010009: return 0x00010003;  // 12 bits: GigE Vision packing
-        default: return format;
-    }
+    const bool isGrayscale = (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE;
+    if (!isGrayscale && !type.IsBayerPattern()) return std::nullopt;
+    return type.GetPlainTypeID();
 }
 
 }  // namespace kyimg

@@ -1,5 +1,6 @@
 #include "TypeFacts.h"
 
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 #include <KyImgLib/pixeltypes/KyPixelTypes.h>
 
@@ -87,6 +88,7 @@ std::string FlagsText(const KyPixelType& type) {
 }
 
 const char* ClassName(const KyPixelType& type) {
+    if ((type.GetTypeID() & KY_TYPE_EXTENDED) != 0) return "KyPixelType";
     for (const FormatClass& known : FormatClasses())
         if (known.format == FormatOf(type.GetTypeID())) return known.name;
     return "KyPixelType";

@@ -7,6 +7,8 @@
 #include "PatternsCommand.h"
 #include "ReferenceCommand.h"
 
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
+
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
@@ -47,6 +49,7 @@ void AddGlobalOptions(CLI::App& app, GlobalOptions& options) {
 }
 
 void Run(int argc, const char* const* argv) {
+    if (KyExtendedTypes::Register() != KY_STATUS_SUCCESS) throw std::bad_alloc();
     CLI::App app(kDescription, "kyimg");
     GlobalOptions global;
     ConvertOptions convert;
