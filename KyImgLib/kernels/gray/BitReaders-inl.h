@@ -200,20 +200,31 @@ struct ReadFewBits {
     }
 #if !KY_SCALAR
     HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[1]) const {
-        // A vector of words takes 16 bytes at most, so that every block can have them all.
         constexpr std::size_t kVectorBytes = kLanes / 2 * Layout::kBits / 8;
         using Table = WordBytes<Layout, kLanes>;
         static constexpr Table kTable = Table::Of(0, false);
         static constexpr BlockWords kUp = FactorsOf<Layout>(false);
         V16 words[2];
         for (std::size_t i = 0; i < 2; ++i) {
-            HWY_ALIGN std::uint8_t bytes[16] = {};
-            std::memcpy(bytes, from + i * kVectorBytes, kVectorBytes);
-            const V8 word = hn::TableLookupBytesOr0(hn::LoadDup128(D8(), bytes), hn::Load(D8(), kTable.bytes));
+            const V8 bytes = Repeat<kVectorBytes>(from + i * kVectorBytes);
+            const V8 word = hn::TableLookupBytesOr0(bytes, hn::Load(D8(), kTable.bytes));
             const V16 sample = hn::ShiftRight<16 - Layout::kBits>(hn::Mul(Words(word), LoadBlock(kUp)));
             words[i] = hn::Mul(sample, hn::Set(D16(), kScale));
         }
         samples[0] = LowBytes(words[0], words[1]);
+    }
+
+private:
+    /// A vector of words takes 16 bytes at most: every block has them all.
+    template <std::size_t kBytes>
+    static HWY_INLINE V8 Repeat(const std::uint8_t* from) {
+        if constexpr (kBytes == 16) {
+            return hn::LoadDup128(D8(), from);
+        } else {
+            hwy::UnsignedFromSize<kBytes> number;
+            std::memcpy(&number, from, kBytes);
+            return hn::BitCast(D8(), hn::Set(TagOf<decltype(number)>(), number));
+        }
     }
 #endif
 };
