@@ -65,12 +65,22 @@ inline constexpr std::int64_t KY_TYPE_BAYER16_BE = 0x10002000D;
 /// Bayer mosaic of 16-bit little-endian words: PFNC's BayerRG16 and the others.
 inline constexpr std::int64_t KY_TYPE_BAYER16 = 0x10002000E;
 
+/// \name Four bytes a pixel
+/// Bytes in the order of the name. An alpha is 255 in a destination; a source's fourth byte is ignored.
+///@{
+inline constexpr std::int64_t KY_TYPE_RGBA32 = 0x100020020;
+inline constexpr std::int64_t KY_TYPE_BGRA32 = 0x100020021;
+inline constexpr std::int64_t KY_TYPE_ARGB32 = 0x100020022;
+inline constexpr std::int64_t KY_TYPE_ABGR32 = 0x100020023;
+///@}
+
 class KYIMGLIB_API KyExtendedTypes {
 public:
     KyExtendedTypes() = delete;
 
-    /// Registers the types of this header, their names and their converters: to the plain type of the same samples (16-bit
-    /// words, or 8-bit grayscale for samples of less than a byte), and from there to everything that it converts to.
+    /// Registers the types of this header, their names and their converters: of single samples to the plain type (16-bit words,
+    /// or 8-bit grayscale for samples of less than a byte), and from there to everything that it converts to; of four bytes a
+    /// pixel from everything that converts to RGB32, and to everything that RGB32 converts to.
     ///
     /// Any number of calls on any threads register once. Types and converters are the library's, and stay until it is
     /// unloaded. A type or a pair that an application has registered before stays as it is.

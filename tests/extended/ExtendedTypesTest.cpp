@@ -89,6 +89,20 @@ constexpr Row kRows[] = {
     {kBayer16, "Bayer RGB 16-bits", kBayer16, 16, 1, 2, nullptr},
 };
 
+/// Four bytes a pixel: the places of red, green, blue and alpha.
+struct FourBytes {
+    std::int64_t type;
+    const char* name;
+    std::size_t red, green, blue, alpha;
+};
+
+constexpr FourBytes kFourBytes[] = {
+    {0x100020020, "RGBA 32-bits", 0, 1, 2, 3},
+    {0x100020021, "BGRA 32-bits", 2, 1, 0, 3},
+    {0x100020022, "ARGB 32-bits", 1, 2, 3, 0},
+    {0x100020023, "ABGR 32-bits", 3, 2, 1, 0},
+};
+
 std::map<std::int64_t, std::string> RegisteredTypes() {
     std::map<std::int64_t, std::string> types;
     std::int64_t id = 0;
@@ -123,6 +137,7 @@ TEST(ABeforeExtendedTypes, RegisterOnceFromManyThreads) {
 
     std::map<std::int64_t, std::string> expected = before;
     for (const Row& row : kRows) expected[row.type] = row.name;
+    for (const FourBytes& row : kFourBytes) expected[row.type] = row.name;
     EXPECT_EQ(expected, RegisteredTypes());
 }
 
@@ -247,6 +262,32 @@ TEST_P(ExtendedTypesOfLevel, SixteenBitMosaicsKeepTheirHighBytes) {
             EXPECT_EQ(Convert(0x20012, destination, words12.data(), words12.size(), kWidth, kHeight, flags),
                       Convert(kBayer16, destination, words16.data(), words16.size(), kWidth, kHeight, flags))
                 << destination << " flags " << flags;
+}
+
+/// From everything that becomes RGB32, and back; an alpha is 255.
+TEST_P(ExtendedTypesOfLevel, FourBytesAreRGB32InTheirOrder) {
+    constexpr std::uint32_t kWidth = 131, kHeight = 6;
+    for (const std::int64_t from : {std::int64_t{0x20010}, std::int64_t{0x40001}, std::int64_t{0x10001},
+                                    std::int64_t{0x410003}, std::int64_t{0x100420001}, KY_TYPE_BGR24, KY_TYPE_RGB32}) {
+        KyImage image = {from, kWidth, kHeight, nullptr, 0, 0, 0};
+        ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_GetSize(&image, &image.size));
+        std::vector<std::uint8_t> bytes = random.Bytes(image.size);
+        const std::vector<std::uint8_t> rgb =
+            Convert(from, KY_TYPE_RGB24, bytes.data(), bytes.size(), kWidth, kHeight, 0x110);
+        for (const FourBytes& row : kFourBytes) {
+            std::vector<std::uint8_t> pixels =
+                Convert(from, row.type, bytes.data(), bytes.size(), kWidth, kHeight, 0x110);
+            for (std::size_t i = 0; i < kWidth * kHeight; ++i) {
+                const std::uint8_t* const pixel = pixels.data() + 4 * i;
+                ASSERT_EQ(
+                    (std::vector<std::uint8_t>{rgb[3 * i], rgb[3 * i + 1], rgb[3 * i + 2], 255}),
+                    (std::vector<std::uint8_t>{pixel[row.red], pixel[row.green], pixel[row.blue], pixel[row.alpha]}))
+                    << from << " to " << row.name << ", pixel " << i;
+            }
+            for (std::size_t i = 0; i < kWidth * kHeight; ++i) pixels[4 * i + row.alpha] = random.Below(256) & 0xFF;
+            EXPECT_EQ(rgb, Convert(row.type, KY_TYPE_RGB24, pixels.data(), pixels.size(), kWidth, kHeight)) << row.name;
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Levels, ExtendedTypesOfLevel, testing::ValuesIn(support::AvailableLevels()),

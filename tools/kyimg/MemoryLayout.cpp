@@ -135,6 +135,13 @@ BGR 32    | B | G | R | x |)",
      [](const KyPixelType& type) {
          return Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type);
      }},
+    {"RGB with alpha", R"(byte        0   1   2   3
+RGBA 32   | R | G | B | A |
+BGRA 32   | B | G | R | A |
+ARGB 32   | A | R | G | B |
+ABGR 32   | A | B | G | R |)",
+     "The alpha is 255 in a destination and ignored in a source.",
+     [](const KyPixelType& type) { return IsExtended(type, 0x20, 0x23); }},
     {"RGB in words", R"(byte        0   1   2   3   4   5   6   7
 RGB 48    |   R   |   G   |   B   |
 RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",

@@ -54,7 +54,7 @@ struct GrayMaker {
 
     bool Add(const ConversionSettings& conversion, const PackedLayout& packed, Pipeline& pipeline) const {
         const GrayTable& table = ActiveKernels().gray;
-        GraySettings settings = {shift, packed, taps};
+        GraySettings settings = {shift, packed, taps, {}};
         settings.taps.rowSamples = conversion.sourceWidth;
         (kernel != nullptr ? table.*kernel : table.*destination.*source)(settings, pipeline.Add());
         return true;

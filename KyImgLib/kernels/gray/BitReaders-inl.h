@@ -247,3 +247,36 @@ struct ReadBigEndianWords {
     }
 #endif
 };
+
+/// Pixels of four bytes as numbers, their bytes in another order.
+class ReadReordered {
+public:
+    static constexpr std::size_t kSampleBytes = 4, kGroup = 1, kGroupBytes = 4;
+
+    explicit ReadReordered(const GraySettings& settings) {
+        for (std::size_t i = 0; i < 16; ++i) {
+            const std::uint8_t from = settings.order.from[i % 4];
+            const bool isConstant = from == ByteOrder::kZero || from == ByteOrder::kFull;
+            place[i] = static_cast<std::uint8_t>(isConstant ? 0x80 : i / 4 * 4 + from);
+            constant[i] = from == ByteOrder::kFull ? 0xFF : 0;
+        }
+    }
+
+    std::uint32_t Sample(const std::uint8_t* line, std::size_t i) const {
+        std::uint32_t pixel = 0;
+        for (std::size_t k = 0; k < 4; ++k)
+            pixel |= std::uint32_t{place[k] == 0x80 ? constant[k] : line[4 * i + place[k]]} << 8 * k;
+        return pixel;
+    }
+#if !KY_SCALAR
+    HWY_INLINE void Read(const std::uint8_t* from, V8 (&samples)[4]) const {
+        const V8 places = hn::LoadDup128(D8(), place), constants = hn::LoadDup128(D8(), constant);
+        for (std::size_t i = 0; i < 4; ++i)
+            samples[i] = hn::Or(hn::TableLookupBytesOr0(Load(from + i * kLanes), places), constants);
+    }
+#endif
+
+private:
+    alignas(16) std::uint8_t place[16];     ///< of a byte in a block of four pixels
+    alignas(16) std::uint8_t constant[16];  ///< 0 where there is a place
+};

@@ -65,4 +65,5 @@ const GrayTable kGray = {
      &MakeGrayKernel<ReadFewBits<LeastFirst<2, 4>>, WriteGray8, 1>,
      &MakeGrayKernel<ReadFewBits<LeastFirst<4, 2>>, WriteGray8, 1>},
     &MakeGrayKernel<ReadBigEndianWords, WriteGray16, 1>,
+    &MakeGrayKernel<ReadReordered, WriteSamples<std::uint32_t>, 1>,
 };

@@ -31,11 +31,19 @@ struct TapLayout {
     std::uint32_t rowSamples = 0;
 };
 
+/// Where each byte of a pixel of four bytes comes from: a byte of the source pixel, or a constant.
+struct ByteOrder {
+    static constexpr std::uint8_t kZero = 0x80, kFull = 0x81;  ///< 0 and 255
+
+    std::uint8_t from[4];
+};
+
 /// Settings of kernels of gray samples.
 struct GraySettings {
     std::uint32_t shift;  ///< of words, 0 to 31
     PackedLayout packed;
     TapLayout taps;
+    ByteOrder order;
 };
 
 using MakeGray = void (*)(const GraySettings& settings, RowKernel& kernel);
@@ -67,7 +75,8 @@ struct GrayTable {
     /// Samples that lie bit by bit, one tap: of 10, 12 and 14 bits to words, in a stream from the lowest bit on and with the
     /// high bytes first (MIPI); of 1, 2 and 4 bits to bytes.
     MakeGray unpackLeastFirst[3], unpackHighBytesFirst[3], unpackFewBits[3];
-    MakeGray swapBytes;  ///< big-endian words to words
+    MakeGray swapBytes;     ///< big-endian words to words
+    MakeGray reorderPixel;  ///< the bytes of pixels of four, in another order
 };
 
 }  // namespace ky

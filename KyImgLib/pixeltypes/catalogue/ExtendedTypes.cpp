@@ -1,5 +1,6 @@
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
+#include <KyImgLib/converters/colour/ReorderInternal.h>
 #include <KyImgLib/converters/grayscale/UnpackInternal.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
@@ -13,13 +14,17 @@ namespace ky {
 
 namespace {
 
-/// Registers a type with the sizes that types of its kind have. One that is there already stays.
+/// One that is there already stays.
+void RegisterType(const KyPixelType& type, const char* name) {
+    if (KyPixelTypeFactory::RegisterPixelType(type.GetTypeID(), &type, name) == KY_STATUS_OUT_OF_MEMORY)
+        throw std::bad_alloc();
+}
+
+/// A type of single samples.
 void RegisterType(const ExtendedType& row) {
     const bool isBayer = (row.id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_RGB;
     const std::uint16_t bytes = row.bits < 8 ? 1 : 2;
-    const KyPixelType type(row.id, static_cast<std::uint16_t>(row.bits), bytes, isBayer);
-    if (KyPixelTypeFactory::RegisterPixelType(row.id, &type, row.name) == KY_STATUS_OUT_OF_MEMORY)
-        throw std::bad_alloc();
+    RegisterType(KyPixelType(row.id, static_cast<std::uint16_t>(row.bits), bytes, isBayer), row.name);
 }
 
 /// A converter that is there already stays, and no other one is made.
@@ -30,6 +35,7 @@ void AddMissing(Constructor& construct, std::int64_t source, std::int64_t destin
 
 /// A chain through `intermediate`.
 void AddChain(Constructor& construct, std::int64_t source, std::int64_t intermediate, std::int64_t destination) {
+    if (source == intermediate || intermediate == destination || source == destination) return;
     AddMissing<KyComplexConverter>(construct, source, destination,
                                    KyPixelTypeFactory::FindConverter(source, intermediate),
                                    KyPixelTypeFactory::FindConverter(intermediate, destination));
@@ -54,7 +60,40 @@ void AddConverters(Constructor& construct, const ExtendedType& row) {
     AddMissing<UnpackConverter>(construct, row.id, row.plain, row);
     std::int64_t destination = 0;
     for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, row.plain, destination); ++i)
-        if (destination != row.plain) AddChain(construct, row.id, row.plain, destination);
+        AddChain(construct, row.id, row.plain, destination);
+}
+
+/// Four bytes a pixel, and how they come from and go to R, G, B, 0.
+struct FourBytes {
+    std::int64_t id;
+    const char* name;
+    ByteOrder toRGB32, fromRGB32;
+};
+
+constexpr std::uint8_t kZero = ByteOrder::kZero, kFull = ByteOrder::kFull;
+
+constexpr FourBytes kFourBytes[] = {
+    {KY_TYPE_RGBA32, "RGBA 32-bits", {{0, 1, 2, kZero}}, {{0, 1, 2, kFull}}},
+    {KY_TYPE_BGRA32, "BGRA 32-bits", {{2, 1, 0, kZero}}, {{2, 1, 0, kFull}}},
+    {KY_TYPE_ARGB32, "ARGB 32-bits", {{1, 2, 3, kZero}}, {{kFull, 0, 1, 2}}},
+    {KY_TYPE_ABGR32, "ABGR 32-bits", {{3, 2, 1, kZero}}, {{kFull, 2, 1, 0}}},
+};
+
+/// From and to all that RGB32 is made from and converts to.
+void AddFourBytes(Constructor& construct) {
+    constexpr std::int64_t kRGB32 = KY_TYPE_RGB32;
+    for (const FourBytes& row : kFourBytes) {
+        RegisterType(KyPixelType(row.id, 32, 4, false), row.name);
+        AddMissing<ReorderConverter>(construct, row.id, kRGB32, row.id, kRGB32, row.toRGB32);
+        AddMissing<ReorderConverter>(construct, kRGB32, row.id, kRGB32, row.id, row.fromRGB32);
+    }
+    for (const FourBytes& row : kFourBytes) {
+        std::int64_t other = 0;
+        for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, kRGB32, other); ++i)
+            AddChain(construct, row.id, kRGB32, other);
+        for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterTo(i, kRGB32, other); ++i)
+            AddChain(construct, other, kRGB32, row.id);
+    }
 }
 
 }  // namespace
@@ -64,6 +103,7 @@ void ConstructExtendedTypes(Constructor& construct) {
         RegisterType(row);
         AddConverters(construct, row);
     }
+    AddFourBytes(construct);
 }
 
 }  // namespace ky
