@@ -1,6 +1,6 @@
 #include <KyImgLib/KyImgLibC.h>
 #include <KyImgLib/images/ImageInternal.h>
-#include <KyImgLib/images/RefusalInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 uint32_t KyImage_GetSize(const KyImage* image, size_t* bytes) { return ky::GetImageSize(image, bytes); }
 

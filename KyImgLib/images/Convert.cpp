@@ -2,9 +2,10 @@
 
 #include <KyImgLib/conversion/ImageConversionInternal.h>
 #include <KyImgLib/conversion/KyComplexConverter.h>
-#include <KyImgLib/images/RefusalInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/TypeTextInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 #include <algorithm>
 #include <cstring>

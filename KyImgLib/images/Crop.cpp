@@ -1,8 +1,9 @@
 #include <KyImgLib/images/ImageInternal.h>
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
-#include <KyImgLib/images/RefusalInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
+#include <KyImgLib/pixeltypes/TypeTextInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 namespace ky {
 

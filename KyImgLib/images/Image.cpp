@@ -1,7 +1,7 @@
 #include <KyImgLib/images/ImageInternal.h>
 
 #include <KyImgLib/images/ConvertInternal.h>
-#include <KyImgLib/images/RefusalInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 namespace ky {
 

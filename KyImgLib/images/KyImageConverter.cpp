@@ -2,7 +2,7 @@
 
 #include <KyImgLib/conversion/KyPixelConverter.h>
 #include <KyImgLib/images/ImageInternal.h>
-#include <KyImgLib/images/RefusalInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 #include <new>
 

@@ -1,10 +1,11 @@
 #include <KyImgLib/images/LayoutInternal.h>
 
-#include <KyImgLib/images/RefusalInternal.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 #include <KyImgLib/pixeltypes/PixelFormatInternal.h>
+#include <KyImgLib/pixeltypes/TypeTextInternal.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 #include <algorithm>
 #include <cstdint>

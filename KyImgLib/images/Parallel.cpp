@@ -1,7 +1,7 @@
 #include <KyImgLib/images/ConvertInternal.h>
 
-#include <KyImgLib/images/RefusalInternal.h>
 #include <KyImgLib/platform/KyCpuLevel.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 #include <KyImgLib/platform/ThreadPoolInternal.h>
 
 #include <algorithm>

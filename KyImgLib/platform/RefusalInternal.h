@@ -1,5 +1,5 @@
-#ifndef KYIMGLIB_IMAGES_REFUSALINTERNAL_H
-#define KYIMGLIB_IMAGES_REFUSALINTERNAL_H
+#ifndef KYIMGLIB_PLATFORM_REFUSALINTERNAL_H
+#define KYIMGLIB_PLATFORM_REFUSALINTERNAL_H
 
 #include <KyImgLib/platform/KyStatus.h>
 
@@ -11,9 +11,9 @@
 
 namespace ky {
 
-/// A pixel type in the text of a refusal: 0x00420012 (Bayer RGB 12-bits, Packed).
-struct TypeText {
-    std::int64_t id;
+/// A number in the text of a refusal: 0x00420012.
+struct Hexadecimal {
+    std::uint64_t number;
 };
 
 /// A status other than success, and its text, which replaces the calling thread's last one:
@@ -26,13 +26,13 @@ public:
     explicit Refusal(std::uint32_t statusCode) noexcept;
 
     Refusal& operator<<(std::string_view text) noexcept;
-    Refusal& operator<<(TypeText type) noexcept;
-    Refusal& operator<<(std::unsigned_integral auto number) noexcept { return AddNumber(number); }
+    Refusal& operator<<(Hexadecimal hexadecimal) noexcept;
+    Refusal& operator<<(std::unsigned_integral auto number) noexcept { return AddNumber(number, 10, 1); }
 
     operator std::uint32_t() const noexcept { return status; }
 
 private:
-    Refusal& AddNumber(std::uint64_t number, int base = 10, int digits = 1) noexcept;
+    Refusal& AddNumber(std::uint64_t number, int base, int digits) noexcept;
 
     std::uint32_t status;
 };
@@ -49,11 +49,11 @@ std::uint32_t Guard(Work work) noexcept {
     try {
         return work();
     } catch (const std::bad_alloc&) {
-        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "there is no memory for the conversion";
+        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "there is not enough memory";
     } catch (const std::exception& error) {
-        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the conversion ended with an exception: " << error.what();
+        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the call ended with an exception: " << error.what();
     } catch (...) {
-        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the conversion ended with an exception";
+        return Refusal(KY_STATUS_OUT_OF_MEMORY) << "the call ended with an exception";
     }
 }
 

@@ -1,6 +1,4 @@
-#include <KyImgLib/images/RefusalInternal.h>
-
-#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
+#include <KyImgLib/platform/RefusalInternal.h>
 
 #include <algorithm>
 #include <charconv>
@@ -33,10 +31,9 @@ Refusal& Refusal::operator<<(std::string_view text) noexcept {
     return *this;
 }
 
-Refusal& Refusal::operator<<(TypeText type) noexcept {
+Refusal& Refusal::operator<<(Hexadecimal hexadecimal) noexcept {
     *this << "0x";
-    AddNumber(static_cast<std::uint64_t>(type.id), 16, 8);
-    return *this << " (" << KyPixelTypeFactory::GetPixelTypeName(type.id) << ")";
+    return AddNumber(hexadecimal.number, 16, 8);
 }
 
 Refusal& Refusal::AddNumber(std::uint64_t number, int base, int digits) noexcept {
