@@ -12,15 +12,15 @@
 
 /// Base of the format classes: a KyPixelType whose sizes are part of the class.
 template <std::int64_t DefaultID, std::uint16_t BitSize, std::uint16_t ByteSize, bool IsBayer = false>
-class KyPixelFormat : public KyPixelType {
+class KyFixedPixelType : public KyPixelType {
 public:
-    KyPixelFormat() : KyPixelType(DefaultID, BitSize, ByteSize, IsBayer) {}
-    explicit KyPixelFormat(const std::int64_t& typeID) : KyPixelType(typeID, BitSize, ByteSize, IsBayer) {}
+    KyFixedPixelType() : KyPixelType(DefaultID, BitSize, ByteSize, IsBayer) {}
+    explicit KyFixedPixelType(const std::int64_t& typeID) : KyPixelType(typeID, BitSize, ByteSize, IsBayer) {}
 };
 
 // clang-format off
 #define KY_PIXEL_FORMAT(name, ...) \
-    class name : public KyPixelFormat<__VA_ARGS__> { public: using KyPixelFormat::KyPixelFormat; }
+    class name : public KyFixedPixelType<__VA_ARGS__> { public: using KyFixedPixelType::KyFixedPixelType; }
 
 //                class                                default ID  bits  bytes
 KY_PIXEL_FORMAT(KyGrayscale8,                          0x00010001,  8,    1);
