@@ -30,6 +30,8 @@
 #include <KyImgLib/converters/grayscale/KyTapsToGrayscale.h>
 #include <KyImgLib/images/KyImage.h>
 #include <KyImgLib/images/KyImageConverter.h>
+#include <KyImgLib/names/KyNames.h>
+#include <KyImgLib/names/KyPixelFormat.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>

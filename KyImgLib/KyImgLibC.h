@@ -14,6 +14,12 @@
  *     KyImage destination = {KY_RGB24, width, height, rgb, rgbSize, 0, 0};
  *     if (KyImage_Convert(&source, &destination, NULL) != KY_STATUS_SUCCESS) puts(KyImage_GetError());
  *
+ * Types are also found by the names that cameras and drivers have for them:
+ *
+ *     int64_t type;
+ *     uint32_t flags;
+ *     if (KyPixelFormat_Find("BayerRG12Packed", &type, &flags) != KY_STATUS_SUCCESS) puts(KyImage_GetError());
+ *
  * Objects are opaque pointers. Functions that return a status use the codes of KyStatus.h; every function takes a
  * null object, and then returns what its comment says. Beyond that arguments are not checked. No exception leaves
  * these functions: where one is thrown, mostly because memory ran out, a status function returns KY_STATUS_OUT_OF_MEMORY
@@ -23,6 +29,7 @@
  */
 
 #include <KyImgLib/images/KyImage.h>
+#include <KyImgLib/names/KyNames.h>
 #include <KyImgLib/platform/KyExport.h>
 #include <KyImgLib/platform/KyStatus.h>
 
@@ -225,9 +232,35 @@ KYIMGLIB_API uint32_t KyImage_GetBandStep(const KyImage* source, const KyImage* 
 KYIMGLIB_API uint32_t KyImage_ConvertParallel(const KyImage* source, const KyImage* destination,
                                               const KyConversion* conversion, const KyExecutor* executor);
 
-/* Why the calling thread's last KyImage_ call that did not succeed did not, as one line in English. Empty when there was
-   none. Valid until the thread's next such call. */
+/* Why the calling thread's last KyImage_ or KyPixelFormat_ call that did not succeed did not, as one line in English. Empty
+   when there was none. Valid until the thread's next such call. */
 KYIMGLIB_API const char* KyImage_GetError(void);
+
+/* ---- Names that types have elsewhere: PFNC (GenICam, GigE Vision), V4L2, GStreamer, FFmpeg (their struct and the
+   conventions KY_NAMES_...: names/KyNames.h; more in names/KyPixelFormat.h) ----
+
+   A name stands for a type only where the bytes are the same. Functions that return a status write nothing unless it is
+   KY_STATUS_SUCCESS, and KyImage_GetError then says why: for a name that is not known it tells those that come near, for one
+   of other bytes what is different. */
+
+/* The registered type that a name means: its ID as text, hexadecimal (0x...) or decimal; RGB16, RGB24, BGR24, RGB32 or BGR32;
+   its display name; or a name of PFNC, V4L2, GStreamer or FFmpeg. A name spelled exactly comes first; otherwise letters, in
+   either case, and digits count, and "bits" may be left out. `bayerFlags`, which may be null, gets the Bayer pattern that the
+   name says, a KY_FLAG_BAYER_... flag; 0 for none. KY_STATUS_BAD_ARGUMENT for null, for a name or an ID that is not known and
+   for one that may mean several types; KY_STATUS_NOT_SUPPORTED for bytes that no type has, and for extended types that are not
+   registered yet. */
+KYIMGLIB_API uint32_t KyPixelFormat_Find(const char* name, int64_t* type, uint32_t* bayerFlags);
+/* The same for a PFNC value, as in GenICam's PixelFormat feature: 0x01080009 is BayerRG8. */
+KYIMGLIB_API uint32_t KyPixelFormat_FindByPFNC(uint32_t code, int64_t* type, uint32_t* bayerFlags);
+/* Writes the first name that a convention has for a type, with a zero at its end, into a buffer of `size` bytes. Of
+   `bayerFlags` the Bayer pattern counts; without one GRBG, but RGGB for the types that are named so. 128 bytes are enough for
+   every name but long ones of an application's own types; KY_STATUS_BAD_ARGUMENT with the size that is needed for a smaller
+   buffer, for null, an unknown convention and several patterns; KY_STATUS_NOT_SUPPORTED where there is no name. */
+KYIMGLIB_API uint32_t KyPixelFormat_GetName(int64_t type, uint32_t bayerFlags, uint32_t convention, char* buffer,
+                                            size_t size);
+/* Writes the index-th name (from 0) that PFNC, V4L2, GStreamer and FFmpeg have for the bytes of a type, one Bayer pattern after
+   the other. False, and nothing written, past the end and for a null pointer. */
+KYIMGLIB_API bool KyPixelFormat_EnumNames(int64_t type, uint32_t index, KyPixelFormatName* name);
 
 /* ---- Filters: a look-up table each for red, green and blue ---- */
 

@@ -57,8 +57,8 @@ public:
     std::uint32_t GetBandStep(const KyImage& source, const KyImage& destination, const KyConversion* conversion,
                               std::uint32_t& lines) const noexcept;
 
-    /// Why the calling thread's last call that did not succeed, of this class or of a function KyImage_..., did not. Empty
-    /// when there was none. Valid until the thread's next such call.
+    /// Why the calling thread's last call that did not succeed, of this class, of KyPixelFormat or of a function KyImage_...
+    /// or KyPixelFormat_..., did not. Empty when there was none. Valid until the thread's next such call.
     static const char* GetError() noexcept;
 
 private:

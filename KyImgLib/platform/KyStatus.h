@@ -13,8 +13,8 @@ enum {
     KY_STATUS_OUT_OF_MEMORY = 24,
     /* KyPixelTypeFactory::ClonePixelConverters found no converter to copy. */
     KY_STATUS_NOTHING_CLONED = 25,
-    /* The converter does not have the called form (one pixel, one line), or no converter is registered for a pair of images;
-       nothing was written. */
+    /* The converter does not have the called form (one pixel, one line), no converter is registered for a pair of images, or no
+       type for a name that is known; nothing was written. */
     KY_STATUS_NOT_SUPPORTED = 26
 };
 

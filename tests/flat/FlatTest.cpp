@@ -57,6 +57,29 @@ TEST(Flat, FlagsHaveTheirPublishedValuesInBothInterfaces) {
                                 KyPixelConverter::FLAG_BAYER_BGGR, KyPixelConverter::FLAG_BAYER_INTERPOLATE));
 }
 
+TEST(FlatPixelFormat, FindsTypesByNamesAndNamesOfTypes) {
+    std::int64_t type = 0;
+    std::uint32_t flags = 0;
+    EXPECT_EQ(KY_STATUS_SUCCESS, KyPixelFormat_Find("BayerGB10Packed", &type, &flags));
+    EXPECT_EQ(std::pair(std::int64_t{0x00420011}, std::uint32_t{KY_FLAG_BAYER_GBRG}), std::pair(type, flags));
+    EXPECT_EQ(KY_STATUS_SUCCESS, KyPixelFormat_FindByPFNC(0x0108000B, &type, nullptr));
+    EXPECT_EQ(0x00020010, type);
+    char name[16] = "";
+    EXPECT_EQ(KY_STATUS_SUCCESS, KyPixelFormat_GetName(type, KY_FLAG_BAYER_BGGR, KY_NAMES_FFMPEG, name, sizeof name));
+    EXPECT_STREQ("bayer_bggr8", name);
+    KyPixelFormatName known = {};
+    EXPECT_TRUE(KyPixelFormat_EnumNames(0x00010005, 1, &known));
+    EXPECT_STREQ("Y16", known.name);
+    EXPECT_EQ(std::uint32_t{KY_NAMES_V4L2}, known.convention);
+
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyPixelFormat_Find(nullptr, &type, &flags));
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyPixelFormat_Find("Mono8", nullptr, &flags));
+    EXPECT_STREQ("type is null", KyImage_GetError());
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyPixelFormat_FindByPFNC(0x0108000B, nullptr, nullptr));
+    EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyPixelFormat_GetName(type, 0, KY_NAMES_PFNC, nullptr, 16));
+    EXPECT_FALSE(KyPixelFormat_EnumNames(type, 0, nullptr));
+}
+
 TEST(FlatPixelType, AnswersForNull) {
     const KyRGB24 other;
     KyPixelType_Destroy(nullptr);

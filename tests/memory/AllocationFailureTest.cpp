@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <utility>
 
 // The operators below serve the library too, but a DLL keeps those it was linked with. The thread sanitizer's library
 // does not let itself be replaced.
@@ -164,6 +165,18 @@ TEST_F(OutOfMemory, ConversionsReportItAndWorkAgainLater) {
             return KyPixelConverter_ConvertAreaFilter(&toRGB, &filter, mosaic, 2, 2, picture, 2, 2, 2, 2, 0, 0);
         },
         check);
+}
+
+TEST_F(OutOfMemory, NamesReportItAndAreFoundLater) {
+    for (const auto& [name, expected] : {std::pair("BayerRG8", std::uint32_t{KY_STATUS_SUCCESS}),
+                                         {"no bits of a type", std::uint32_t{KY_STATUS_BAD_ARGUMENT}}}) {
+        std::int64_t type = 0;
+        ForEachFailure([&, named = name](int) { return KyPixelFormat::Find(named, type); },
+                       [&, status = expected](int n, std::uint32_t returned) {
+                           EXPECT_EQ(hasFailed ? std::uint32_t{KY_STATUS_OUT_OF_MEMORY} : status, returned)
+                               << "allocation " << n;
+                       });
+    }
 }
 
 TEST_F(OutOfMemory, ImagesReportItAndWorkAgainLater) {
