@@ -32,12 +32,6 @@ bool MakesColours(const KyPixelConverter& converter) {
            !IsMosaic(converter.GetDestinationType()) && dynamic_cast<const KyIdentityConverter*>(&converter) == nullptr;
 }
 
-/// Types that stand for RGGB by their name alone: indexes 0x13 to 0x15.
-bool IsNamedRGGB(std::int64_t id) {
-    const std::int64_t index = id & KY_TYPE_INDEX_MASK;
-    return IsMosaic(id) && index >= 0x13 && index <= 0x15;
-}
-
 std::uint32_t PatternFlag(const std::string& pattern) {
     switch (pattern[0]) {
         case 'R':
@@ -109,12 +103,12 @@ void Conversion::ChoosePattern(const ConvertOptions& options) {
                                      options.interpolate ? "--interpolate" : "--bayer", DescribeType(sourceType),
                                      DescribeType(destinationType)));
     }
-    std::string pattern = options.bayer.empty() ? FindBayerPattern(options.type) : options.bayer;
-    if (pattern.empty()) {
-        pattern = IsNamedRGGB(sourceType) ? "RGGB" : "GRBG";
-        notes.push_back(fmt::format("no --bayer given, {} assumed", pattern));
+    std::uint32_t pattern = options.bayer.empty() ? FindNamedType(options.type).bayerFlags : PatternFlag(options.bayer);
+    if (pattern == 0) {
+        pattern = KyPixelConverter::FLAG_BAYER_GRBG;
+        notes.push_back("no --bayer given, GRBG assumed");
     }
-    flags = PatternFlag(pattern) | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
+    flags = pattern | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
     const ImageSize size = source.GetShown();
     if (!options.interpolate && (size.width < 2 || size.height < 2))
         throw Failure(

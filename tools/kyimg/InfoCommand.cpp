@@ -1,6 +1,5 @@
 #include "InfoCommand.h"
 
-#include "CameraNames.h"
 #include "Columns.h"
 #include "ConvertOptions.h"
 #include "Json.h"
@@ -34,8 +33,9 @@ void PrintCameraNames(const KyPixelType& type) {
     for (const auto& [standard, names] : DescribeCameraNames(id)) PrintFact(standard, names);
     if (!type.IsBayerPattern()) return;
     std::string patterns;
-    for (const CameraName& known : CameraNamesOf(id))
-        if (known.standard == "PFNC") patterns += (patterns.empty() ? "" : ", ") + known.pattern;
+    for (const KyPixelFormatName& known : CameraNamesOf(id))
+        if (known.convention == KY_NAMES_PFNC)
+            patterns += (patterns.empty() ? "" : ", ") + std::string(PatternText(known.bayerFlags));
     if (!patterns.empty()) PrintFact("", fmt::format("for the Bayer patterns {}", patterns));
 }
 
@@ -47,14 +47,14 @@ void PrintDestinations(const std::vector<Route>& routes) {
                   LibraryName(route.destination));
 }
 
-void PrintText(const KyPixelType& type, const std::string& pattern, const std::vector<Route>& routes,
+void PrintText(const KyPixelType& type, std::uint32_t bayerFlags, const std::vector<Route>& routes,
                const ImageSize& size) {
     const std::int64_t id = type.GetTypeID();
     fmt::print("{}\n\n", DescribeType(id));
     PrintFact("class", ClassName(type));
     PrintFact("format index", fmt::format("0x{:02X}", id & KY_TYPE_INDEX_MASK));
     PrintFact("colour space", ColourSpaceText(type));
-    if (!pattern.empty()) PrintFact("Bayer pattern", fmt::format("{}, by the name given", pattern));
+    if (bayerFlags != 0) PrintFact("Bayer pattern", fmt::format("{}, by the name given", PatternText(bayerFlags)));
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
     PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
@@ -98,13 +98,13 @@ CLI::App* AddInfoCommand(CLI::App& app, InfoOptions& options) {
 
 void RunInfo(const InfoOptions& options) {
     const ImageSize size = ParseSize(options.size);
-    const std::int64_t id = FindType(options.type);
+    const auto [id, bayerFlags] = FindNamedType(options.type);
     const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
     const std::vector<Route> routes = FindRoutes(id, std::nullopt);
     if (options.json)
         PrintAsJson(type, routes, size);
     else
-        PrintText(type, FindBayerPattern(options.type), routes, size);
+        PrintText(type, bayerFlags, routes, size);
 }
 
 }  // namespace kyimg

@@ -1,6 +1,5 @@
 #include "Json.h"
 
-#include "CameraNames.h"
 #include "MemoryLayout.h"
 #include "TypeFacts.h"
 #include "TypeNames.h"
@@ -17,9 +16,10 @@ namespace {
 
 Json NamesToJson(std::int64_t id) {
     Json names = Json::array();
-    for (const CameraName& known : CameraNamesOf(id)) {
-        Json name = {{"name", known.name}, {"standard", known.standard}};
-        if (!known.pattern.empty()) name["bayer"] = known.pattern;
+    for (const KyPixelFormatName& known : CameraNamesOf(id)) {
+        Json name = {{"name", known.name}, {"standard", ConventionText(known.convention)}};
+        if (known.bayerFlags != 0) name["bayer"] = PatternText(known.bayerFlags);
+        if (known.pfncCode != 0) name["code"] = FormatTypeID(known.pfncCode);
         names.push_back(name);
     }
     return names;

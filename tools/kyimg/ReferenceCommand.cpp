@@ -1,6 +1,5 @@
 #include "ReferenceCommand.h"
 
-#include "CameraNames.h"
 #include "MemoryLayout.h"
 #include "Routes.h"
 #include "TypeFacts.h"

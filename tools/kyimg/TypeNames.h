@@ -1,8 +1,11 @@
 #ifndef KYIMG_TYPENAMES_H
 #define KYIMG_TYPENAMES_H
 
+#include <KyImgLib/names/KyNames.h>
+
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kyimg {
@@ -19,14 +22,27 @@ std::string LibraryName(std::int64_t id);
 /// IDs of all registered types, ascending.
 std::vector<std::int64_t> AllTypes();
 
-/// The registered type that a person means by `text`: its ID in hexadecimal (0x...) or decimal, one of the short names
-/// RGB16, RGB24, BGR24, RGB32, BGR32, the library name, or a name of another standard (CameraNames.h). In names only letters
-/// and digits count, in either case, and "bits" may be left out. Throws UsageError, which suggests names that come near.
-std::int64_t FindType(const std::string& text);
+/// A registered type as a person names it, and the Bayer pattern that the name says, a flag of a conversion; 0: none.
+struct NamedType {
+    std::int64_t id;
+    std::uint32_t bayerFlags;
+};
 
-/// The Bayer pattern that `text` says beside the type: "RGGB" of BayerRG8. Empty when it says none, as an ID or a library
-/// name.
-std::string FindBayerPattern(const std::string& text);
+/// What KyPixelFormat::Find() makes of `text`. Throws UsageError with its text.
+NamedType FindNamedType(const std::string& text);
+inline std::int64_t FindType(const std::string& text) { return FindNamedType(text).id; }
+
+/// The names that PFNC, V4L2, GStreamer and FFmpeg have for the bytes of a type.
+std::vector<KyPixelFormatName> CameraNamesOf(std::int64_t type);
+
+/// What to say of these, convention by convention: {"PFNC", "BayerGR8, BayerRG8, BayerGB8, BayerBG8"}.
+std::vector<std::pair<std::string, std::string>> DescribeCameraNames(std::int64_t type);
+
+/// "PFNC", "V4L2", "GStreamer" or "FFmpeg"
+const char* ConventionText(std::uint32_t convention);
+
+/// "RGGB" for the flag of a Bayer pattern; "" for 0.
+const char* PatternText(std::uint32_t bayerFlags);
 
 }  // namespace kyimg
 
