@@ -29,8 +29,9 @@ constexpr const char* kIntroduction = R"(# Pixel formats
 All {types} types of the library and the {converters} conversions between them. `kyimg list` and `kyimg info` tell the same,
 also as JSON.
 
-- **Names.** `kyimg` takes a type as ID (`0x00020010`), by its library name or by a name of another standard. Only letters
-  and digits of a name count, and "bits" may be left out: `bayer rgb 8`.
+- **Names.** `KyPixelFormat_Find` and `kyimg` take a type as ID (`0x00020010`), by its library name or by a name of another
+  standard. A name that is spelled exactly comes first; otherwise only letters and digits count, and "bits" may be left out:
+  `bayer rgb 8`. `KyPixelFormat_FindByPFNC` takes PFNC's 32-bit values, which `kyimg list --json` tells.
 - **Names of other standards** are given where the bytes are the same: PFNC (GenICam, GigE Vision), V4L2 (four characters),
   GStreamer and FFmpeg. A Bayer type has one for each Bayer pattern, listed as GRBG, RGGB, GBRG, BGGR. `RGB16` stands for
   5-6-5, as in GStreamer; for PFNC's RGB16 give `0x00020004`.
