@@ -14,8 +14,8 @@ constexpr const char* kConventions[] = {"library", "PFNC", "V4L2", "GStreamer", 
 
 constexpr const char* kPackings =
     "\"p\" formats (Mono12p) start with the low bits; \"Packed\" ones (Mono12Packed) are GigE Vision's, with the low "
-    "bits of "
-    "two samples in the middle byte; \"g\" ones (Mono12g) and MIPI CSI-2 (V4L2 Y12P) have them in the last byte";
+    "bits of two samples in the middle byte; \"g\" ones (Mono12g) and MIPI CSI-2 (V4L2 Y12P) have them in the last "
+    "byte";
 
 /// What was typed, as far as it fits into a line.
 std::string Quoted(std::string_view name) {
@@ -60,6 +60,14 @@ bool IsPackedName(std::string_view name) {
     return behind != std::string::npos && (essence[behind] == 'p' || essence[behind] == 'g' || essence[behind] == 'm');
 }
 
+/// Whether a type's pixels are made of words, which may have either byte first.
+bool HasWords(std::int64_t id) {
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(id);
+    if (type == nullptr || (id & (KY_TYPE_PACKED | KY_COLOUR_SPACE_YUV)) != 0) return false;
+    const std::uint16_t bits = type->GetPixelBitSize();
+    return bits > 8 && bits != 24 && bits != 32;
+}
+
 /// The little-endian words of what a name that ends in "be" stands for: rgb48le for rgb48be.
 std::optional<Meaning> FindLittleEndian(std::string_view name) {
     std::string essence = Essence(name);
@@ -67,7 +75,7 @@ std::optional<Meaning> FindLittleEndian(std::string_view name) {
     essence.resize(essence.size() - 2);
     for (const char* const ending : {"le", ""}) {
         const std::vector<Meaning> meanings = FindMeanings(essence + ending);
-        if (meanings.size() == 1) return meanings[0];
+        if (meanings.size() == 1 && HasWords(meanings[0].type)) return meanings[0];
     }
     return std::nullopt;
 }

@@ -56,6 +56,7 @@ TEST(NameRefusal, UnknownNamesTellThoseThatComeNear) {
          "\"Packed\" ones (Mono12Packed) are GigE Vision's, with the low bits of two samples in the middle"},
         {"Mono12g", "\"g\" ones (Mono12g) and MIPI CSI-2 (V4L2 Y12P) have them in the last byte"},
         {"BayerRG10pmsb", "BayerRG10p (0x100420001 RGGB)"},
+        {"GRAY8_BE", "unknown pixel type"},
         {"nonsense", "unknown pixel type \"nonsense\"; no name comes near it"},
         {"", "unknown pixel type \"\""},
         {" -\n", "unknown pixel type \" -?\""},
