@@ -22,12 +22,19 @@ void ForEachDisplayName(Visit visit) {
         visit(Meaning{KyPixelTypeFactory::GetPixelTypeName(id), id, 0});
 }
 
+/// The type that names mean: the first of the layout that is registered, or the first of all.
+std::int64_t TypeOf(const FormatNames& format) {
+    for (const std::int64_t type : format.types)
+        if (type != 0 && KyPixelTypeFactory::HasPixelType(type)) return type;
+    return format.types[0];
+}
+
 template <typename Visit>
 void ForEachForeignName(Visit visit) {
     KyPixelFormatName name = {};
     for (const FormatNames& format : AllFormatNames())
         for (std::uint32_t i = 0; NthName(format, i, name); ++i)
-            visit(Meaning{name.name, format.types[0], name.bayerFlags});
+            visit(Meaning{name.name, TypeOf(format), name.bayerFlags});
 }
 
 /// Takes names that match, each meaning once.
@@ -106,7 +113,7 @@ std::vector<Meaning> FindMeanings(std::string_view name) {
 std::optional<Meaning> FindCode(std::uint32_t code) {
     for (const FormatNames& format : AllFormatNames())
         for (const PfncName& known : format.pfnc)
-            if (code != 0 && code == known.code) return Meaning{known.name, format.types[0], format.bayerFlags};
+            if (code != 0 && code == known.code) return Meaning{known.name, TypeOf(format), format.bayerFlags};
     return std::nullopt;
 }
 

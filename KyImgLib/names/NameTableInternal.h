@@ -21,7 +21,7 @@ struct PfncName {
 
 /// The names of one layout of bytes; null where there is none.
 struct FormatNames {
-    std::int64_t types[4];     ///< that have these bytes, then zeros; the names mean the first
+    std::int64_t types[4];     ///< that have these bytes, then zeros; the names mean the first that is registered
     std::uint32_t bayerFlags;  ///< the pattern that the names say; 0: not a mosaic
     PfncName pfnc[4];          ///< old names of GigE Vision, too
     const char* v4l2;

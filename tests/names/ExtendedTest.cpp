@@ -1,5 +1,4 @@
 // Names of types that are registered only when asked for.
-#include <tests/names/Extended.h>
 #include <tests/names/Refused.h>
 
 #include <KyImgLib/KyImgLib.h>
@@ -30,7 +29,11 @@ TEST(ExtendedNames, MeanNothingBeforeTheTypesAreRegistered) {
               KY_STATUS_NOT_SUPPORTED);
     ExpectPart(KyImage_GetError(), "0x100410002 is not registered");
 
-    RegisterExtended();
+    EXPECT_EQ(KyPixelFormat::Find("RGBa8", type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(type, 0x0002000B) << "a type of the same bytes that is there";
+    ASSERT_EQ(KyExtendedTypes::Register(), KY_STATUS_SUCCESS);
+    EXPECT_EQ(KyPixelFormat::Find("RGBa8", type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(type, KY_TYPE_RGBA32);
     EXPECT_EQ(KyPixelFormat::Find("Mono12p", type), KY_STATUS_SUCCESS);
     EXPECT_EQ(type, KY_TYPE_MONO12P);
 }

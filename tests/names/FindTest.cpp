@@ -1,5 +1,4 @@
 // Names against what the standards say: PFNC 2.4 and GigE Vision, linux/videodev2.h, GStreamer's and FFmpeg's lists.
-#include <tests/names/Extended.h>
 
 #include <KyImgLib/KyImgLib.h>
 #include <KyImgLib/KyImgLibC.h>
@@ -66,7 +65,7 @@ std::vector<std::int64_t> AllTypes() {
 
 class FindTest : public testing::Test {
 protected:
-    void SetUp() override { RegisterExtended(); }
+    void SetUp() override { ASSERT_EQ(KyExtendedTypes::Register(), KY_STATUS_SUCCESS); }
 };
 
 TEST_F(FindTest, NamesAndCodesOfPFNC) {
@@ -92,7 +91,8 @@ TEST_F(FindTest, NamesAndCodesOfPFNC) {
         {"BGR8", 0x02180015, 0x00020006},
         {"RGB8a32", 0x0220012D, 0x00020003},
         {"BGR8a32", 0x0220012E, 0x00020007},
-        {"RGBa8", 0x02200016, 0x0002000B},
+        {"RGBa8", 0x02200016, 0x100020020},
+        {"BGRa8", 0x02200017, 0x100020021},
         {"RGB10", 0x02300018, 0x00020008},
         {"RGB12", 0x0230001A, 0x0002000C},
         {"RGBa10", 0x0240005F, 0x00020009},
@@ -167,7 +167,10 @@ TEST_F(FindTest, NamesOfDriversAndPrograms) {
         {0x00020006, "BGR3 BGR bgr24"},
         {0x00020003, "XB24 RGBx rgb0"},
         {0x00020007, "XR24 BGRx bgr0"},
-        {0x0002000B, "AB24 RGBA rgba"},
+        {0x100020020, "AB24 RGBA rgba"},
+        {0x100020021, "AR24 BGRA bgra"},
+        {0x100020022, "BA24 ARGB argb"},
+        {0x100020023, "RA24 ABGR abgr"},
         {0x00020004, "rgb48le"},
         {0x00020005, "RGBA64_LE rgba64le"},
         {0x00040001, "YUYV YUY2 yuyv422"},
@@ -275,7 +278,6 @@ TEST_F(FindTest, ListedNamesAreFound) {
                 EXPECT_EQ(found.bayerFlags, known.bayerFlags);
                 EXPECT_TRUE(std::ranges::any_of(names, [&](const auto& of) { return of.name == known.name; }));
             }
-            if ((type & KY_TYPE_EXTENDED) != 0) continue;
             const KyImage image = {type, 8, 2, nullptr, 0, 0, 0};
             std::size_t bytes = 0;
             ASSERT_EQ(KyImage_GetSize(&image, &bytes), KY_STATUS_SUCCESS);

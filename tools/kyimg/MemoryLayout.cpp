@@ -128,20 +128,17 @@ gggbbbbb   rrrrrggg     a little-endian word)",
 RGB 24    | R | G | B |
 BGR 24    | B | G | R |
 RGB 32    | R | G | B | x |     x is ignored in a source, 0 in a destination
-BGR 32    | B | G | R | x |)",
+BGR 32    | B | G | R | x |
+RGBA 32   | R | G | B | A |     A is ignored in a source, 255 in a destination
+BGRA 32   | B | G | R | A |
+ARGB 32   | A | R | G | B |
+ABGR 32   | A | B | G | R |)",
      "0x00020007, named RGB 32-bits like 0x00020003, is BGR 32. Images of RGB 24 and BGR 24 have three bytes a "
      "pixel; of the types not called \"Packed\", GetBufferSizeFor and the area form of the identity converters count a "
      "fourth.",
      [](const KyPixelType& type) {
-         return Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type);
+         return (Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type)) || IsExtended(type, 0x20, 0x23);
      }},
-    {"RGB with alpha", R"(byte        0   1   2   3
-RGBA 32   | R | G | B | A |
-BGRA 32   | B | G | R | A |
-ARGB 32   | A | R | G | B |
-ABGR 32   | A | B | G | R |)",
-     "The alpha is 255 in a destination and ignored in a source.",
-     [](const KyPixelType& type) { return IsExtended(type, 0x20, 0x23); }},
     {"RGB in words", R"(byte        0   1   2   3   4   5   6   7
 RGB 48    |   R   |   G   |   B   |
 RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
