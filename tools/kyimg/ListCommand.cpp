@@ -24,13 +24,21 @@ constexpr const char* kExamples = R"(Examples:
 A chain converts in two steps, through the type that is told; identity copies bytes, and deinterlaces (weave)
 an interlaced type.)";
 
+/// ": BayerGR12p, BayerRG12p, ...", so that a search for a camera's name finds the line.
+std::string NamesElsewhere(std::int64_t id) {
+    std::string text;
+    for (const KyPixelFormatName& known : CameraNamesOf(id))
+        text += fmt::format("{}{}", text.empty() ? ": " : ", ", known.name);
+    return text;
+}
+
 void ListTypes() {
     fmt::print("{:<11}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");
     for (const std::int64_t id : AllTypes()) {
         const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
         PrintLine(
             fmt::format("{:<11}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), type.GetPixelByteSize()),
-            LibraryName(id));
+            LibraryName(id) + NamesElsewhere(id));
     }
 }
 
