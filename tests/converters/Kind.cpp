@@ -45,20 +45,32 @@ const std::vector<FilterCase>& FiltersOf(const Samples& samples) {
     return filters;
 }
 
+AreaCase RandomCase(const Kind& kind, std::uint32_t width, std::uint32_t height, support::Random& random) {
+    AreaCase test = RandomArea(random, FiltersOf(kind.samples), width, height);
+    test.flags = random.Below(2);
+    if (kind.bayer)
+        test.flags =
+            0x10u << random.Below(4) | random.Below(2) * std::uint32_t{KyPixelConverter::FLAG_BAYER_INTERPOLATE};
+    return test;
+}
+
 std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
                        const std::function<void(std::span<std::uint8_t>)>& fill) {
     const bool interlaced = kind.fromInterlaced != nullptr && random.Below(4) == 0;
-    const reference::LineConversion conversion = ConversionOf(kind, form, interlaced);
-    const reference::Extent needs = conversion.Needs(area);
     const KyPixelConverter& converter = interlaced ? *kind.fromInterlaced : *kind.converter;
-    const Caller caller(converter, kind.rows, form == Form::kPixel,
+    const bool oneLine = kind.bayer && reference::BayerConversion::Interpolates(area.flags);
+    const Caller caller(converter, oneLine ? 1 : kind.rows, form == Form::kPixel,
                         kind.format == Format::kPlanar ? 1 : converter.GetDestinationByteSize());
-    const std::string difference = Difference(
-        area, needs.source, needs.destination, random, Converting(form == Form::kArea ? converter : caller, area),
-        [&](const std::uint8_t* source, std::uint8_t* destination) {
-            conversion.Convert(area, area.filter->tables, source, destination);
-        },
-        fill);
+    const auto compare = [&](const auto& conversion) {
+        const reference::Extent needs = conversion.Needs(area);
+        return Difference(
+            area, needs.source, needs.destination, random, Converting(form == Form::kArea ? converter : caller, area),
+            [&](const std::uint8_t* source, std::uint8_t* destination) {
+                conversion.Convert(area, area.filter->tables, source, destination);
+            },
+            fill);
+    };
+    const std::string difference = kind.bayer ? compare(*kind.bayer) : compare(ConversionOf(kind, form, interlaced));
     if (difference.empty()) return "";
     static const char* const names[] = {"", " by lines", " by pixels"};
     return kind.name + names[static_cast<int>(form)] + (interlaced ? " interlaced" : "") + difference;

@@ -3,15 +3,17 @@
 
 #include <KyImgLib/KyImgLib.h>
 #include <tests/converters/AreaCase.h>
+#include <tests/reference/Bayer.h>
 #include <tests/reference/LineConversion.h>
 
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-/// A converter that takes each pixel of a line from the same line of the source, and what it has to do.
+/// A converter, and what it has to do: to take each pixel of a line from the same line of the source, or to demosaic.
 struct Kind {
     std::string name;
     std::shared_ptr<const KyPixelConverter> converter;
@@ -22,6 +24,7 @@ struct Kind {
     reference::Reader readOne = nullptr;                       ///< the same of the one-pixel form, where there is one
     std::shared_ptr<const KyPixelConverter> fromInterlaced{};  ///< the same from an interlaced source
     std::uint32_t rows = 1;                                    ///< lines of a call
+    std::optional<reference::BayerConversion> bayer{};         ///< instead of `read`
 };
 
 inline constexpr std::int64_t kInterlaced = 0x00200000;
@@ -45,12 +48,13 @@ struct Group {
     std::size_t framesOf = 1;  ///< the first so many are run for large frames too
 };
 
+std::vector<Group> BayerGroups();
 std::vector<Group> ColourGroups();
 std::vector<Group> GrayscaleGroups();
 
 inline std::vector<Group> AllGroups() {
-    std::vector<Group> groups = ColourGroups();
-    for (const Group& group : GrayscaleGroups()) groups.push_back(group);
+    std::vector<Group> groups = BayerGroups();
+    for (const auto& more : {ColourGroups(), GrayscaleGroups()}) groups.insert(groups.end(), more.begin(), more.end());
     return groups;
 }
 
@@ -58,6 +62,9 @@ inline std::vector<Group> AllGroups() {
 const std::vector<FilterCase>& FiltersOf(const Samples& samples);
 
 enum class Form { kArea, kLine, kPixel };
+
+/// An area of this size with everything else at random.
+AreaCase RandomCase(const Kind& kind, std::uint32_t width, std::uint32_t height, support::Random& random);
 
 /// Converts with a form of the kind and tells what differs from the reference; nothing when all is well. The forms for
 /// lines and pixels are called in an area conversion of an application's converter.

@@ -79,23 +79,15 @@ public:
     Mosaic(const reference::BayerConversion& bayer, const Samples& asFiltersSeeThem)
         : Stage(asFiltersSeeThem), conversion(bayer) {}
 
-    Extent Needs(const Area& area) const override { return conversion.Needs(area, ReadsNeighbours(area.flags)); }
+    Extent Needs(const Area& area) const override { return conversion.Needs(area); }
     void Convert(const Area& area, const reference::Tables& filter, const std::uint8_t* source,
                  std::uint8_t* destination) const override {
-        conversion.Convert(area, OrderOf(area.flags), ReadsNeighbours(area.flags), filter, source, destination);
+        conversion.Convert(area, filter, source, destination);
     }
     Cell CellOf(std::uint32_t flags) const override { return ReadsNeighbours(flags) ? Cell{1, 1} : Cell{2, 2}; }
-    bool ReadsNeighbours(std::uint32_t flags) const override {
-        return (flags & KyPixelConverter::FLAG_BAYER_INTERPOLATE) != 0;
-    }
+    bool ReadsNeighbours(std::uint32_t flags) const override { return reference::BayerConversion::Interpolates(flags); }
 
 private:
-    static const char* OrderOf(std::uint32_t flags) {
-        if ((flags & 0xF0) == 0 || (flags & KyPixelConverter::FLAG_BAYER_GRBG) != 0) return "GRBG";
-        if ((flags & KyPixelConverter::FLAG_BAYER_GBRG) != 0) return "GBRG";
-        return (flags & KyPixelConverter::FLAG_BAYER_RGGB) != 0 ? "RGGB" : "BGGR";
-    }
-
     const reference::BayerConversion conversion;
 };
 

@@ -67,29 +67,46 @@ struct BayerConversion {
     Format format;
     std::uint32_t step, sampleBytes;
 
-    Extent Needs(const Area& area, bool interpolate) const {
-        const Area converted = Converted(area, interpolate);
+    static bool Interpolates(std::uint32_t flags) { return (flags & 0x100) != 0; }
+    /// The first pattern that is given counts; without one it is GRBG.
+    static const char* PatternOf(std::uint32_t flags) {
+        if ((flags & 0xF0) == 0 || (flags & 0x10) != 0) return "GRBG";
+        if ((flags & 0x20) != 0) return "GBRG";
+        return (flags & 0x40) != 0 ? "RGGB" : "BGGR";
+    }
+
+    Extent Needs(const Area& area) const {
+        const Area converted = Converted(area);
         const std::uint32_t linesRead =
-            interpolate ? std::min(area.height + 1, area.destinationLines) : converted.height;
+            Interpolates(area.flags) ? std::min(area.height + 1, area.destinationLines) : converted.height;
         if (linesRead == 0 || converted.width == 0 || converted.height == 0) return {};
         return {(std::size_t{linesRead - 1} * area.sourceWidth + converted.width) * step,
                 (converted.height - 1) * Stride(area) + converted.width * BytesOf(format)};
     }
 
-    void Convert(const Area& area, const char* pattern, bool interpolate, const Tables& filter,
-                 const std::uint8_t* source, std::uint8_t* destination) const {
-        const Area converted = Converted(area, interpolate);
-        const BayerImage image = {source,          area.sourceWidth,     step, sampleBytes, pattern,
-                                  converted.width, area.destinationLines};
+    Rgb PixelAt(const Area& area, const Tables& filter, const std::uint8_t* source, std::uint32_t x,
+                std::uint32_t y) const {
+        const BayerImage image = {source,
+                                  area.sourceWidth,
+                                  step,
+                                  sampleBytes,
+                                  PatternOf(area.flags),
+                                  Converted(area).width,
+                                  area.destinationLines};
+        return filter.Apply(BayerPixel(image, Interpolates(area.flags), x, y));
+    }
+
+    void Convert(const Area& area, const Tables& filter, const std::uint8_t* source, std::uint8_t* destination) const {
+        const Area converted = Converted(area);
         for (std::uint32_t y = 0; y < converted.height; ++y)
             for (std::uint32_t x = 0; x < converted.width; ++x)
-                Store(format, filter.Apply(BayerPixel(image, interpolate, x, y)),
+                Store(format, PixelAt(area, filter, source, x, y),
                       destination + y * Stride(area) + x * BytesOf(format));
     }
 
 private:
-    static Area Converted(Area area, bool interpolate) {
-        if (!interpolate) area.width -= area.width % 2, area.height -= area.height % 2;
+    static Area Converted(Area area) {
+        if (!Interpolates(area.flags)) area.width -= area.width % 2, area.height -= area.height % 2;
         return area;
     }
     std::size_t Stride(const Area& area) const {

@@ -35,6 +35,13 @@ struct LineConversion {
         return extent;
     }
 
+    /// Of an area without fields, whose lines are made one by one.
+    Rgb PixelAt(const Area& area, const Tables& filter, const std::uint8_t* source, std::uint32_t x,
+                std::uint32_t y) const {
+        const Line line = {source + std::size_t{y} * layout.LineBytes(area.sourceWidth), area.width, filter};
+        return read(line, x);
+    }
+
     void Convert(const Area& area, const Tables& filter, const std::uint8_t* source, std::uint8_t* destination) const {
         const std::uint32_t pixels = layout.PixelsWritten(area.width);
         for (const LinePlace& place : Walk(area)) {

@@ -1,8 +1,11 @@
 // What the Bayer classes promise to those who construct them, derive from them or call their line form.
 #include <KyImgLib/KyImgLib.h>
-#include <tests/converters/bayer/BayerCase.h>
+#include <tests/support/Random.h>
 
 #include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -37,22 +40,6 @@ protected:
     }
 };
 
-/// Hands each of its lines to the line form of a Bayer converter.
-class LineByLine : public KyPixelConverter {
-public:
-    LineByLine(const KyPixelConverter& converter, std::uint32_t destinationBytes, std::uint32_t lines)
-        : KyPixelConverter(0x0002FF01, 0x0002FF02, converter.GetSourceByteSize(), destinationBytes, 1, lines),
-          inner(converter) {}
-
-    using KyPixelConverter::Convert;
-    std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
-        return inner.Convert(source, destination, count);
-    }
-
-private:
-    const KyPixelConverter& inner;
-};
-
 std::vector<std::uint8_t> ConvertWhole(const KyPixelConverter& converter, const std::vector<std::uint8_t>& mosaic,
                                        std::uint32_t width, std::uint32_t height, std::uint32_t flags) {
     std::vector<std::uint8_t> picture(converter.GetDestinationByteSize(width) * height, 0xEE);
@@ -71,11 +58,13 @@ TEST(BayerClass, TakesSizesAndIndexesFromItsArguments) {
     };
     EXPECT_EQ((Numbers{KY_TYPE_RGB24, 10, 8, 0, 1, 2, 1, 9}), numbers(ApplicationBayer()));
     EXPECT_EQ((Numbers{KY_TYPE_BGR24, 20, 8, 2, 1, 0, 2, 9}), numbers(ApplicationBayer(true, 1)));
-    const KyBayerRGB8ToRGB16 to16(kSource, 1, 0);
-    const KyBayerRGB8ToRGB32 to32(kSource, false, 0, 0), toBGR32(kSource, true, 0, 0);
-    EXPECT_EQ((Numbers{KY_TYPE_RGB16, 2, KY_TYPE_RGB32, 4, KY_TYPE_BGR32, 4}),
-              (Numbers{to16.GetDestinationType(), to16.GetDestinationByteSize(), to32.GetDestinationType(),
-                       to32.GetDestinationByteSize(), toBGR32.GetDestinationType(), toBGR32.GetDestinationByteSize()}));
+    struct Words : KyBayerRGB16ToRGB24 {
+        using KyBayerRGB16ToRGB24::GetPipeliningSize;
+        using KyBayerRGB16ToRGB24::KyBayerRGB16ToRGB24;
+    };
+    EXPECT_EQ(2u, Words(0x00020012, false, 4, 0).GetPipeliningSize());
+    EXPECT_EQ(0x00020004, KyBayerRGB16ToRGB48(0x00020012, false, 0).GetDestinationType());
+    EXPECT_EQ(0x00120004, KyBayerRGB16ToRGB48(0x00020012, true, 0).GetDestinationType());
 
     const ApplicationBayer converter;
     EXPECT_EQ(2u, converter.GetLinesPerConvert());
@@ -93,51 +82,15 @@ TEST(BayerClass, LineFormWithoutPatternFlagIsRefused) {
     EXPECT_EQ(std::vector<std::uint8_t>(64, 7), picture);
 }
 
-TEST(BayerClass, LineFormTakesEverythingFromTheContext) {
-    support::Random random(4);
-    const std::vector<std::uint8_t> mosaic = random.Bytes(2 * 50);
-    const FilterCase filter = LinearFilter(kByteSamples, "white balance", 8, {1.9, 1.0, 1.6}, {0, 0, 0});
-    const ApplicationBayer converter(true);
-    std::vector<std::uint8_t> picture(2 * 100, 7), expected = picture;
-
-    KyPixelConverterContext* const context = converter.GetContext();
-    context->sourceLineSize = 50;
-    context->destinationLineSize = 100;
-    context->flags = KyPixelConverter::FLAG_BAYER_GBRG;
-    context->filter = filter.filter.get();
-    EXPECT_EQ(KY_STATUS_SUCCESS, converter.Convert(mosaic.data(), picture.data(), 33));
-    converter.ReleaseContext();
-
-    reference::BayerConversion{reference::Format::kBGR24, 1, 1}.Convert({33, 2, 50, 2, 33, 2, 1}, "GBRG", false,
-                                                                        filter.tables, mosaic.data(), expected.data());
-    EXPECT_EQ(expected, picture);
-}
-
-TEST(BayerClass, ServesAnApplicationsConverterLineByLine) {
-    support::Random random(5);
-    for (const BayerKind& kind : AllBayerKinds())
-        for (const std::uint32_t step : {kind.samples.bytes, 2u})
-            for (const std::uint32_t flags : {0u, kInterpolate}) {
-                const auto converter = MakeBayerConverter(kind.format, kind.samples, step);
-                const LineByLine outer(*converter, reference::BytesOf(kind.format), flags == 0 ? 2 : 1);
-                std::vector<std::uint8_t> mosaic = random.Bytes(37 * 9 * step);
-                // The other converter's type takes another default filter, which must not show.
-                if (kind.samples.bits == 12)
-                    for (std::size_t i = 1; i < mosaic.size(); i += 2) mosaic[i] &= 0x0F;
-                EXPECT_EQ(ConvertWhole(*converter, mosaic, 37, 9, flags), ConvertWhole(outer, mosaic, 37, 9, flags))
-                    << kind.Name() << " step " << step << " flags " << flags;
-            }
-}
-
 TEST(BayerClass, LinesFromTheLastOneOfTheDestinationOnHaveNoneBelow) {
     support::Random random(8);
     const KyBayerRGB8ToRGB24 converter(kSource, false, 0, 0);
-    const LineByLine outer(converter, 3, 1);
+    const ApplicationBayer byLines;
     const std::vector<std::uint8_t> mosaic = random.Bytes(40 * 9);
     for (const std::uint32_t destinationHeight : {0u, 1u, 4u, 8u, 9u}) {
         std::vector<std::uint8_t> picture(120 * 8), expected = picture;
         converter.Convert(mosaic.data(), 40, 9, picture.data(), 40, destinationHeight, 40, 8, kInterpolate, 0);
-        outer.Convert(mosaic.data(), 40, 9, expected.data(), 40, destinationHeight, 40, 8, kInterpolate, 0);
+        byLines.Convert(mosaic.data(), 40, 9, expected.data(), 40, destinationHeight, 40, 8, kInterpolate, 0);
         EXPECT_EQ(expected, picture) << destinationHeight;
     }
 }
@@ -154,22 +107,17 @@ TEST(BayerClass, AreaFormCallsAnOverriddenKernel) {
     EXPECT_EQ(4u, converter.interpolatedLines.size()) << "not called without interpolation";
 }
 
-TEST(BayerClass, FirstOfSeveralPatternFlagsCountsAndNoneIsGRBG) {
-    support::Random random(7);
+TEST(BayerClass, TellsDerivedClassesTheRowTypesAndNeighbours) {
     const ApplicationBayer converter;
-    const std::vector<std::uint8_t> mosaic = random.Bytes(13 * 2);
-    const auto picture = [&](std::uint32_t flags) { return ConvertWhole(converter, mosaic, 13, 2, flags); };
     const auto rowTypes = [&](std::uint32_t flags) {
-        EXPECT_EQ(picture(flags & (0u - flags)), picture(flags)) << "replicated";
-        EXPECT_EQ(picture((flags & (0u - flags)) | kInterpolate), picture(flags | kInterpolate)) << "interpolated";
+        ConvertWhole(converter, std::vector<std::uint8_t>(26), 13, 2, flags | kInterpolate);
         return std::pair(converter.geometry.evenRowType, converter.geometry.oddRowType);
     };
     EXPECT_EQ(std::pair(0u, 3u), rowTypes(0));
-    EXPECT_EQ(std::pair(0u, 3u), rowTypes(0xF0));
+    EXPECT_EQ(std::pair(0u, 3u), rowTypes(0xF0)) << "the first of several patterns counts";
     EXPECT_EQ(std::pair(1u, 2u), rowTypes(0xE0));
     EXPECT_EQ(std::pair(2u, 1u), rowTypes(0xC0));
     EXPECT_EQ(std::pair(3u, 0u), rowTypes(0x80));
-    EXPECT_EQ(picture(0x10), picture(0));
 
     const std::int32_t groups[] = {-13, -14, -12, 0, -1, 1, 13, 12, 14};
     for (int group = 0; group < 9; ++group)
@@ -192,50 +140,9 @@ TEST(BayerPixels, FollowFromTheirNeighbours) {
     const std::vector<std::uint8_t> cells =
         ConvertWhole(KyBayerRGB8ToRGB24(kSource, false, 0, 0), {10, 20, 40, 50}, 2, 2, 0);
     EXPECT_EQ((std::vector<std::uint8_t>{20, 10, 40, 20, 50, 40, 20, 10, 40, 20, 50, 40}), cells);
-}
-
-TEST(BayerClass, WordFamilyTellsItsTypesAndSizes) {
-    struct Opened : KyBayerRGB16ToRGB24 {
-        using KyBayerRGB16ToRGB24::GetPipeliningSize;
-        using KyBayerRGB16ToRGB24::KyBayerRGB16ToRGB24;
-    };
-    EXPECT_EQ(2u, Opened(0x00020012, false, 4, 0).GetPipeliningSize());
-    const KyBayerRGB16ToRGB32 swapped(0x00020012, true, 4, 0);
-    EXPECT_EQ(KY_TYPE_BGR32, swapped.GetDestinationType());
-    EXPECT_EQ(2u, swapped.GetSourceByteSize());
-    EXPECT_EQ(4u, swapped.GetDestinationByteSize());
-
-    // RGB48 stays red first whatever its flag, which only chooses the type.
-    const KyBayerRGB16ToRGB48 right(0x00020012, false, 0), normalized(0x00020012, true, 0);
-    EXPECT_EQ(0x00020004, right.GetDestinationType());
-    EXPECT_EQ(0x00120004, normalized.GetDestinationType());
-    const std::vector<std::uint8_t> mosaic = {0x01, 0x0A, 0x02, 0x0B, 0x03, 0x0C, 0x04, 0x0D};  // R G / G B
-    const std::vector<std::uint8_t> picture = ConvertWhole(normalized, mosaic, 2, 2, KyPixelConverter::FLAG_BAYER_RGGB);
-    EXPECT_EQ(ConvertWhole(right, mosaic, 2, 2, KyPixelConverter::FLAG_BAYER_RGGB), picture);
-    EXPECT_EQ((std::vector<std::uint8_t>{0x01, 0x0A, 0x02, 0x0B, 0x04, 0x0D}),
-              std::vector<std::uint8_t>(picture.begin(), picture.begin() + 6));
-}
-
-TEST(BayerPixels, SixteenBitsHoldRedHigh) {
     EXPECT_EQ((std::vector<std::uint8_t>{0x21, 0x08, 0x21, 0x08, 0x21, 0x08, 0x21, 0x08}),
-              ConvertWhole(KyBayerRGB8ToRGB16(kSource, 0, 0), {4, 8, 8, 4}, 2, 2, kInterpolate));
-}
-
-TEST(BayerPixels, RedGainActsOnTheRedOfTheMosaic) {
-    const std::vector<std::uint8_t> mosaic = {100, 50, 50, 30};  // R G / G B
-    KyRGBFilter filter(8);
-    filter.SetMultipliers(2.0, 1.0, 3.0);
-    for (const std::uint32_t flags : {0u, kInterpolate})
-        for (const reference::Format format : {reference::Format::kRGB24, reference::Format::kBGR24}) {
-            std::uint8_t picture[12];
-            MakeBayerConverter(format, kByteSamples, 1)
-                ->Convert(filter, mosaic.data(), 2, 2, picture, 2, 2, 2, 2, flags | KyPixelConverter::FLAG_BAYER_RGGB,
-                          0);
-            const bool swapped = format == reference::Format::kBGR24;
-            EXPECT_EQ(200, picture[swapped ? 2 : 0]);
-            EXPECT_EQ(50, picture[1]);
-            EXPECT_EQ(90, picture[swapped ? 0 : 2]);
-        }
+              ConvertWhole(KyBayerRGB8ToRGB16(kSource, 0, 0), {4, 8, 8, 4}, 2, 2, kInterpolate))
+        << "16 bits hold red high";
 }
 
 }  // namespace
