@@ -1,7 +1,5 @@
 #include "ToolTest.h"
 
-#include <KyImgLib/KyImgLib.h>
-
 #include <map>
 #include <memory>
 
@@ -19,8 +17,7 @@ Bytes MakeWords(unsigned bits) {
 class MosaicTest : public ToolTest {};
 
 TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
-    const std::map<std::int64_t, unsigned> sources = {
-        {0x20011, 10}, {0x20014, 10}, {0x20012, 12}, {0x20015, 12}, {0x20016, 14}};
+    const std::map<std::int64_t, unsigned> sources = {{0x20011, 10}, {0x20015, 12}, {0x20016, 14}};
     for (const auto& [source, bits] : sources) {
         SCOPED_TRACE(source);
         const Bytes mosaic = MakeWords(bits);
@@ -29,19 +26,15 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
             "convert in.raw --bayer BGGR -i --gain 1.5,1,0.5 --size 22x10 --type " + std::to_string(source) + " --to ";
         KyRGBFilter filter(bits);
         ASSERT_EQ(filter.SetMultipliers(1.5, 1, 0.5), KY_STATUS_SUCCESS);
-        const auto convertHere = [&, &bytes = mosaic](const KyPixelConverter& converter) {
-            Bytes out(std::size_t{converter.GetDestinationByteSize(kWidth)} * kHeight);
-            converter.Convert(filter, bytes.data(), kWidth, kHeight, out.data(), kWidth, kHeight, kWidth, kHeight,
-                              0x180, 0);
-            return out;
-        };
-        ASSERT_EQ(Run(command + "RGB24 -o out.png").status, 0);
-        EXPECT_EQ(DecodePng("out.png").samples, convertHere(*KyPixelTypeFactory::FindConverter(source, 0x20002)));
-
         // The constructor registers the converter for good.
         static std::vector<std::unique_ptr<KyBayerRGB16ToRGB48>> deep;
         deep.push_back(std::make_unique<KyBayerRGB16ToRGB48>(source, false, 0U));
-        const Bytes words = convertHere(*deep.back());
+        const auto expected = [&, id = source](std::int64_t destination) {
+            return ConvertHere(id, mosaic, kWidth, kHeight, destination, 0x180, &filter);
+        };
+        ASSERT_EQ(Run(command + "RGB24 -o out.png").status, 0);
+        EXPECT_EQ(DecodePng("out.png").samples, expected(KY_TYPE_RGB24));
+        const Bytes words = expected(KY_TYPE_RGB48);
         ASSERT_EQ(Run(command + "RGB48 -o out.raw").status, 0);
         EXPECT_EQ(Read("out.raw"), words);
         Bytes swapped, scaled;
@@ -57,8 +50,7 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
         EXPECT_EQ(picture.significantBits, static_cast<int>(bits));
         EXPECT_EQ(picture.samples, scaled);
         ASSERT_EQ(Run(command + "RGB48 -o out.ppm").status, 0);
-        EXPECT_EQ(ReadText("out.ppm"),
-                  "P6\n22 10\n" + std::to_string((1 << bits) - 1) + "\n" + std::string(swapped.begin(), swapped.end()));
+        EXPECT_EQ(ReadText("out.ppm"), "P6\n22 10\n" + std::to_string((1 << bits) - 1) + "\n" + Text(swapped));
     }
     for (const std::string other : {"0x20010", "0x120012", "0x220011", "0x420012", "0x1020011"})
         EXPECT_NE(Run("convert in.raw --size 22x10 -o no.png --to RGB48 --type " + other).messages.find("no converter"),
@@ -67,8 +59,7 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
 
 TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
     constexpr std::uint32_t kLines = 9;  // one field has a line more; the last line has no neighbour below
-    for (const std::int64_t type : {0x420011, 0x420012, 0x420014, 0x420015, 0x1420012, 0x8420011, 0x2020011, 0x4020012,
-                                    0x1120012, 0x220011, 0x220014, 0x320011}) {
+    for (const std::int64_t type : {0x420012, 0x420014, 0x8420011, 0x2020011, 0x1120012, 0x220014, 0x320011}) {
         SCOPED_TRACE(type);
         const std::int64_t plain = type & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
         const std::int64_t inLines = type & ~KY_TYPE_INTERLACED;
@@ -99,8 +90,6 @@ TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
             EXPECT_EQ(convert("sent.raw", type, options), rgb);
             EXPECT_EQ(convert("padded.raw", type, options + padding), rgb);
             EXPECT_EQ(convert("sent.raw", type, options + " --to 0x820002"), ToPlanes(rgb)) << options;
-            for (const std::string to : {" --to RGB16", " --to BGR32"})
-                EXPECT_EQ(convert("sent.raw", type, options + to), convert("plain.raw", plain, options + to));
         }
         EXPECT_EQ(Run("convert sent.raw -q --format raw -o out.raw --size 22x9 --type " + std::to_string(type) +
                       " --to " + std::to_string(plain))
@@ -108,12 +97,6 @@ TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
                   "");
         EXPECT_EQ(Read("out.raw"), Read("plain.raw"));
     }
-    // A line of 21 pixels has the bytes of 22.
-    Write("wide.raw", MakeBytes(33 * kLines));
-    const std::string unpack = "convert wide.raw --format raw -o - --type 0x420012 --to 0x20012 --size ";
-    const std::string wide = Run(unpack + "22x9").output, odd = Run(unpack + "21x9").output;
-    ASSERT_EQ(odd.size(), 42U * kLines);
-    for (std::size_t y = 0; y < kLines; ++y) EXPECT_EQ(odd.substr(42 * y, 42), wide.substr(44 * y, 42));
 }
 
 TEST_F(MosaicTest, SheetHasWhatConvertMakesWithEachBayerPattern) {

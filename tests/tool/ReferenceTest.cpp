@@ -3,12 +3,6 @@
 #include <algorithm>
 #include <sstream>
 
-#if !defined(_WIN32)
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
-#endif
-
 namespace {
 
 class ReferenceTest : public ToolTest {};
@@ -41,55 +35,15 @@ TEST_F(ReferenceTest, TablesAreWhole) {
     EXPECT_GT(typeRows, 2 * 162U);
 }
 
-#if !defined(_WIN32)
-/// A terminal that programs write to by its name, and from which the test reads what they wrote.
-class PseudoTerminal {
-public:
-    PseudoTerminal() : reading(posix_openpt(O_RDWR | O_NOCTTY)) {
-        if (reading < 0 || grantpt(reading) != 0 || unlockpt(reading) != 0) return;
-        if (const char* const path = ptsname(reading)) name = path;
-        // Held open, so that what was written stays there to be read.
-        writing = open(name.c_str(), O_RDWR | O_NOCTTY);
-    }
-    ~PseudoTerminal() {
-        for (const int end : {writing, reading})
-            if (end >= 0) close(end);
-    }
-    PseudoTerminal(const PseudoTerminal&) = delete;
-    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
-
-    bool IsOpen() const { return writing >= 0; }
-    const std::string& GetName() const { return name; }
-
-    void SetColumns(unsigned short columns) const {
-        winsize size = {};
-        size.ws_row = 24;
-        size.ws_col = columns;
-        ASSERT_EQ(ioctl(reading, TIOCSWINSZ, &size), 0);
-    }
-
-    std::string ReadAll() const {
-        // What was written may arrive in pieces; the mark comes last.
-        constexpr char kEnd = '\f';
-        EXPECT_EQ(write(writing, &kEnd, 1), 1);
-        std::string text;
-        for (char byte; read(reading, &byte, 1) == 1 && byte != kEnd;) text += byte;
-        std::erase(text, '\r');
-        return text;
-    }
-
-private:
-    int reading, writing = -1;
-    std::string name;
-};
-
+#if defined(__linux__)
 TEST_F(ReferenceTest, LinesFitTheTerminal) {
-    const PseudoTerminal terminal;
-    if (!terminal.IsOpen()) GTEST_SKIP() << "needs a pseudo-terminal, which this system does not give";
-    terminal.SetColumns(72);
+    if (std::system("script --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "needs script, of util-linux";
     const std::string arguments = "list --from 0x08420015 --to 0x00020002";
-    EXPECT_EQ(std::system(("\"$KYIMG\" " + arguments + " >" + terminal.GetName()).c_str()), 0);
-    const std::string shown = terminal.ReadAll();
+    // It runs the program in a terminal of its own.
+    const std::string command = "script -qec 'stty cols 72; \"$KYIMG\" " + arguments + "' /dev/null </dev/null >'";
+    EXPECT_EQ(std::system((command + (folder / "files" / "shown").string() + "'").c_str()), 0);
+    std::string shown = ReadText("shown");
+    std::erase(shown, '\r');
 
     const std::string piped = Run(arguments).output;
     EXPECT_EQ(std::ranges::count(piped, '\n'), 2) << "for programs, a line each";

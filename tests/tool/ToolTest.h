@@ -3,6 +3,8 @@
 
 #include "RunProgram.h"
 
+#include <KyImgLib/KyImgLib.h>
+#include <KyImgLib/KyImgLibC.h>
 #include <gtest/gtest.h>
 #include <png.h>
 
@@ -48,6 +50,21 @@ inline Bytes ToPlanes(const Bytes& rgb) {
         for (std::size_t i = channel; i < rgb.size(); i += 3) planes.push_back(rgb[i]);
     return planes;
 }
+
+/// What the library itself makes of an image without padding.
+inline Bytes ConvertHere(std::int64_t type, Bytes pixels, std::uint32_t width, std::uint32_t height,
+                         std::int64_t destinationType, std::uint32_t flags = 0, const KyRGBFilter* filter = nullptr) {
+    const KyImage source = {type, width, height, pixels.data(), pixels.size(), 0, 0};
+    KyImage destination = {destinationType, width, height, nullptr, 0, 0, 0};
+    EXPECT_EQ(KyImage_GetSize(&destination, &destination.size), KY_STATUS_SUCCESS) << KyImage_GetError();
+    Bytes converted(destination.size);
+    destination.data = converted.data();
+    const KyConversion conversion = {sizeof conversion, flags, filter, 0, 0};
+    EXPECT_EQ(KyImage_Convert(&source, &destination, &conversion), KY_STATUS_SUCCESS) << KyImage_GetError();
+    return converted;
+}
+
+inline std::string Text(const Bytes& bytes) { return {bytes.begin(), bytes.end()}; }
 
 /// Runs the program that the environment variable KYIMG names, in an empty folder of the test's own.
 class ToolTest : public testing::Test {
