@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <array>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,27 +39,36 @@ TEST(Converter, HasNoFormsThatItDoesNotOverride) {
     EXPECT_EQ(KY_STATUS_NOT_SUPPORTED, Bare().Convert(nullptr, nullptr, 1));
 }
 
-/// Its line call converts an area with another converter, as a chain does.
-class Nesting : public Recorder {
+/// Its line call calls other converters, as that of an application's may.
+class Nesting final : public Recorder {
 public:
-    explicit Nesting(const Recorder& converter) : inner(converter) {}
+    explicit Nesting(std::function<void(const Nesting&)> inside) : call(std::move(inside)) {}
 
+    using Recorder::Convert;
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override {
         Recorder::Convert(source, destination, count);
-        return inner.Convert(source, count, 1, destination, count, 1, count, 1, 0x40, 0);
+        call(*this);
+        return KY_STATUS_SUCCESS;
     }
-    using Recorder::Convert;
+    void ConvertOneLine() const {
+        std::uint8_t byte = 0;
+        Convert(&byte, 1, 1, &byte, 1, 1, 1, 1, 0, 0);
+    }
+    void ConvertOneLine(const KyRGBFilter& filter) const {
+        std::uint8_t byte = 0;
+        Convert(filter, &byte, 1, 1, &byte, 1, 1, 1, 1, 0, 0);
+    }
 
 private:
-    const Recorder& inner;
+    std::function<void(const Nesting&)> call;
 };
 
 TEST(Context, IsSharedByNestedConversions) {
     const Recorder inner;
-    const Nesting outer(inner);
-    const KyRGBFilter filter(3);
     std::uint8_t bytes[4] = {};
-    outer.Convert(filter, bytes, 2, 1, bytes, 2, 1, 2, 1, 0x20, 0);
+    const Nesting outer([&](const Nesting&) { inner.Convert(bytes, 2, 1, bytes, 2, 1, 2, 1, 0x40, 0); });
+    const KyRGBFilter filter(3);
+    outer.ConvertOneLine(filter);
     ASSERT_EQ(1u, outer.calls.size());
     ASSERT_EQ(1u, inner.calls.size());
     EXPECT_EQ(outer.calls[0].record, inner.calls[0].record);
@@ -65,6 +76,57 @@ TEST(Context, IsSharedByNestedConversions) {
     EXPECT_EQ(4u, inner.calls[0].context.referenceCount);
     EXPECT_EQ(&filter, inner.calls[0].context.filter) << "the filter that is set stays";
     EXPECT_EQ(0x40u, inner.calls[0].context.flags);
+}
+
+TEST(Context, IsThatOfTheInnermostConversion) {
+    std::array<std::uint8_t, 4096> source = {}, destination = {};
+    struct {
+        std::int64_t source, destination;
+        std::uint32_t flags, height, lineIndex;
+    } const cases[] = {
+        {KY_TYPE_GRAYSCALE8, KY_TYPE_RGB24, 0, 5, 4},  // a converter with kernels
+        {0x00020010, KY_TYPE_RGB24, 0, 5, 2},          // two lines at a time
+        {0x00020010, KY_TYPE_RGB24, KyPixelConverter::FLAG_BAYER_INTERPOLATE, 5, 4},
+        {0x00210001, KY_TYPE_RGB24, 0, 6, 4},                                         // interlaced
+        {0x00420012, KY_TYPE_RGB24, KyPixelConverter::FLAG_BAYER_INTERPOLATE, 4, 3},  // a chain
+    };
+    for (const auto& test : cases) {
+        const KyPixelConverter& inner = *KyPixelTypeFactory::FindConverter(test.source, test.destination);
+        KyPixelConverterContext seen = {};
+        const Nesting outer([&](const Nesting& self) {
+            inner.Convert(source.data(), 8, test.height, destination.data(), 9, test.height, 8, test.height, test.flags,
+                          1);
+            seen = *self.GetContext();
+            self.ReleaseContext();
+        });
+        outer.ConvertOneLine(KyRGBFilter(8));
+        EXPECT_EQ(3u, seen.referenceCount);
+        EXPECT_EQ(test.lineIndex, seen.lineIndex) << std::hex << test.source;
+        EXPECT_EQ(28u, seen.destinationLineSize);
+        EXPECT_EQ(test.height, seen.destinationHeight);
+        EXPECT_EQ(nullptr, seen.filter);
+    }
+}
+
+TEST(Context, StaysWhereItWasTakenMoreOftenThanGivenBack) {
+    bool takes = true;
+    const Nesting outer([&](const Nesting& self) {
+        if (takes) self.GetContext();
+    });
+    outer.ConvertOneLine();
+    KyPixelConverterContext* const context = outer.GetContext();
+    EXPECT_EQ(2u, context->referenceCount);
+    EXPECT_EQ(1u, context->sourceLineSize) << "with the settings of the conversion that it was taken in";
+    EXPECT_EQ(nullptr, context->filter);
+
+    takes = false;
+    outer.ConvertOneLine();
+    EXPECT_EQ(2u, context->referenceCount) << "others take and give back";
+    outer.ReleaseContext();
+    outer.ReleaseContext();
+    EXPECT_EQ(1u, outer.GetContext()->referenceCount) << "a new one";
+    EXPECT_EQ(0u, context->sourceLineSize);
+    outer.ReleaseContext();
 }
 
 TEST(Context, LivesFromTheOutermostGetToItsRelease) {

@@ -18,17 +18,6 @@ const KyPixelConverter& Identity(std::int64_t source, std::int64_t destination) 
     return *KyPixelTypeFactory::FindConverter(source, destination);
 }
 
-TEST(Identity, SizesAreThoseOfTheRegisteredTypes) {
-    EXPECT_EQ(15u, Identity(0x00410002, 0x00410002).GetSourceByteSize(9)) << "packed: two pixels in three bytes";
-    EXPECT_EQ(40u, Identity(0x00020002, 0x00020002).GetDestinationByteSize(10)) << "loose 24-bit pixels take 4 bytes";
-    EXPECT_EQ(30u, Identity(0x00420002, 0x00420002).GetDestinationByteSize(10));
-    EXPECT_EQ(20u, Identity(0x00020011, 0x00020011).GetSourceByteSize(10));
-
-    const KyIdentityConverter unregistered(0x0002FF00, 0x0002FF01, 5, 7);
-    EXPECT_EQ(50u, unregistered.GetSourceByteSize(10));
-    EXPECT_EQ(70u, unregistered.GetDestinationByteSize(10));
-}
-
 TEST(Identity, CopiesTheBytesOfTheSourceAndNoMore) {
     const std::vector<std::uint8_t> source = Counting(32);
     const auto copied = [&](const KyPixelConverter& converter, std::uint32_t count) {
@@ -44,7 +33,9 @@ TEST(Identity, CopiesTheBytesOfTheSourceAndNoMore) {
     EXPECT_EQ(3, copied(Identity(0x00410002, 0x00410002), 0)) << "one pixel takes a pair's bytes";
     EXPECT_EQ(20, copied(Identity(0x00020002, 0x00020002), 5));
     EXPECT_EQ(2, copied(Identity(0x00010005, 0x00010005), 0));
-    EXPECT_EQ(15, copied(KyIdentityConverter(0x0002FF00, 0x0002FF01, 5, 7), 3));
+    const KyIdentityConverter unregistered(0x0002FF00, 0x0002FF01, 5, 7);
+    EXPECT_EQ(15, copied(unregistered, 3));
+    EXPECT_EQ(70u, unregistered.GetDestinationByteSize(10));
 }
 
 /// Copies nothing in its line form.

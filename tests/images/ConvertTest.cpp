@@ -118,22 +118,21 @@ TEST(Images, AConverterOfAPairConvertsItLikeTheFunctions) {
     ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&source.image, &destination.image, &conversion));
     const Lines expected = destination.Read();
 
-    const auto clear = [&] { std::fill_n(destination.image.data, destination.image.size, std::uint8_t{0}); };
     const KyImageConverter found(kBayer8, KY_TYPE_RGB24);
     const KyImageConverter given(*KyPixelTypeFactory::FindConverter(kBayer8, KY_TYPE_RGB24));
-    for (const KyImageConverter* converter : {&found, &given}) {
-        EXPECT_TRUE(converter->IsValid());
-        clear();
-        EXPECT_EQ(KY_STATUS_SUCCESS, converter->Convert(source.image, destination.image, &conversion));
-        EXPECT_EQ(expected, destination.Read());
-        clear();
-        EXPECT_EQ(KY_STATUS_SUCCESS, converter->ConvertParallel(source.image, destination.image, &conversion, nullptr));
-        EXPECT_EQ(expected, destination.Read());
-        std::uint32_t lines = 0, sameLines = 1;
-        EXPECT_EQ(KY_STATUS_SUCCESS, converter->GetBandStep(source.image, destination.image, &conversion, lines));
-        KyImage_GetBandStep(&source.image, &destination.image, &conversion, &sameLines);
-        EXPECT_EQ(sameLines, lines);
-    }
+    for (const KyImageConverter* converter : {&found, &given})
+        for (const bool parallel : {false, true}) {
+            EXPECT_TRUE(converter->IsValid());
+            std::fill_n(destination.image.data, destination.image.size, std::uint8_t{0});
+            EXPECT_EQ(KY_STATUS_SUCCESS,
+                      parallel ? converter->ConvertParallel(source.image, destination.image, &conversion, nullptr)
+                               : converter->Convert(source.image, destination.image, &conversion));
+            EXPECT_EQ(expected, destination.Read());
+        }
+    std::uint32_t lines = 0, sameLines = 1;
+    EXPECT_EQ(KY_STATUS_SUCCESS, found.GetBandStep(source.image, destination.image, &conversion, lines));
+    KyImage_GetBandStep(&source.image, &destination.image, &conversion, &sameLines);
+    EXPECT_EQ(sameLines, lines);
 
     EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, found.Convert(destination.image, source.image, nullptr));
     EXPECT_STREQ(KyImageConverter::GetError(), KyImage_GetError());

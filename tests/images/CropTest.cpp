@@ -9,11 +9,10 @@ using Role = GuardedImage::Role;
 
 /// The pixels of a part, read with its own strides.
 Lines Read(const KyImage& part, const Shape& shape) {
-    const std::uint32_t parts = shape.isInterlaced ? 2 : shape.planes;
-    const std::uint32_t lines = shape.isInterlaced ? part.height / 2 : part.height;
+    const std::uint32_t fields = shape.isInterlaced ? 2 : 1;
     Lines pixels;
-    for (std::uint32_t i = 0; i < parts; ++i)
-        for (std::uint32_t y = 0; y < lines; ++y) {
+    for (std::uint32_t i = 0; i < shape.planes * fields; ++i)
+        for (std::uint32_t y = 0; y < part.height / fields; ++y) {
             const std::uint8_t* const line = part.data + i * part.planeStride + y * part.stride;
             pixels.insert(pixels.end(), line, line + shape.LineBytes(part.width));
         }
@@ -22,10 +21,10 @@ Lines Read(const KyImage& part, const Shape& shape) {
 
 Lines Cut(const Lines& whole, const Shape& shape, std::uint32_t width, std::uint32_t height, std::uint32_t x,
           std::uint32_t y, std::uint32_t partWidth, std::uint32_t partHeight) {
-    const std::uint32_t parts = shape.isInterlaced ? 2 : shape.planes, fields = shape.isInterlaced ? 2 : 1;
+    const std::uint32_t fields = shape.isInterlaced ? 2 : 1;
     const std::size_t line = shape.LineBytes(width), first = x / shape.groupPixels * shape.groupBytes;
     Lines pixels;
-    for (std::uint32_t part = 0; part < parts; ++part)
+    for (std::uint32_t part = 0; part < shape.planes * fields; ++part)
         for (std::uint32_t row = y / fields; row < (y + partHeight) / fields; ++row) {
             const std::uint8_t* const from = whole.data() + (part * (height / fields) + row) * line + first;
             pixels.insert(pixels.end(), from, from + shape.LineBytes(partWidth));
@@ -65,47 +64,33 @@ TEST(ImageCrop, EveryTypeGivesItsPixels) {
     }
 }
 
-TEST(ImageCrop, TellsTheBayerPatternOfThePart) {
-    std::uint8_t bytes[64] = {};
-    for (int i = 0; i < 64; ++i) bytes[i] = static_cast<std::uint8_t>(i * 37);
-    const KyImage mosaic = {kBayer8, 8, 8, bytes, sizeof bytes, 0, 0};
-    struct Row {
-        std::uint32_t given, at10, at01, at11;
-    };
-    constexpr std::uint32_t grbg = KY_FLAG_BAYER_GRBG, gbrg = KY_FLAG_BAYER_GBRG, rggb = KY_FLAG_BAYER_RGGB,
-                            bggr = KY_FLAG_BAYER_BGGR;
-    for (const Row& row :
-         {Row{0, rggb, bggr, gbrg}, Row{grbg, rggb, bggr, gbrg}, Row{gbrg, bggr, rggb, grbg},
-          Row{rggb, grbg, gbrg, bggr}, Row{bggr, gbrg, grbg, rggb}, Row{gbrg | bggr, bggr, rggb, grbg}})
-        for (const auto& [x, y, expected] : {std::tuple(1u, 2u, row.at10), {2u, 1u, row.at01}, {3u, 1u, row.at11}}) {
-            KyImage part;
-            std::uint32_t flags = row.given | KY_FLAG_BAYER_INTERPOLATE;
-            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Crop(&mosaic, x, y, 4, 4, &part, &flags));
-            EXPECT_EQ(expected | KY_FLAG_BAYER_INTERPOLATE, flags) << row.given << " at " << x << "," << y;
-        }
-    std::uint32_t flags = 5;
-    const KyImage gray = {KY_GRAYSCALE8, 8, 8, bytes, sizeof bytes, 0, 0};
-    KyImage part;
-    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Crop(&gray, 1, 1, 4, 4, &part, &flags));
-    EXPECT_EQ(5u, flags) << "no Bayer type";
-}
-
-/// A part is converted to the pixels that it has in the whole, but for the neighbours it lacks at its border.
-TEST(ImageCrop, ConvertsToThePixelsOfTheWhole) {
+/// A part is converted to the pixels that it has in the whole, but for the neighbours it lacks at its border: its flags tell
+/// where the pattern begins there.
+TEST(ImageCrop, PartsOfMosaicsConvertToThePixelsOfTheWhole) {
     support::Random random(22);
-    constexpr std::uint32_t width = 24, height = 12, x = 3, y = 5, partWidth = 11, partHeight = 6;
+    constexpr std::uint32_t width = 24, height = 12, partWidth = 11, partHeight = 6;
     GuardedImage mosaic(kBayer8, width, height, Role::kSource, random);
     std::vector<std::uint8_t> whole(3 * width * height), cut(3 * partWidth * partHeight);
     const KyImage wholePicture = {KY_RGB24, width, height, whole.data(), whole.size(), 0, 0};
     const KyImage cutPicture = {KY_RGB24, partWidth, partHeight, cut.data(), cut.size(), 0, 0};
-    KyConversion conversion = Conversion(KY_FLAG_BAYER_BGGR | KY_FLAG_BAYER_INTERPOLATE);
-    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&mosaic.image, &wholePicture, &conversion));
+    for (const std::uint32_t pattern : {0u, 0x10u, 0x20u, 0x40u, 0x80u, 0xA0u})
+        for (const auto& [x, y] : {std::pair(3u, 4u), {2u, 5u}, {3u, 5u}, {4u, 2u}}) {
+            KyConversion conversion = Conversion(pattern | KY_FLAG_BAYER_INTERPOLATE);
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&mosaic.image, &wholePicture, &conversion));
+            KyImage part;
+            ASSERT_EQ(KY_STATUS_SUCCESS,
+                      KyImage_Crop(&mosaic.image, x, y, partWidth, partHeight, &part, &conversion.flags));
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&part, &cutPicture, &conversion));
+            for (std::uint32_t row = 1; row + 1 < partHeight; ++row)
+                for (std::uint32_t i = 3; i < 3 * (partWidth - 1); ++i)
+                    ASSERT_EQ(whole[3 * ((y + row) * width + x) + i], cut[3 * row * partWidth + i])
+                        << i << " of line " << row << " from " << x << ", " << y << ", pattern " << pattern;
+        }
+    std::uint32_t flags = 5;
+    GuardedImage gray(KY_GRAYSCALE8, 8, 8, Role::kSource, random);
     KyImage part;
-    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Crop(&mosaic.image, x, y, partWidth, partHeight, &part, &conversion.flags));
-    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&part, &cutPicture, &conversion));
-    for (std::uint32_t row = 1; row + 1 < partHeight; ++row)
-        for (std::uint32_t i = 3; i < 3 * (partWidth - 1); ++i)
-            ASSERT_EQ(whole[3 * ((y + row) * width + x) + i], cut[3 * row * partWidth + i]) << i << " of line " << row;
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Crop(&gray.image, 1, 1, 4, 4, &part, &flags));
+    EXPECT_EQ(5u, flags) << "no Bayer type";
 }
 
 TEST(ImageCrop, RefusesWhatCannotBeCut) {
