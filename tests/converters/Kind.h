@@ -41,6 +41,14 @@ std::shared_ptr<const KyPixelConverter> MakeToRgb(std::int64_t source, reference
     return std::make_shared<To32>(source, reference::IsBGR(format), arguments...);
 }
 
+/// Adds a kind that is made for both a progressive and an interlaced source.
+template <typename MakeConverter>
+void Add(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, reference::Format format,
+         reference::Layout layout, const reference::Reader& reader, const MakeConverter& make) {
+    kinds.push_back({name + " to " + reference::NameOf(format), make(type), format, layout, reader, kByteSamples,
+                     nullptr, make(type + kInterlaced)});
+}
+
 /// Kinds that are tested together: they share a reader.
 struct Group {
     const char* name;

@@ -50,36 +50,48 @@ TEST_F(ColourTest, EverySourceTakesItsOwnFilterAndSize) {
     }
 }
 
-TEST_F(ColourTest, LinesOfPixelGroupsMayBePaddedAndFieldsOfUnlikeHeight) {
+TEST_F(ColourTest, LinesMayBePaddedAndFieldsOfUnlikeHeight) {
     struct {
-        std::int64_t id;
-        std::uint32_t pixels, bytes;
-    } const groups[] = {{0x40001, 2, 4}, {0x340002, 2, 8}, {0x640006, 4, 6}};
-    for (const auto& group : groups)
-        for (const auto& [width, height] : {std::pair(1U, 1U), {3U, 5U}, {6U, 5U}, {7U, 2U}}) {
-            SCOPED_TRACE(CommandFor(group.id, width, height));
-            const std::size_t lineBytes = (width + group.pixels - 1) / group.pixels * group.bytes;
+        std::int64_t id, plain;  ///< the same pixels line by line; of Bayer types also unpacked
+        std::uint32_t filterBits;
+    } const sources[] = {{0x40001, 0x40001, 8},   {0x340002, 0x140002, 8},  {0x640006, 0x440006, 8},
+                         {0x420012, 0x20012, 12}, {0x8420011, 0x20011, 10}, {0x1120012, 0x20012, 12},
+                         {0x220014, 0x20014, 10}, {0x320011, 0x20011, 10}};
+    for (const auto& source : sources)
+        for (const auto& [width, height] : {std::pair(3U, 5U), {6U, 5U}, {7U, 2U}, {22U, 9U}}) {
+            const std::int64_t inLines = source.id & ~KY_TYPE_INTERLACED;
+            const std::size_t lineBytes = SizeHere(inLines, width, 1);
             const Bytes stored = MakeBytes(lineBytes * height);
             Bytes shown, padded;
             for (std::size_t y = 0; y < height; ++y) {
-                // The first field has the even lines of the picture.
-                const bool inFields = (group.id & KY_TYPE_INTERLACED) != 0;
-                const std::size_t from = !inFields ? y : y % 2 == 0 ? y / 2 : (height + 1) / 2 + y / 2;
+                // The first field has the even lines of the picture, and of an odd number one more.
+                const std::size_t from = source.id == inLines ? y : y % 2 == 0 ? y / 2 : (height + 1) / 2 + y / 2;
                 shown.insert(shown.end(), &stored[from * lineBytes], &stored[from * lineBytes] + lineBytes);
                 padded.insert(padded.end(), &stored[y * lineBytes], &stored[y * lineBytes] + lineBytes);
                 padded.insert(padded.end(), {0xAA, 0xBB, 0xCC});
             }
-            const std::int64_t plain = group.id & ~KY_TYPE_INTERLACED;
-            const Bytes expected = ConvertHere(plain, shown, width, height, KY_TYPE_RGB24);
-            const std::string command = CommandFor(group.id, width, height);
+            const bool isBayer = (source.plain & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_RGB,
+                       bilinear = width % 2 != 0;
+            KyRGBFilter filter(source.filterBits);
+            filter.SetMultipliers(1.7, 1, 0.6, 3, 0, 9);
+            const Bytes plain = ConvertHere(inLines, shown, width, height, source.plain);
+            const Bytes expected =
+                ConvertHere(source.plain, plain, width, height, KY_TYPE_RGB24, bilinear ? 0x140 : 0x40, &filter);
+
+            const std::string command = CommandFor(source.id, width, height);
+            const std::string options =
+                std::string("--gain 1.7,1,0.6 --offset 3,0,9 ") + (!isBayer   ? ""
+                                                                   : bilinear ? "--bayer RGGB -i "
+                                                                              : "--bayer RGGB ");
+            SCOPED_TRACE(command + options);
             Write("in.raw", stored);
-            ASSERT_EQ(Run(command + "-o out.png").messages, "");
+            ASSERT_EQ(Run(command + options + "-o out.png").messages, "");
             EXPECT_EQ(DecodePng("out.png").samples, expected);
             Write("in.raw", padded);
             const std::string padding = "--format raw -o - --line-bytes " + std::to_string(lineBytes + 3) + " --to ";
-            EXPECT_EQ(Run(command + padding + "RGB24").output, Text(expected));
-            // Bytes that stay bytes: whole groups without padding, and two fields become one frame.
-            EXPECT_EQ(Run(command + padding + std::to_string(plain)).output, Text(shown));
+            EXPECT_EQ(Run(command + options + padding + "0x820002").output, Text(ToPlanes(expected)));
+            // Without colours: whole groups without padding, and two fields become one frame.
+            EXPECT_EQ(Run(command + padding + std::to_string(source.plain)).output, Text(plain));
         }
 }
 

@@ -57,48 +57,6 @@ TEST_F(MosaicTest, WordsKeepTheirDepthOrBecomeBytes) {
                   std::string::npos);
 }
 
-TEST_F(MosaicTest, PackedTappedAndInterlacedOnesBecomeWhatPlainWordsDo) {
-    constexpr std::uint32_t kLines = 9;  // one field has a line more; the last line has no neighbour below
-    for (const std::int64_t type : {0x420012, 0x420014, 0x8420011, 0x2020011, 0x1120012, 0x220014, 0x320011}) {
-        SCOPED_TRACE(type);
-        const std::int64_t plain = type & (KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK);
-        const std::int64_t inLines = type & ~KY_TYPE_INTERLACED;
-        const std::size_t lineBytes = KyPixelTypeFactory::FindPixelType(inLines)->GetBufferSizeFor(kWidth, 1);
-        const Bytes sent = MakeBytes(lineBytes * kLines);
-        Bytes words(2 * kWidth * kLines), padded;
-        for (std::size_t y = 0; y < kLines; ++y) {
-            // The first field has the even lines of the picture.
-            const std::size_t stored = inLines == type ? y : y % 2 == 0 ? y / 2 : (kLines + 1) / 2 + y / 2;
-            KyPixelTypeFactory::FindConverter(inLines, plain)
-                ->Convert(&sent[stored * lineBytes], &words[2 * kWidth * y], kWidth);
-            padded.insert(padded.end(), &sent[y * lineBytes], &sent[y * lineBytes] + lineBytes);
-            padded.insert(padded.end(), {0xAA, 0xBB, 0xCC});
-        }
-        Write("plain.raw", words);
-        Write("sent.raw", sent);
-        Write("padded.raw", padded);
-        const std::string padding = " --line-bytes " + std::to_string(lineBytes + 3);
-        const auto convert = [this](const std::string& source, std::int64_t id, const std::string& options) {
-            const ToolResult result = Run("convert -q --format raw -o - --size 22x9 --bayer RGGB --type " +
-                                          std::to_string(id) + " " + source + options);
-            EXPECT_EQ(result.messages, "") << options;
-            return Bytes(result.output.begin(), result.output.end());
-        };
-        for (const std::string options : {"", " -i", " --gain 1.7,1,0.6 --offset 100,0,9", " -i --gain 1.7,1,0.6"}) {
-            const Bytes rgb = convert("plain.raw", plain, options + " --to RGB24");
-            ASSERT_EQ(rgb.size(), 3U * kWidth * kLines);
-            EXPECT_EQ(convert("sent.raw", type, options), rgb);
-            EXPECT_EQ(convert("padded.raw", type, options + padding), rgb);
-            EXPECT_EQ(convert("sent.raw", type, options + " --to 0x820002"), ToPlanes(rgb)) << options;
-        }
-        EXPECT_EQ(Run("convert sent.raw -q --format raw -o out.raw --size 22x9 --type " + std::to_string(type) +
-                      " --to " + std::to_string(plain))
-                      .messages,
-                  "");
-        EXPECT_EQ(Read("out.raw"), Read("plain.raw"));
-    }
-}
-
 TEST_F(MosaicTest, SheetHasWhatConvertMakesWithEachBayerPattern) {
     Write("in.raw", MakeWords(12));
     const std::string source = "in.raw --type 0x20012 --size 22x10 --gain 2,1,1.5 ";

@@ -81,28 +81,19 @@ TEST_F(OutsideTest, Yuv) {
         {"YUY2", "0x40001", Padded((kWidth + 1) * 2)},
         {"IYU2", "0x440003", Padded(kWidth * 3)},
         {"Y210", "0x140002", Padded((kWidth + 1) * 4)},
+        {"IYU1", "0x440006", Padded((kWidth + 3) / 4 * 6)},
     };
     for (const Source& source : sources)
         for (const std::string pattern : {"colors", "smpte"}) {
             SCOPED_TRACE(source.format + (" of pattern " + pattern));
             MakeFrames(pattern, source.format, "ARGB64");
-            ExpectNear(Convert(source.type, source.lineBytes, "RGB24"), ReadOwn());
+            Bytes own = ReadOwn();
+            // The library makes the red of the second to fourth pixel of a 4:1:1 group from the second one's Y.
+            for (std::size_t pixel = 0; source.format == std::string("IYU1") && pixel < own.size() / 3; ++pixel)
+                if (const std::size_t place = pixel % kWidth % 4; place > 1)
+                    own[3 * pixel] = own[3 * (pixel - place + 1)];
+            ExpectNear(Convert(source.type, source.lineBytes, "RGB24"), own);
         }
-}
-
-// The library makes the red of the second to fourth pixel of a 4:1:1 group from the second one's Y.
-TEST_F(OutsideTest, Yuv411HasTheRedOfTheSecondPixel) {
-    for (const std::string pattern : {"colors", "smpte"}) {
-        SCOPED_TRACE(pattern);
-        MakeFrames(pattern, "IYU1", "ARGB64");
-        Bytes own = ReadOwn();
-        ASSERT_EQ(own.size(), 3U * kWidth * kHeight);
-        for (std::size_t pixel = 0; pixel < own.size() / 3; ++pixel) {
-            const std::size_t place = pixel % kWidth % 4;
-            if (place > 1) own[3 * pixel] = own[3 * (pixel - place + 1)];
-        }
-        ExpectNear(Convert("0x440006", Padded((kWidth + 3) / 4 * 6), "RGB24"), own);
-    }
 }
 
 TEST_F(OutsideTest, Words565) {

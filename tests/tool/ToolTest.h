@@ -51,14 +51,20 @@ inline Bytes ToPlanes(const Bytes& rgb) {
     return planes;
 }
 
-/// What the library itself makes of an image without padding.
+/// Bytes of an image without padding.
+inline std::size_t SizeHere(std::int64_t type, std::uint32_t width, std::uint32_t height) {
+    const KyImage image = {type, width, height, nullptr, 0, 0, 0};
+    std::size_t bytes = 0;
+    EXPECT_EQ(KyImage_GetSize(&image, &bytes), KY_STATUS_SUCCESS) << KyImage_GetError();
+    return bytes;
+}
+
+/// What the library itself makes of such an image.
 inline Bytes ConvertHere(std::int64_t type, Bytes pixels, std::uint32_t width, std::uint32_t height,
                          std::int64_t destinationType, std::uint32_t flags = 0, const KyRGBFilter* filter = nullptr) {
     const KyImage source = {type, width, height, pixels.data(), pixels.size(), 0, 0};
-    KyImage destination = {destinationType, width, height, nullptr, 0, 0, 0};
-    EXPECT_EQ(KyImage_GetSize(&destination, &destination.size), KY_STATUS_SUCCESS) << KyImage_GetError();
-    Bytes converted(destination.size);
-    destination.data = converted.data();
+    Bytes converted(SizeHere(destinationType, width, height));
+    const KyImage destination = {destinationType, width, height, converted.data(), converted.size(), 0, 0};
     const KyConversion conversion = {sizeof conversion, flags, filter, 0, 0};
     EXPECT_EQ(KyImage_Convert(&source, &destination, &conversion), KY_STATUS_SUCCESS) << KyImage_GetError();
     return converted;

@@ -15,16 +15,10 @@ std::vector<Kind> FromBytes() {
             const Places places = swapped ? Places{2, 1, 0} : Places{0, 1, 2};
             const std::uint32_t unit = extra + 1;
             const auto add = [&](Format format, const auto& make) {
-                const std::int64_t type = (channels == 3 ? 0x00020002 : 0x00020003) + (swapped ? 4 : 0);
-                kinds.push_back({(swapped ? "BGR" : "RGB") + std::to_string(channels) + "x" + std::to_string(unit) +
-                                     " bytes to " + reference::NameOf(format),
-                                 make(type),
-                                 format,
-                                 {1, channels * unit},
-                                 reference::RgbBytes(channels, unit, extra, places),
-                                 kByteSamples,
-                                 reference::RgbBytes(channels, unit, 0, places),
-                                 make(type + kInterlaced)});
+                Add(kinds, (swapped ? "BGR" : "RGB") + std::to_string(channels) + "x" + std::to_string(unit) + " bytes",
+                    (channels == 3 ? 0x00020002 : 0x00020003) + (swapped ? 4 : 0), format, {1, channels * unit},
+                    reference::RgbBytes(channels, unit, extra, places), make);
+                kinds.back().readOne = reference::RgbBytes(channels, unit, 0, places);
             };
             for (const Format format : kRgbFormats)
                 add(format, [&](std::int64_t type) {
@@ -80,14 +74,9 @@ std::vector<Kind> From565() {
             if (to24) return std::make_shared<KyRGB16ToRGB24>(type, swap);
             return std::make_shared<KyRGB16ToRGB32>(type, swap);
         };
-        kinds.push_back({std::string("5-6-5 to ") + reference::NameOf(format),
-                         make(0x00020001),
-                         format,
-                         {1, 2},
-                         to24 ? reference::Rgb565ExpandedFirst() : reference::Rgb565FilteredFirst(),
-                         kByteSamples,
-                         reference::Rgb565FilteredFirst(),
-                         make(0x00020001 + kInterlaced)});
+        Add(kinds, "5-6-5", 0x00020001, format, {1, 2},
+            to24 ? reference::Rgb565ExpandedFirst() : reference::Rgb565FilteredFirst(), make);
+        kinds.back().readOne = reference::Rgb565FilteredFirst();
     }
     return kinds;
 }
@@ -97,8 +86,7 @@ template <typename MakeConverter>
 void AddYuv(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, reference::Layout layout,
             const reference::Reader& reader, const MakeConverter& make) {
     for (const Format format : kRgbFormats)
-        kinds.push_back({name + " to " + reference::NameOf(format), make(type, format), format, layout, reader,
-                         kByteSamples, nullptr, make(type + kInterlaced, format)});
+        Add(kinds, name, type, format, layout, reader, [&](std::int64_t source) { return make(source, format); });
 }
 
 std::vector<Kind> FromYuv422() {

@@ -19,14 +19,6 @@ const std::pair<std::int64_t, Taps> kLayouts[] = {{0x01000000, {false, false}},
 
 std::string Numbered(const char* name, std::int64_t number) { return std::string(name) + " " + std::to_string(number); }
 
-/// A kind that is made for both a progressive and an interlaced source.
-template <typename MakeConverter>
-void Add(std::vector<Kind>& kinds, const std::string& name, std::int64_t type, Format format, reference::Layout layout,
-         const reference::Reader& reader, const MakeConverter& make) {
-    kinds.push_back({name + " to " + reference::NameOf(format), make(type), format, layout, reader, kByteSamples,
-                     nullptr, make(type + kInterlaced)});
-}
-
 std::vector<Kind> Shifts() {
     std::vector<Kind> kinds;
     const reference::Layout words = {1, 2};
@@ -140,25 +132,23 @@ std::vector<Kind> DualTaps() {
         Add(kinds, Numbered("bytes, layout", layout >> 24), 0x00010001 + layout, Format::kGray8, {1, 1},
             reference::GrayOfTaps(reference::ByteOf(1, 0), taps), bytes);
     }
-    for (const auto& [format, shift] : words)
-        kinds.push_back({Numbered("words of two lines, shift", shift) + " to " + reference::NameOf(format),
-                         segmented(format, shift)(0x00010003 + kDualLines),
+    const auto addLines = [&](const std::string& name, Format format, std::uint32_t sampleBytes,
+                              const reference::Sample& sample, Converter converter) {
+        kinds.push_back({name + " to " + reference::NameOf(format),
+                         std::move(converter),
                          format,
-                         {1, 4, false, 0, 2},
-                         reference::GrayOfLinePair(reference::WordShiftedRight(shift)),
+                         {1, 2 * sampleBytes, false, 0, sampleBytes},
+                         reference::GrayOfLinePair(sample),
                          kByteSamples,
                          nullptr,
                          nullptr,
                          2});
-    kinds.push_back({"bytes of two lines",
-                     std::make_shared<KyDualLinesGrayscale8ToGrayscale8>(0x00010001 + kDualLines, 0x00010001),
-                     Format::kGray8,
-                     {1, 2, false, 0, 1},
-                     reference::GrayOfLinePair(reference::ByteOf(1, 0)),
-                     kByteSamples,
-                     nullptr,
-                     nullptr,
-                     2});
+    };
+    for (const auto& [format, shift] : words)
+        addLines(Numbered("words of two lines, shift", shift), format, 2, reference::WordShiftedRight(shift),
+                 segmented(format, shift)(0x00010003 + kDualLines));
+    addLines("bytes of two lines", Format::kGray8, 1, reference::ByteOf(1, 0),
+             std::make_shared<KyDualLinesGrayscale8ToGrayscale8>(0x00010001 + kDualLines, 0x00010001));
     return kinds;
 }
 
