@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -40,13 +41,12 @@ bool CheckWords(const ky::FilterShape16& shape, const std::uint16_t* table, std:
 
 /// The shapes of all three channels are what the tables hold, and linear where they have to be.
 void Check(const KyRGBFilter& filter, bool mustBeLinear) {
-    EXPECT_TRUE(IsTrue(Known(filter).red.view, Known(filter).red8));
-    EXPECT_TRUE(IsTrue(Known(filter).green.view, Known(filter).green8));
-    EXPECT_TRUE(IsTrue(Known(filter).blue.view, Known(filter).blue8));
-    if (!mustBeLinear) return;
-    EXPECT_TRUE(Known(filter).red.view.isLinear);
-    EXPECT_TRUE(Known(filter).green.view.isLinear);
-    EXPECT_TRUE(Known(filter).blue.view.isLinear);
+    const ky::FilterRecord& known = Known(filter);
+    for (const auto& [shape, table] :
+         {std::pair(&known.red.view, known.red8), {&known.green.view, known.green8}, {&known.blue.view, known.blue8}}) {
+        EXPECT_TRUE(IsTrue(*shape, table));
+        EXPECT_TRUE(shape->isLinear || !mustBeLinear);
+    }
 }
 
 TEST(FilterShape, NewFiltersAreTheIdentityFromEightBitsOn) {

@@ -1,17 +1,14 @@
 // A chain gives what its stages give one after the other, each for the whole image, whatever rows pass between them at a time.
-#include <KyImgLib/KyImgLib.h>
-#include <tests/support/GuardedBuffer.h>
-#include <tests/support/Random.h>
+#include <tests/converters/AreaCase.h>
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using support::GuardedBuffer;
+using Side = support::GuardedBuffer::Side;
 
 struct Size {
     std::uint32_t width, height;
@@ -19,36 +16,27 @@ struct Size {
 
 constexpr std::size_t kSlack = 64;
 
-std::vector<std::uint8_t> OneAfterTheOther(const KyPixelConverter& first, const KyPixelConverter& second,
-                                           const std::uint8_t* source, Size image, Size area, std::uint32_t flags) {
-    const std::size_t lineSize = std::max(first.GetDestinationByteSize(image.width), 4 * image.width);
-    std::vector<std::uint8_t> between(lineSize * image.height + kSlack);
-    std::vector<std::uint8_t> result(second.GetDestinationByteSize(image.width) * image.height + kSlack, 0x5A);
-    first.Convert(source, image.width, image.height, between.data(), image.width, image.height, image.width,
-                  image.height, flags, 0);
-    second.Convert(between.data(), image.width, image.height, result.data(), image.width, image.height, area.width,
-                   area.height, flags, 0);
-    return result;
-}
-
 /// The source ends, or begins, where nobody may read on.
 void ExpectLikeItsStages(const KyPixelConverter& first, const KyPixelConverter& second, Size image, Size area,
                          std::uint32_t flags) {
-    SCOPED_TRACE(testing::Message() << std::hex << first.GetSourceType() << " > " << second.GetSourceType() << " > "
-                                    << second.GetDestinationType() << std::dec << ", " << area.width << "x"
-                                    << area.height << " of " << image.width << "x" << image.height << ", flags "
-                                    << flags);
     const KyComplexConverter chain(&first, &second);
-    const std::size_t size = std::size_t{first.GetSourceByteSize(image.width)} * image.height;
-    const std::vector<std::uint8_t> bytes = support::Random(7).Bytes(size);
-    for (const auto side : {GuardedBuffer::Side::kStart, GuardedBuffer::Side::kEnd}) {
-        GuardedBuffer source(size, side, 0);
-        std::memcpy(source.data(), bytes.data(), size);
-        const auto expected = OneAfterTheOther(first, second, source.data(), image, area, flags);
-        std::vector<std::uint8_t> result(expected.size(), 0x5A);
-        chain.Convert(source.data(), image.width, image.height, result.data(), image.width, image.height, area.width,
-                      area.height, flags, 0);
-        ASSERT_EQ(expected, result);
+    const FilterCase none = {"none", nullptr, {}};
+    AreaCase test = {{area.width, area.height, image.width, image.height, image.width, image.height, 0, flags}, &none};
+    const auto expect = [&](const std::uint8_t* source, std::uint8_t* destination) {
+        const std::size_t lineSize = std::max(first.GetDestinationByteSize(image.width), 4 * image.width);
+        std::vector<std::uint8_t> between(lineSize * image.height + kSlack);
+        first.Convert(source, image.width, image.height, between.data(), image.width, image.height, image.width,
+                      image.height, flags, 0);
+        Converting(second, test)(between.data(), destination);
+    };
+    support::Random random(7);
+    for (const Side side : {Side::kStart, Side::kEnd}) {
+        test.sourceSide = side;
+        ASSERT_EQ("", Difference(test, std::size_t{first.GetSourceByteSize(image.width)} * image.height,
+                                 second.GetDestinationByteSize(image.width) * image.height + kSlack, random,
+                                 Converting(chain, test), expect))
+            << std::hex << first.GetSourceType() << " > " << second.GetSourceType() << " > "
+            << second.GetDestinationType();
     }
 }
 

@@ -91,15 +91,13 @@ inline std::string Difference(const AreaCase& test, std::span<const std::uint8_t
 
 /// Converts between guarded buffers that hold not one byte more than is needed, and compares with the expectation
 /// everything there is: pixels, padding and surroundings. Returns what differs; nothing when all is well. The source is
-/// random unless `fill` writes it.
+/// random.
 template <typename Expectation>
 std::string Difference(const AreaCase& test, std::size_t sourceSize, std::size_t destinationSize,
-                       support::Random& random, const Conversion& convert, Expectation expect,
-                       const std::function<void(std::span<std::uint8_t>)>& fill = nullptr) {
+                       support::Random& random, const Conversion& convert, Expectation expect) {
     support::GuardedBuffer source(sourceSize, test.sourceSide, test.sourceGap);
     auto surroundings = source.Accessible();
     random.Fill(surroundings);
-    if (fill != nullptr) fill(source.Data());
 
     support::GuardedBuffer destination(destinationSize, test.destinationSide, test.destinationGap);
     auto written = destination.Accessible();

@@ -52,30 +52,6 @@ TEST_P(LineKernel, LineAndPixelFormsInsideAndOutsideOfAreas) {
         }
 }
 
-/// Each 16-bit word of each group takes every value once, in an order of its own.
-void FillWithAllWords(std::span<std::uint8_t> bytes, std::size_t wordsOfGroup) {
-    for (std::size_t i = 0; i < bytes.size() / 2; ++i)
-        reference::StoreWord(static_cast<unsigned>(i / wordsOfGroup + i % wordsOfGroup * 0x5555), &bytes[2 * i]);
-}
-
-TEST_P(LineKernel, EveryWord) {
-    for (const Kind& kind : kinds) {
-        // Words are read alike for every order and size of the destination.
-        if (kind.bayer || kind.layout.groupBytes % 2 != 0 || reference::IsBGR(kind.format) ||
-            reference::BytesOf(kind.format) == 4)
-            continue;
-        for (const std::size_t filter : {std::size_t{0}, FiltersOf(kind.samples).size() - 2}) {  // none and random
-            AreaCase test;
-            test.filter = &FiltersOf(kind.samples)[filter];
-            test.width = test.sourceWidth = test.destinationWidth = 65536 * kind.layout.groupPixels;
-            test.height = test.sourceLines = test.destinationLines = 1;
-            ASSERT_EQ("", Difference(kind, Form::kArea, test, random, [&](std::span<std::uint8_t> source) {
-                          FillWithAllWords(source, kind.layout.groupBytes / 2);
-                      }));
-        }
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Levels, LineKernel, testing::Combine(testing::ValuesIn(support::AvailableLevels()), testing::ValuesIn(AllGroups())),
     [](const auto& test) {

@@ -54,8 +54,7 @@ AreaCase RandomCase(const Kind& kind, std::uint32_t width, std::uint32_t height,
     return test;
 }
 
-std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
-                       const std::function<void(std::span<std::uint8_t>)>& fill) {
+std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random) {
     const bool interlaced = kind.fromInterlaced != nullptr && random.Below(4) == 0;
     const KyPixelConverter& converter = interlaced ? *kind.fromInterlaced : *kind.converter;
     const bool oneLine = kind.bayer && reference::BayerConversion::Interpolates(area.flags);
@@ -63,12 +62,11 @@ std::string Difference(const Kind& kind, Form form, const AreaCase& area, suppor
                         kind.format == Format::kPlanar ? 1 : converter.GetDestinationByteSize());
     const auto compare = [&](const auto& conversion) {
         const reference::Extent needs = conversion.Needs(area);
-        return Difference(
-            area, needs.source, needs.destination, random, Converting(form == Form::kArea ? converter : caller, area),
-            [&](const std::uint8_t* source, std::uint8_t* destination) {
-                conversion.Convert(area, area.filter->tables, source, destination);
-            },
-            fill);
+        return Difference(area, needs.source, needs.destination, random,
+                          Converting(form == Form::kArea ? converter : caller, area),
+                          [&](const std::uint8_t* source, std::uint8_t* destination) {
+                              conversion.Convert(area, area.filter->tables, source, destination);
+                          });
     };
     const std::string difference = kind.bayer ? compare(*kind.bayer) : compare(ConversionOf(kind, form, interlaced));
     if (difference.empty()) return "";

@@ -76,8 +76,7 @@ AreaCase RandomCase(const Kind& kind, std::uint32_t width, std::uint32_t height,
 
 /// Converts with a form of the kind and tells what differs from the reference; nothing when all is well. The forms for
 /// lines and pixels are called in an area conversion of an application's converter.
-std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random,
-                       const std::function<void(std::span<std::uint8_t>)>& fill = nullptr);
+std::string Difference(const Kind& kind, Form form, const AreaCase& area, support::Random& random);
 
 /// Converts a line with the line form, or one pixel with the one-pixel form, outside of any area conversion.
 std::string DifferenceOutside(const Kind& kind, Form form, std::uint32_t width, support::Random& random);
