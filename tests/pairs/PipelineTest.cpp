@@ -140,21 +140,17 @@ protected:
     Chain chain{PathOf(registered)};
 };
 
-TEST_P(PipelineRows, AreMadeInTiles) {
+TEST_P(PipelineRows, AreMadeInTilesAndBatches) {
     EXPECT_NE(nullptr, dynamic_cast<const KyComplexConverter*>(&registered));
-    const Picture source = support::Random(12).Bytes(8 * kWideRow * 64 + kRoom);
-    for (const bool interpolated : {false, true})
+    const Picture source = support::Random(12).Bytes(16000000 + kRoom);
+    for (const bool interpolated : {false, true}) {
         for (std::uint32_t height = 1; height <= 40; ++height)
             ASSERT_EQ("", chain.Run(registered, chain.RandomCase(interpolated, kWideRow, height), source));
-}
-
-TEST_P(PipelineRows, AreMadeInBatches) {
-    const Picture source = support::Random(12).Bytes(16000000 + kRoom);
-    for (const bool interpolated : {false, true})
         for (const std::uint32_t rowBytes : {500u, 3000u, 9000u, 3 * kWideRow}) {
             const AreaCase test = chain.RandomCase(interpolated, rowBytes, std::min(1200u, 3000000 / rowBytes));
             ASSERT_EQ("", chain.Run(registered, test, source));
         }
+    }
 }
 
 /// The last stage uses streaming stores, and stages prefetch the source.
@@ -204,27 +200,25 @@ TEST(PipelineFrame, IsTheSameWhileTheLevelChanges) {
 }
 
 TEST_P(PipelineRows, AreMadeOnManyThreads) {
-    constexpr int kThreads = 3;
-    struct Work {
+    const Picture source = support::Random(12).Bytes(8 * kWideRow * 54 + kRoom);
+    struct {
         AreaCase test;
         const std::uint8_t* from;
         Picture expected;
         std::string difference;
-    };
-    const Picture source = support::Random(12).Bytes(8 * kWideRow * 54 + kRoom);
-    std::array<Work, kThreads> works;
-    for (std::uint32_t i = 0; Work & work : works) {
-        work.test = chain.RandomCase(i % 2 == 0, 6000u << i, 30);
-        work.from = chain.Pick(work.test, source);
-        work.expected = chain.ByStages(work.test, work.from);
+    } works[3];
+    for (std::uint32_t i = 0; auto& [test, from, expected, difference] : works) {
+        test = chain.RandomCase(i % 2 == 0, 6000u << i, 30);
+        from = chain.Pick(test, source);
+        expected = chain.ByStages(test, from);
         ++i;
     }
-    support::RunOnThreads(kThreads, [&](int thread) {
-        Work& work = works[static_cast<std::size_t>(thread)];
-        for (int round = 0; round < 20 && work.difference.empty(); ++round)
-            work.difference = Difference(work.test, Converted(registered, work.test, work.from), work.expected);
+    support::RunOnThreads(3, [&](int thread) {
+        auto& [test, from, expected, difference] = works[thread];
+        for (int round = 0; round < 20 && difference.empty(); ++round)
+            difference = Difference(test, Converted(registered, test, from), expected);
     });
-    for (const Work& work : works) EXPECT_EQ("", work.difference) << Describe(chain.path);
+    for (const auto& work : works) EXPECT_EQ("", work.difference) << Describe(chain.path);
 }
 
 INSTANTIATE_TEST_SUITE_P(Chains, PipelineRows, testing::ValuesIn(kEnds),

@@ -5,6 +5,8 @@
 #include <tests/reference/TypeFormat.h>
 
 #include <optional>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -55,41 +57,36 @@ private:
     const std::int64_t destination;
 };
 
-class Lines : public Stage {
+/// What the reference has for lines and mosaics.
+template <typename Conversion>
+class Reference : public Stage {
 public:
-    Lines(reference::LineConversion lines, const Samples& asFiltersSeeThem)
-        : Stage(asFiltersSeeThem), conversion(std::move(lines)) {}
+    Reference(Conversion what, const Samples& asFiltersSeeThem)
+        : Stage(asFiltersSeeThem), conversion(std::move(what)) {}
 
     Extent Needs(const Area& area) const override { return conversion.Needs(area); }
     void Convert(const Area& area, const reference::Tables& filter, const std::uint8_t* source,
                  std::uint8_t* destination) const override {
         conversion.Convert(area, filter, source, destination);
     }
-    Cell CellOf(std::uint32_t) const override {
-        return {conversion.layout.onlyWholeGroups ? conversion.layout.groupPixels : 1,
-                conversion.interlaced ? 2 : conversion.rows};
+    Cell CellOf(std::uint32_t flags) const override {
+        if constexpr (isMosaic)
+            return ReadsNeighbours(flags) ? Cell{1, 1} : Cell{2, 2};
+        else
+            return {conversion.layout.onlyWholeGroups ? conversion.layout.groupPixels : 1,
+                    conversion.interlaced ? 2 : conversion.rows};
+    }
+    bool ReadsNeighbours(std::uint32_t flags) const override {
+        return isMosaic && reference::BayerConversion::Interpolates(flags);
     }
 
 private:
-    const reference::LineConversion conversion;
+    static constexpr bool isMosaic = std::is_same_v<Conversion, reference::BayerConversion>;
+    const Conversion conversion;
 };
 
-class Mosaic : public Stage {
-public:
-    Mosaic(const reference::BayerConversion& bayer, const Samples& asFiltersSeeThem)
-        : Stage(asFiltersSeeThem), conversion(bayer) {}
-
-    Extent Needs(const Area& area) const override { return conversion.Needs(area); }
-    void Convert(const Area& area, const reference::Tables& filter, const std::uint8_t* source,
-                 std::uint8_t* destination) const override {
-        conversion.Convert(area, filter, source, destination);
-    }
-    Cell CellOf(std::uint32_t flags) const override { return ReadsNeighbours(flags) ? Cell{1, 1} : Cell{2, 2}; }
-    bool ReadsNeighbours(std::uint32_t flags) const override { return reference::BayerConversion::Interpolates(flags); }
-
-private:
-    const reference::BayerConversion conversion;
-};
+using Lines = Reference<reference::LineConversion>;
+using Mosaic = Reference<reference::BayerConversion>;
 
 std::optional<Format> FormatOf(const TypeFormat& type) {
     switch (type.type) {
