@@ -126,8 +126,8 @@ KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelT
 /* ---- Registry ---- */
 
 /* Registers formats that cameras, drivers and encoders use today beyond those that are there after loading (their IDs are
-   KY_MONO10P and the others above), with their names and converters. Any number of calls, on any threads, register once. Returns
-   KY_STATUS_SUCCESS, or KY_STATUS_OUT_OF_MEMORY: what is missing then, the next call registers. */
+   KY_MONO10P and the others above), with their names and converters. Any number of calls, on any threads, register once.
+   Returns KY_STATUS_SUCCESS, or KY_STATUS_OUT_OF_MEMORY: what is missing then, the next call registers. */
 KYIMGLIB_API uint32_t KyExtendedTypes_Register(void);
 
 /* Whether a type is registered under the ID. */

@@ -68,11 +68,12 @@ typedef struct KyConversion {
 } KyConversion;
 
 /* Threads of the application that the bands of one image are converted on. A null pointer in place of it means: threads of
-   the library's own, as many as the calling thread may use cores where the image is large enough. They start with the first
-   such image and then wait for the next one, with all signals blocked, until the library is unloaded. The child of a fork
-   starts its own. */
+   the library's own, as many as there are cores that the calling thread may use, where the image is large enough. They
+   start with the first such image and then wait for the next one, with all signals blocked but those of faults, until the
+   library is unloaded. The child of a fork starts its own. */
 typedef struct KyExecutor {
-    /* Number of bands to make, fewer where the image has not so many band steps; 0: as many as the CPU has cores. */
+    /* Number of bands to make, fewer where the image has not so many band steps; 0: as many as there are cores that the
+       calling thread may use. */
     uint32_t threads;
     /* Handed to `run`. */
     void* context;

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <thread>
 #include <vector>
 
 namespace ky {
@@ -49,8 +48,6 @@ private:
     std::atomic<std::uint32_t> failure{KY_STATUS_SUCCESS};
     char text[kRefusalSize] = "";
 };
-
-std::uint32_t CoreCount() { return std::max(std::thread::hardware_concurrency(), 1u); }
 
 /// Threads that make a conversion faster. It takes some time to start one.
 std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {

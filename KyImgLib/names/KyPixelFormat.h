@@ -34,8 +34,9 @@ public:
     /// - its display name (KyPixelTypeFactory::GetPixelTypeName());
     /// - a name of PFNC, V4L2, GStreamer or FFmpeg.
     ///
-    /// A name spelled exactly comes first: V4L2's pGAA and pgAA are different Bayer patterns. Otherwise only letters and
-    /// digits count, in either case, and "bits" may be left out: "bayer rgb 8" means "Bayer RGB 8-bits".
+    /// After the first two, a name spelled exactly comes first: V4L2's pGAA and pgAA are different Bayer patterns.
+    /// Otherwise only letters and digits count, in either case, and "bits" may be left out: "bayer rgb 8" means
+    /// "Bayer RGB 8-bits".
     ///
     /// \param bayerFlags  gets the Bayer pattern that the name says beside the type, RGGB for BayerRG8 and for the types that
     ///                    are named RGGB; 0 when it says none. May be null.

@@ -8,9 +8,9 @@
 namespace ky {
 
 /// Memory that one conversion keeps rows in and the next one finds again, in a pool. The last one given back is the next one
-/// taken, so that a single thread always works in the same memory, which its cache holds. Any number of threads may take and give. None waits:
-/// while another one holds the pool, memory comes from the system, so the child of a fork does not wait for a thread that it
-/// does not have.
+/// taken, so that a single thread always works in the same memory, which its cache holds. Any number of threads may take
+/// and give. None waits: while another one holds the pool, memory comes from the system, so the child of a fork does not
+/// wait for a thread that it does not have.
 class RowMemory {
 public:
     /// At least `size` bytes, their contents anything. Throws std::bad_alloc.

@@ -83,7 +83,8 @@ public:
     /// pixel from everything that converts to RGB32, and to everything that RGB32 converts to.
     ///
     /// Any number of calls on any threads register once. Types and converters are the library's, and stay until it is
-    /// unloaded. A type or a pair that an application has registered before stays as it is.
+    /// unloaded. A type or a pair that an application has registered before stays as it is; such converters become stages of chains, so
+    /// register them after this call, or keep them for as long as the library is used.
     /// Returns KY_STATUS_SUCCESS, or KY_STATUS_OUT_OF_MEMORY: what is missing then, the next call registers.
     static std::uint32_t Register() noexcept;
 };

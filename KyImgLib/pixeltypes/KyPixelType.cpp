@@ -26,12 +26,16 @@ bool KyPixelType::IsBayerPattern() const { return isBayer; }
 
 std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const {
     const std::uint32_t pixels = width * height;
-    const ky::PixelFormat format = ky::FormatOf(*this);
-    const auto [groupPixels, groupBytes] = format.group;
-    // The bytes of YUV types are those of a pixel, also for a group that the width cuts.
-    if (groupPixels != 1 && format.packing != ky::Packing::kSubsampledYUV)
+    const std::uint32_t bits = GetPixelBitSize();
+    const bool isPacked = (id & KY_TYPE_PACKED) != 0;
+    // Published rules, which do not go by the group in all types.
+    if (const ky::ExtendedType* const row = ky::FindExtendedType(id)) {
+        const auto [groupPixels, groupBytes] = row->group;
         return groupBytes * (pixels + (groupPixels - pixels % groupPixels) % groupPixels) / groupPixels;
-    if ((id & KY_TYPE_PACKED) == 0 && GetPixelBitSize() == 24 && GetPixelByteSize() == 3) return 4 * pixels;
+    }
+    const bool oneSamplePerPixel = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || IsBayerPattern();
+    if (isPacked && oneSamplePerPixel && (bits == 10 || bits == 12)) return 3 * (pixels + pixels % 2) / 2;
+    if (!isPacked && bits == 24 && GetPixelByteSize() == 3) return 4 * pixels;
     return GetPixelByteSize() * pixels;
 }
 

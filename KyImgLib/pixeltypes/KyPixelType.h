@@ -35,8 +35,9 @@ public:
 
     /// Bytes that an image of `width` x `height` pixels occupies, in 32-bit arithmetic that wraps.
     ///
-    /// Packed grayscale and Bayer types, where pixels share bytes: groups of pixels, over the whole image, rounded up to a whole
-    /// one; two pixels in three bytes for 10 and 12 bits, what GetPixelGroup() says for extended types. 24-bit types of 3 bytes that are not packed (RGB 24, BGR 24)
+    /// Packed grayscale and Bayer types of 10 or 12 bits: two pixels share three bytes, over the whole image, so an
+    /// odd number of pixels is rounded up to a pair. Extended types of single samples likewise in the groups of
+    /// GetPixelGroup(). 24-bit types of 3 bytes that are not packed (RGB 24, BGR 24)
     /// are laid out with 4 bytes for each pixel. Everything else: byte size x width x height.
     virtual std::uint32_t GetBufferSizeFor(std::uint32_t width, std::uint32_t height) const;
 

@@ -84,8 +84,7 @@ std::int64_t PlainTypeOf(const KyPixelType& type) {
 
 PixelFormat FormatOf(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
-    for (const ExtendedType& row : kExtendedTypes)
-        if (row.id == id) return {row.packing, row.bits, row.group, row.plain};
+    if (const ExtendedType* const row = FindExtendedType(id)) return {row->packing, row->bits, row->group, row->plain};
 
     const std::uint32_t bits = type.GetPixelBitSize(), bytes = type.GetPixelByteSize();
     const std::int64_t plain = PlainTypeOf(type);
@@ -96,6 +95,12 @@ PixelFormat FormatOf(const KyPixelType& type) {
     if ((id & KY_TYPE_PACKED) != 0 && HasOneSample(type) && (bits == 10 || bits == 12))
         return {Packing::kGigEVision, bits, {2, 3}, plain};
     return {Packing::kNone, bits, {1, bytes}, plain};
+}
+
+const ExtendedType* FindExtendedType(std::int64_t id) {
+    for (const ExtendedType& row : kExtendedTypes)
+        if (row.id == id) return &row;
+    return nullptr;
 }
 
 ExtendedTypeRows AllExtendedTypes() { return {std::begin(kExtendedTypes), std::end(kExtendedTypes)}; }

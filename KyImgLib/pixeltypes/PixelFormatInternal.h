@@ -51,6 +51,9 @@ struct ExtendedTypeRows {
 /// Types whose plain type is an extended one come after that.
 ExtendedTypeRows AllExtendedTypes();
 
+/// Null for every other ID.
+const ExtendedType* FindExtendedType(std::int64_t id);
+
 }  // namespace ky
 
 #endif

@@ -1,5 +1,21 @@
 #include <KyImgLib/platform/ThreadPoolInternal.h>
 
+#include <algorithm>
+#include <thread>
+
+#if defined(__linux__)
+#include <sched.h>
+#endif
+
+std::uint32_t ky::CoreCount() noexcept {
+#if defined(__linux__)
+    cpu_set_t cores;
+    if (sched_getaffinity(0, sizeof cores, &cores) == 0)
+        return static_cast<std::uint32_t>(std::max(CPU_COUNT(&cores), 1));
+#endif
+    return std::max(std::thread::hardware_concurrency(), 1u);
+}
+
 #if defined(_WIN32)
 
 #include <windows.h>
@@ -35,11 +51,9 @@ void ky::RunOnThreads(std::uint32_t others, void (*work)(void* context), void* c
 #include <exception>
 #include <mutex>
 #include <new>
-#include <thread>
 #include <vector>
 
 #include <pthread.h>
-#include <sched.h>
 #include <signal.h>
 
 namespace {
@@ -97,10 +111,11 @@ private:
     /// As many in all, or as many as there can be.
     void StartThreads(std::uint32_t count) {
         if (isClosed || threads.size() >= count) return;
-        // Signals are for the application's threads.
-        sigset_t all, before;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
+        // Signals are for the application's threads, but those of a fault are for the one that has it.
+        sigset_t blocked, before;
+        sigfillset(&blocked);
+        for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT, SIGSYS}) sigdelset(&blocked, fault);
+        pthread_sigmask(SIG_SETMASK, &blocked, &before);
         try {
             while (threads.size() < count) threads.emplace_back([this] { TakeJobs(); });
         } catch (const std::exception&) {
@@ -109,12 +124,12 @@ private:
     }
 
     /// Some schedulers wake a thread on the core of the one that wakes it, so that other cores can sleep. It would begin when
-    /// the caller is done with everything.
+    /// the caller is done with everything. (Where several callers share the threads, the first one's cores stay.)
     void LeaveCoreToCaller() {
 #if defined(__linux__)
         cpu_set_t others;
         const int core = sched_getcpu();
-        if (core < 0 || sched_getaffinity(0, sizeof others, &others) != 0) return;
+        if (threads.empty() || jobs != nullptr || core < 0 || sched_getaffinity(0, sizeof others, &others) != 0) return;
         CPU_CLR(static_cast<unsigned>(core), &others);
         if (CPU_COUNT(&others) == 0 || (placed == threads.size() && CPU_EQUAL(&others, &cores))) return;
         for (std::thread& thread : threads) pthread_setaffinity_np(thread.native_handle(), sizeof others, &others);

@@ -49,6 +49,7 @@ TEST(PixelType, BufferSizes) {
     EXPECT_EQ(15u, KyBayerRGB10(0x420011).GetBufferSizeFor(3, 3));
     EXPECT_EQ(12u, KyBayerRGB10(0x420011).GetBufferSizeFor(4, 2));
     EXPECT_EQ(3u, KyGrayscale12_Packed_GEV().GetBufferSizeFor(1, 1));
+    EXPECT_EQ(6u, KyPixelType(0xC10002, 10, 2, false).GetBufferSizeFor(4, 1)) << "planar or not";
     EXPECT_EQ(0u, KyGrayscale12(0x410003).GetBufferSizeFor(0, 7));
     EXPECT_EQ(200u, KyGrayscale14(0x410004).GetBufferSizeFor(10, 10)) << "not of 14 bits";
     EXPECT_EQ(600u, KyRGB48_10Bits(0x420008).GetBufferSizeFor(10, 10)) << "not of RGB";

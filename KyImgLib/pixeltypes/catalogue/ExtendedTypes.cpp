@@ -36,9 +36,10 @@ void AddMissing(Constructor& construct, std::int64_t source, std::int64_t destin
 /// A chain through `intermediate`.
 void AddChain(Constructor& construct, std::int64_t source, std::int64_t intermediate, std::int64_t destination) {
     if (source == intermediate || intermediate == destination || source == destination) return;
-    AddMissing<KyComplexConverter>(construct, source, destination,
-                                   KyPixelTypeFactory::FindConverter(source, intermediate),
-                                   KyPixelTypeFactory::FindConverter(intermediate, destination));
+    const KyPixelConverter* const first = KyPixelTypeFactory::FindConverter(source, intermediate);
+    const KyPixelConverter* const second = KyPixelTypeFactory::FindConverter(intermediate, destination);
+    if (first != nullptr && second != nullptr)
+        AddMissing<KyComplexConverter>(construct, source, destination, first, second);
 }
 
 /// All that a mosaic of 16-bit words converts to: there is no plain type that does.
