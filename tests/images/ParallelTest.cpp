@@ -1,6 +1,7 @@
 // One image on several threads: those of the library, and those of an application.
 #include <tests/images/ImageCase.h>
 #include <tests/support/CpuLevels.h>
+#include <tests/support/Emulation.h>
 #include <tests/support/Sanitizers.h>
 #include <tests/support/Threads.h>
 
@@ -128,6 +129,7 @@ TEST(ParallelImages, ThreadsOfTheLibraryGiveTheBytesOfOne) {
 #if defined(__linux__) && !defined(__SANITIZE_THREAD__)
 /// The fork may happen while another thread has the lock of the library's threads, which do not live in the child.
 TEST(ParallelImages, ChildOfAForkHasThreadsOfItsOwn) {
+    if (support::IsEmulated()) GTEST_SKIP() << "a child that qemu-user forks from several threads hangs";
     const support::ScopedCpuLevel scalar(0);
     LargeImage image(kBayer8, 43), others(kBayer8, 44);
     std::atomic<bool> isOver{false};
