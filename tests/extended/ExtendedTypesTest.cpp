@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -199,11 +200,13 @@ protected:
     support::Random random{7};
 };
 
-/// Of every width, and long enough for each place of a group to have every value.
+/// Of every width, and once so long that each place of a group has had every value.
 TEST_P(ExtendedTypesOfLevel, EverySampleAsTheStandardHasIt) {
     for (const Row& row : kRows) {
         if (row.sample == nullptr) continue;
-        std::vector<std::uint32_t> widths = {4 * row.groupPixels << std::min(row.bits, 14u)};
+        const unsigned valueBits = row.sample == &BigEndian ? 16 : row.bits;
+        const std::size_t values = std::size_t{row.groupPixels} << valueBits;  // of all places together
+        std::vector<std::uint32_t> widths = {static_cast<std::uint32_t>(20 * values)};
         for (std::uint32_t width = 1; width < 140; ++width) widths.push_back(width);
         for (const std::uint32_t width : widths) {
             const std::uint32_t height = width < 140 ? 2 : 1;
@@ -215,13 +218,17 @@ TEST_P(ExtendedTypesOfLevel, EverySampleAsTheStandardHasIt) {
                 Convert(row.type, row.plain, source.data(), line * height, width, height);
             const std::size_t pixelBytes = row.bits < 8 ? 1 : 2;
             ASSERT_EQ(width * height * pixelBytes, result.size());
+            std::vector<bool> hasHad(std::size_t{row.groupPixels} << 16);
             for (std::uint32_t y = 0; y < height; ++y)
                 for (std::uint32_t x = 0; x < width; ++x) {
                     const std::uint8_t* const pixel = result.data() + (std::size_t{y} * width + x) * pixelBytes;
                     const unsigned value = pixelBytes == 1 ? pixel[0] : pixel[0] | unsigned{pixel[1]} << 8;
                     ASSERT_EQ(row.sample(bytes.data() + y * line, x), value)
                         << row.name << ", pixel " << x << " of " << width;
+                    hasHad[std::size_t{x % row.groupPixels} << 16 | value] = true;
                 }
+            const auto had = static_cast<std::size_t>(std::count(hasHad.begin(), hasHad.end(), true));
+            EXPECT_TRUE(width != widths.front() || had == values) << row.name << ": " << had << " of " << values;
         }
     }
 }
