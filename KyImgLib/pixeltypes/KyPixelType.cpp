@@ -28,11 +28,11 @@ std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t h
     const std::uint32_t pixels = width * height;
     const std::uint32_t bits = GetPixelBitSize();
     const bool isPacked = (id & KY_TYPE_PACKED) != 0;
-    // Published rules, which do not go by the group in all types.
     if (const ky::ExtendedType* const row = ky::FindExtendedType(id)) {
         const auto [groupPixels, groupBytes] = row->group;
         return groupBytes * (pixels + (groupPixels - pixels % groupPixels) % groupPixels) / groupPixels;
     }
+    // Published rules, which do not go by the group in all types.
     const bool oneSamplePerPixel = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || IsBayerPattern();
     if (isPacked && oneSamplePerPixel && (bits == 10 || bits == 12)) return 3 * (pixels + pixels % 2) / 2;
     if (!isPacked && bits == 24 && GetPixelByteSize() == 3) return 4 * pixels;

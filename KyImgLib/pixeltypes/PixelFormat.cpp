@@ -84,17 +84,17 @@ std::int64_t PlainTypeOf(const KyPixelType& type) {
 
 PixelFormat FormatOf(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
-    if (const ExtendedType* const row = FindExtendedType(id)) return {row->packing, row->bits, row->group, row->plain};
+    if (const ExtendedType* const row = FindExtendedType(id)) return {row->group, row->plain};
 
     const std::uint32_t bits = type.GetPixelBitSize(), bytes = type.GetPixelByteSize();
     const std::int64_t plain = PlainTypeOf(type);
-    if ((id & KY_TYPE_PLANAR) != 0) return {Packing::kNone, bits, {1, 1}, plain};
+    if ((id & KY_TYPE_PLANAR) != 0) return {{1, 1}, plain};
     if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV)
         for (const Subsampling& row : kSubsamplings)
-            if (bits == row.bits && bytes == row.bytes) return {Packing::kSubsampledYUV, bits, row.group, plain};
+            if (bits == row.bits && bytes == row.bytes) return {row.group, plain};
     if ((id & KY_TYPE_PACKED) != 0 && HasOneSample(type) && (bits == 10 || bits == 12))
-        return {Packing::kGigEVision, bits, {2, 3}, plain};
-    return {Packing::kNone, bits, {1, bytes}, plain};
+        return {{2, 3}, plain};  // as GigE Vision packs them
+    return {{1, bytes}, plain};
 }
 
 const ExtendedType* FindExtendedType(std::int64_t id) {

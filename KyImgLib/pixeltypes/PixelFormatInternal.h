@@ -7,14 +7,12 @@ class KyPixelType;
 
 namespace ky {
 
-/// How samples lie in bytes.
+/// How the samples of an extended type lie in bytes.
 enum class Packing : std::uint8_t {
-    kNone,           ///< each in a byte or in a little-endian word of its own
-    kBigEndian,      ///< each in a big-endian word
-    kGigEVision,     ///< two in three bytes: the low bits of both in the middle
-    kLeastFirst,     ///< a stream of bits, from the lowest bit of each byte on: PFNC's "p" formats
-    kMIPI,           ///< a byte of high bits for each, then the low bits of all
-    kSubsampledYUV,  ///< pixels share their colour
+    kNone,        ///< each in a little-endian word of its own
+    kBigEndian,   ///< each in a big-endian word
+    kLeastFirst,  ///< a stream of bits, from the lowest bit of each byte on: PFNC's "p" formats
+    kMIPI,        ///< a byte of high bits for each, then the low bits of all
 };
 
 struct PixelGroup {
@@ -23,9 +21,7 @@ struct PixelGroup {
 
 /// What the bytes of a type are.
 struct PixelFormat {
-    Packing packing;
-    std::uint32_t bits;  ///< of a sample, or what the type's bit size says
-    PixelGroup group;    ///< pixels that share bytes
+    PixelGroup group;  ///< pixels that share bytes
     /// The type of the same samples in scan order, LSB-aligned in words, or in bytes; RGB24 where a pixel has several samples.
     std::int64_t plain;
 };
