@@ -3,6 +3,7 @@
 #include <KyImgLib/conversion/ConverterRecordInternal.h>
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/conversion/KyIdentityConverter.h>
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 
 #include <algorithm>
@@ -29,6 +30,9 @@ void FillContext(const KyPixelConverter& converter, const Area& area, KyPixelCon
         context.destinationLineSize = area.sourceWidth;
     }
 }
+
+/// Whether an image of the type has planes that areas know nothing of: its converter converts it as an image.
+bool HasPlanesOfItsOwn(std::int64_t type) { return (type & KY_TYPE_PLANAR) != 0 && (type & KY_TYPE_EXTENDED) != 0; }
 
 /// Lines of an area that are converted together.
 std::uint32_t LineStep(const KyPixelConverter& converter) {
@@ -105,11 +109,11 @@ Pipeline::Images ImagesOf(const KyPixelConverterContext& context, bool isInterla
         images.source = SourceRows::OfFields(fields.even, fields.odd, sourceStride);
     }
     const std::uint32_t* const planes = context.planeOffsets;
-    images.destination =
-        DestinationRows::OfImage(destination + planes[0], static_cast<std::ptrdiff_t>(context.destinationLineSize));
+    const auto stride = static_cast<std::ptrdiff_t>(context.destinationLineSize);
+    images.destination = DestinationRows::OfImage(destination + planes[0], stride);
     images.lines = lines;
     for (int plane = 1; plane < 3; ++plane)
-        images.planes[plane - 1] = std::ptrdiff_t{planes[plane]} - std::ptrdiff_t{planes[0]};
+        images.destinationPlanes[plane - 1] = DestinationRows::OfImage(destination + planes[plane], stride);
     return images;
 }
 
@@ -157,6 +161,7 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     if (!stages.ConvertByKernels()) return false;
     const KyPixelConverter& first = *stages.converters[0];
     const KyPixelConverter& last = *stages.converters[stages.count - 1];
+    if (HasPlanesOfItsOwn(first.GetSourceType()) || HasPlanesOfItsOwn(last.GetDestinationType())) return false;
     // All but the last convert an image into one of the same size.
     const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
                         area.sourceWidth, area.sourceHeight, area.flags,       0};

@@ -27,6 +27,12 @@ bool AddStages(const KyPixelConverter& converter, const ConversionSettings& sett
     return true;
 }
 
+template <class Byte>
+void SetPlanes(Rows<Byte> (&rows)[2], Byte* first, const ImagePlanes& planes) {
+    rows[0] = Rows<Byte>::OfImage(first + planes.toSecond, planes.stride);
+    rows[1] = Rows<Byte>::OfImage(first + planes.toSecond + planes.step, planes.stride);
+}
+
 }  // namespace
 
 std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags) {
@@ -51,8 +57,8 @@ void ConvertImage(const KyPixelConverter& converter, const ImageConversion& imag
     }
     images.destination = DestinationRows::OfImage(image.destination, image.destinationStride);
     images.lines = image.height;
-    images.planes[0] = image.planeStride;
-    images.planes[1] = 2 * image.planeStride;
+    SetPlanes(images.sourcePlanes, image.source, image.sourcePlanes);
+    SetPlanes(images.destinationPlanes, image.destination, image.destinationPlanes);
     pipeline.Run(images, image.firstLine, image.endLine);
 }
 

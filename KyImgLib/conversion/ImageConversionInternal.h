@@ -8,15 +8,23 @@
 
 namespace ky {
 
+/// Where the planes of an image after the first one lie, in bytes.
+struct ImagePlanes {
+    std::ptrdiff_t toSecond;  ///< from the first plane to the second
+    std::ptrdiff_t step;      ///< from the second to the third
+    std::ptrdiff_t stride;    ///< from one of their lines to the next
+};
+
 /// A checked conversion of some lines of an image.
 struct ImageConversion {
     const std::uint8_t* source;   ///< first line; interlaced: of the first field in memory
     std::ptrdiff_t sourceStride;  ///< bytes from one line to the next; interlaced: within a field
     std::ptrdiff_t fieldStride;   ///< interlaced source: bytes from the first field to the second
-    std::size_t sourceRowBytes;   ///< of the pixels of a line
-    std::uint8_t* destination;    ///< planar: first plane
+    ImagePlanes sourcePlanes;
+    std::size_t sourceRowBytes;  ///< of the pixels of a line, in the first plane
+    std::uint8_t* destination;   ///< planar: first plane
     std::ptrdiff_t destinationStride;
-    std::ptrdiff_t planeStride;   ///< planar destination: bytes from one plane to the next
+    ImagePlanes destinationPlanes;
     std::uint32_t width, height;  ///< of the whole image
     std::uint32_t flags;          ///< FLAG_ constants; without a Bayer pattern: GRBG
     const KyRGBFilter* filter;    ///< null: none

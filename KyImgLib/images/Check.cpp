@@ -28,21 +28,22 @@ std::uint32_t RefusePair(std::int64_t sourceType, std::int64_t destinationType) 
     return refusal;
 }
 
+constexpr std::uint32_t kPixels = 8;  ///< whole groups of every type that kernels read
+
 bool CopiesLines(const ImagePair& pair) {
     const Layout &from = pair.source, &to = pair.destination;
     return typeid(*pair.converter) == typeid(KyIdentityConverter) && from.groupPixels == to.groupPixels &&
-           from.groupBytes == to.groupBytes && from.hasOwnRule == to.hasOwnRule && from.planes == to.planes;
+           from.groupBytes == to.groupBytes && from.hasOwnRule == to.hasOwnRule && from.Planes() == to.Planes() &&
+           from.LineBytesOfPlanes(kPixels) == to.LineBytesOfPlanes(kPixels);
 }
 
 /// Whether kernels of the converter stay inside of images of these types. An application may have made a converter for
 /// types of other sizes, or registered one for types that it was not made for.
 bool AgreesOnBytes(const ImagePair& pair) {
-    constexpr std::uint32_t kPixels = 8;  // whole groups of every type that kernels read
     const KyPixelConverter& converter = *pair.converter;
     const std::int64_t differences = (converter.GetSourceType() ^ pair.sourceType) & KY_TYPE_INTERLACED;
-    return differences == 0 &&
-           converter.GetSourceByteSize(kPixels) == pair.source.LineBytes(kPixels) * pair.source.planes &&
-           converter.GetDestinationByteSize(kPixels) == pair.destination.LineBytes(kPixels) * pair.destination.planes;
+    return differences == 0 && converter.GetSourceByteSize(kPixels) == pair.source.LineBytesOfPlanes(kPixels) &&
+           converter.GetDestinationByteSize(kPixels) == pair.destination.LineBytesOfPlanes(kPixels);
 }
 
 std::uint32_t FindLayouts(std::int64_t sourceType, std::int64_t destinationType, ImagePair& pair) {

@@ -16,15 +16,21 @@ namespace ky {
 
 namespace {
 
+ImagePlanes PlanesOf(const Placement& place) {
+    return {static_cast<std::ptrdiff_t>(place.firstStride), static_cast<std::ptrdiff_t>(place.othersStride),
+            static_cast<std::ptrdiff_t>(place.others.stride)};
+}
+
 std::uint32_t ConvertByKernels(const CheckedConversion& checked, std::uint32_t firstLine, std::uint32_t lineEnd) {
     ImageConversion conversion = {};
     conversion.source = checked.source.data;
-    conversion.sourceStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.stride);
-    conversion.fieldStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.partStride);
-    conversion.sourceRowBytes = checked.sourcePlace.lineBytes;
+    conversion.sourceStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.first.stride);
+    conversion.fieldStride = static_cast<std::ptrdiff_t>(checked.sourcePlace.firstStride);
+    conversion.sourcePlanes = PlanesOf(checked.sourcePlace);
+    conversion.sourceRowBytes = checked.sourcePlace.first.lineBytes;
     conversion.destination = checked.destination.data;
-    conversion.destinationStride = static_cast<std::ptrdiff_t>(checked.destinationPlace.stride);
-    conversion.planeStride = static_cast<std::ptrdiff_t>(checked.destinationPlace.partStride);
+    conversion.destinationStride = static_cast<std::ptrdiff_t>(checked.destinationPlace.first.stride);
+    conversion.destinationPlanes = PlanesOf(checked.destinationPlace);
     conversion.width = checked.source.width;
     conversion.height = checked.source.height;
     conversion.flags = checked.flags;
@@ -38,14 +44,20 @@ std::uint32_t ConvertByKernels(const CheckedConversion& checked, std::uint32_t f
 /// Copies lines of each plane, those of the two fields in turns.
 std::uint32_t CopyLines(const CheckedConversion& checked, std::uint32_t firstLine, std::uint32_t lineEnd) {
     const Placement &from = checked.sourcePlace, &to = checked.destinationPlace;
-    const std::uint32_t fields = checked.pair->source.fields;
+    const bool hasFields = checked.pair->source.fields == 2;
     const std::uint32_t firstField = (checked.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0 ? 1 : 0;
-    for (std::uint32_t plane = 0; plane < to.parts; ++plane)
-        for (std::uint32_t line = firstLine; line < lineEnd; ++line) {
-            const std::uint32_t part = fields == 2 ? (line + firstField) % 2 : plane;
-            std::memcpy(checked.destination.data + plane * to.partStride + line * to.stride,
-                        checked.source.data + part * from.partStride + line / fields * from.stride, to.lineBytes);
+    for (std::uint32_t plane = 0; plane < to.parts; ++plane) {
+        // A line that several lines of the picture share is copied with the first of these.
+        const Placement::Part& lines = to.PartAt(plane);
+        const std::uint32_t step = lines.sharedLines;
+        for (std::uint32_t line = (firstLine + step - 1) / step; line < (lineEnd + step - 1) / step; ++line) {
+            const std::uint32_t part = hasFields ? (line + firstField) % 2 : plane;
+            const std::size_t sourceLine = hasFields ? line / 2 : line;
+            std::memcpy(checked.destination.data + to.OffsetOf(plane) + line * lines.stride,
+                        checked.source.data + from.OffsetOf(part) + sourceLine * from.PartAt(part).stride,
+                        lines.lineBytes);
         }
+    }
     return KY_STATUS_SUCCESS;
 }
 
@@ -99,7 +111,8 @@ public:
         const std::unique_ptr<std::uint8_t[]> sourceCopy = CopySource();
         const std::uint8_t* const source = sourceCopy != nullptr ? sourceCopy.get() : checked.source.data;
         if (DestinationServes()) {
-            const std::size_t padding = checked.destinationPlace.stride - checked.destinationPlace.lineBytes;
+            const std::size_t padding =
+                checked.destinationPlace.first.stride - checked.destinationPlace.first.lineBytes;
             return Tell(Run(source, checked.destination.data, static_cast<std::uint32_t>(padding)));
         }
         return ConvertToCopy(source);
@@ -110,7 +123,7 @@ private:
     static constexpr std::size_t kSlack = 64;
 
     static std::uint64_t RoundUp(std::uint64_t number, std::uint64_t step) { return (number + step - 1) / step * step; }
-    static bool IsPlanar(const Layout& layout) { return layout.planes > 1; }
+    static bool IsPlanar(const Layout& layout) { return layout.Planes() > 1; }
 
     /// Whether the 32-bit arithmetic of area conversions can tell the lines, and where fields and planes begin.
     bool Fits(std::uint64_t pixels) const {
@@ -146,30 +159,38 @@ private:
                                << TypeText{checked.destination.type} << " returned status " << status;
     }
 
-    /// Calls `work(line of the image, line of a copy)` for each line, in the order in which they lie in a copy.
+    /// Calls `work(line of the image, line of a copy, bytes of a line)` for each line, in the order in which they lie in a
+    /// copy. \p strides of a copy: in the first part, in the others.
     template <typename Work>
-    void ForEachLine(const KyImage& image, const Placement& place, std::uint8_t* copy, std::size_t copyStride,
+    void ForEachLine(const KyImage& image, const Placement& place, std::uint8_t* copy, const std::size_t (&strides)[2],
                      Work work) const {
-        for (std::uint32_t part = 0; part < place.parts; ++part)
-            for (std::uint32_t line = 0; line < place.partLines; ++line) {
-                work(image.data + part * place.partStride + line * place.stride, copy);
-                copy += copyStride;
+        for (std::uint32_t i = 0; i < place.parts; ++i) {
+            const Placement::Part& part = place.PartAt(i);
+            for (std::uint32_t line = 0; line < part.lines; ++line) {
+                work(image.data + place.OffsetOf(i) + line * part.stride, copy, part.lineBytes);
+                copy += strides[i > 0];
             }
+        }
+    }
+
+    static std::size_t CopySize(const Placement& place, const std::size_t (&strides)[2]) {
+        return strides[0] * place.first.lines + (place.parts - 1) * strides[1] * place.others.lines;
     }
 
     /// The source without padding; null where it has none.
     std::unique_ptr<std::uint8_t[]> CopySource() const {
         const Placement& place = checked.sourcePlace;
         const std::size_t converterLine = converter.GetSourceByteSize(width);
-        const std::size_t stride = IsPlanar(checked.pair->source) ? place.lineBytes : converterLine;
-        const bool isTight = place.stride == place.lineBytes && place.lineBytes == stride &&
-                             (place.parts == 1 || place.partStride == place.stride * place.partLines);
-        if (isTight) return nullptr;
-        const std::size_t size = std::max(converterLine * height, stride * place.parts * place.partLines) + kSlack;
+        const bool isPlanar = IsPlanar(checked.pair->source);
+        if (place.IsTight() && (isPlanar || place.first.lineBytes == converterLine)) return nullptr;
+        const std::size_t strides[] = {isPlanar ? place.first.lineBytes : converterLine,
+                                       isPlanar ? place.others.lineBytes : converterLine};
+        const std::size_t size = std::max(converterLine * height, CopySize(place, strides)) + kSlack;
         std::unique_ptr<std::uint8_t[]> copy = std::make_unique<std::uint8_t[]>(size);
-        ForEachLine(checked.source, place, copy.get(), stride, [&](const std::uint8_t* line, std::uint8_t* copied) {
-            std::memcpy(copied, line, std::min(place.lineBytes, stride));
-        });
+        ForEachLine(checked.source, place, copy.get(), strides,
+                    [&](const std::uint8_t* line, std::uint8_t* copied, std::size_t bytes) {
+                        std::memcpy(copied, line, std::min(bytes, std::max(strides[0], strides[1])));
+                    });
         return copy;
     }
 
@@ -178,26 +199,32 @@ private:
     bool DestinationServes() const {
         const Placement& place = checked.destinationPlace;
         return width == checked.source.width && destinationWidth == width && !IsPlanar(checked.pair->destination) &&
-               converter.GetDestinationByteSize(width) == place.lineBytes && place.stride <= UINT32_MAX;
+               converter.GetDestinationByteSize(width) == place.first.lineBytes && place.first.stride <= UINT32_MAX;
     }
 
     std::uint32_t ConvertToCopy(const std::uint8_t* source) const {
         const Placement& place = checked.destinationPlace;
         const std::size_t converterLine = converter.GetDestinationByteSize(destinationWidth);
         const bool isPlanar = IsPlanar(checked.pair->destination);
-        const std::size_t stride = isPlanar ? width : std::max(converterLine, place.lineBytes);
-        const std::size_t size = std::max(converterLine * height, stride * place.parts * place.partLines) + kSlack;
+        const Layout& layout = checked.pair->destination;
+        const std::size_t stride = std::max(converterLine, place.first.lineBytes);
+        const std::size_t strides[] = {
+            isPlanar ? static_cast<std::size_t>(layout.LineBytes(width)) : stride,
+            isPlanar ? static_cast<std::size_t>(layout.otherPlanes.LineBytes(width)) : stride};
+        const std::size_t size = std::max(converterLine * height, CopySize(place, strides)) + kSlack;
         const std::unique_ptr<std::uint8_t[]> copy(new std::uint8_t[size]);
         // What the converter leaves out shall stay as it is.
-        ForEachLine(
-            checked.destination, place, copy.get(), stride,
-            [&](const std::uint8_t* line, std::uint8_t* copied) { std::memcpy(copied, line, place.lineBytes); });
+        ForEachLine(checked.destination, place, copy.get(), strides,
+                    [](const std::uint8_t* line, std::uint8_t* copied, std::size_t bytes) {
+                        std::memcpy(copied, line, bytes);
+                    });
         const std::uint32_t status =
             Run(source, copy.get(), isPlanar ? 0 : static_cast<std::uint32_t>(stride - converterLine));
         if (status != KY_STATUS_SUCCESS) return Tell(status);
-        ForEachLine(
-            checked.destination, place, copy.get(), stride,
-            [&](std::uint8_t* line, const std::uint8_t* copied) { std::memcpy(line, copied, place.lineBytes); });
+        ForEachLine(checked.destination, place, copy.get(), strides,
+                    [](std::uint8_t* line, const std::uint8_t* copied, std::size_t bytes) {
+                        std::memcpy(line, copied, bytes);
+                    });
         return status;
     }
 

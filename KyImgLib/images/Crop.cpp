@@ -40,6 +40,25 @@ std::uint32_t WithPatternAt(std::uint32_t x, std::uint32_t y, std::uint32_t flag
     return flags;
 }
 
+/// Of planes that have fewer lines or pixels than the first one.
+std::uint32_t CheckPlanes(const KyImage& image, const Layout& layout, const Rectangle& part) {
+    const OtherPlanes& planes = layout.otherPlanes;
+    const std::uint32_t columns = planes.group.pixels, lines = planes.sharedLines;
+    const std::uint32_t right = part.x + part.width, bottom = part.y + part.height;
+    if (part.x % columns != 0 || part.y % lines != 0 || (right % columns != 0 && right != image.width) ||
+        (bottom % lines != 0 && bottom != image.height))
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << "a part from " << part.x << "," << part.y << " to " << right << "," << bottom << " of type "
+               << TypeText{image.type} << " tears pixels with common colours apart: expected multiples of " << columns
+               << " and " << lines << " or the size, which is " << image.width << "x" << image.height;
+    if (planes.count > 1 && !layout.ArePlanesAlike())
+        return Refusal(KY_STATUS_BAD_ARGUMENT) << "type " << TypeText{image.type}
+                                               << " has its third plane where the height says, so no part of it is an "
+                                                  "image: convert the whole, and take "
+                                                  "a part of the result";
+    return KY_STATUS_SUCCESS;
+}
+
 std::uint32_t CheckPart(const KyImage& image, const Layout& layout, const Rectangle& part) {
     if (part.x > image.width || part.width > image.width - part.x || part.y > image.height ||
         part.height > image.height - part.y)
@@ -59,7 +78,7 @@ std::uint32_t CheckPart(const KyImage& image, const Layout& layout, const Rectan
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << "a part from x " << part.x << " to " << end << " tears a group of type " << TypeText{image.type}
                << " apart: expected multiples of " << layout.groupPixels << " or the width, which is " << image.width;
-    return KY_STATUS_SUCCESS;
+    return CheckPlanes(image, layout, part);
 }
 
 }  // namespace
@@ -79,12 +98,22 @@ std::uint32_t CropImage(const KyImage* image, std::uint32_t x, std::uint32_t y, 
         KyImage made = *image;
         made.width = width;
         made.height = height;
-        made.stride = whole.stride;
-        made.planeStride = whole.partStride;
+        made.stride = whole.first.stride;
+        const std::size_t offset =
+            y / layout.fields * whole.first.stride + std::size_t{x / layout.groupPixels} * layout.groupBytes;
+        const OtherPlanes& planes = layout.otherPlanes;
+        const std::size_t offsetInOthers = planes.count == 0
+                                               ? offset
+                                               : y / planes.sharedLines * whole.others.stride +
+                                                     std::size_t{x / planes.group.pixels} * planes.group.bytes;
+        made.planeStride = whole.firstStride - offset + offsetInOthers;
         if (const std::uint32_t status = PlaceImage("part", made, layout, place)) return status;
+        if (place.size != 0 && planes.count > 0 && place.others.lines > 1 && place.others.stride != whole.others.stride)
+            return Refusal(KY_STATUS_BAD_ARGUMENT)
+                   << "image.stride is " << whole.first.stride << " and lines of the other planes are "
+                   << whole.others.stride << " bytes apart, which no part can say: expected an even stride";
         made.size = place.size;
-        if (place.size != 0)
-            made.data += y / layout.fields * whole.stride + std::size_t{x / layout.groupPixels} * layout.groupBytes;
+        if (place.size != 0) made.data += offset;
         *part = made;
         if (flags != nullptr && layout.type->IsBayerPattern()) *flags = WithPatternAt(x, y, *flags);
         return KY_STATUS_SUCCESS;

@@ -46,7 +46,10 @@ typedef struct KyImage {
        the next. 0: lines follow one another without padding. */
     size_t stride;
     /* Bytes from the first byte of a part to the first one of the next part:
-       - planar types: the planes, of one byte a pixel each, in the order of the colours. 0: stride x height.
+       - planar RGB: the planes, in the order of the colours. 0: stride x height.
+       - YCbCr in planes (NV12, I420 ...): from the plane of Y to the next one. 0: stride x height. Where Cb and Cr have
+         planes of their own, their lines are half of `stride` apart, rounded up, and the third plane follows the second. A
+         stride of 0 means lines without padding in each plane.
        - interlaced types: the two fields, each of half the lines. 0: stride x height / 2.
        Parts may lie one after the other or take turns line by line; they must not overlap. Not used for other types. (The
        destination of a conversion has its lines in the order of the picture even where its type is interlaced; then

@@ -48,6 +48,15 @@ PixelGroup FindGroup(const KyPixelType& type) {
     return {0, 0};
 }
 
+/// Bytes from one line to the next in the other planes: as many as their pixels have of those of the first plane.
+std::uint64_t OtherStride(const Layout& layout, std::uint64_t stride) {
+    if (layout.otherPlanes.count == 0) return stride;
+    const PixelGroup& other = layout.otherPlanes.group;
+    const std::uint64_t bytes = Product(stride, std::uint64_t{other.bytes} * layout.groupPixels);
+    const std::uint64_t ofBytes = std::uint64_t{other.pixels} * layout.groupBytes;
+    return bytes / ofBytes + (bytes % ofBytes != 0);
+}
+
 }  // namespace
 
 std::uint64_t Layout::LineBytes(std::uint32_t width) const {
@@ -70,15 +79,16 @@ std::uint32_t FindLayout(const char* role, std::int64_t id, Layout& layout) {
     layout = {};
     layout.type = type;
     layout.hasOwnRule = HasOwnRule(*type);
-    const PixelGroup group = layout.hasOwnRule ? FindGroup(*type) : FormatOf(*type).group;
+    const PixelFormat format = FormatOf(*type);
+    const PixelGroup group = layout.hasOwnRule ? FindGroup(*type) : format.group;
     if (group.pixels == 0)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << ".type is " << TypeText{id}
                << ", whose buffer size does not grow evenly with the width: expected groups of at most 64 pixels";
     layout.groupPixels = group.pixels;
     layout.groupBytes = group.bytes;
+    layout.otherPlanes = format.otherPlanes;
     const bool isPlanar = (id & KY_TYPE_PLANAR) != 0, isInterlaced = (id & KY_TYPE_INTERLACED) != 0;
-    layout.planes = isPlanar ? std::max<std::uint32_t>(type->GetPixelByteSize(), 1) : 1;
     layout.fields = isInterlaced && !isPlanar ? 2 : 1;
     layout.lineStep = isInterlaced || (id & KY_TAP_LAYOUT_MASK) == KY_TAP_DUAL_LINES ? 2 : 1;
     layout.hasTaps = (id & KY_TAP_LAYOUT_MASK) != 0 || IsQuadTaps(id);
@@ -90,36 +100,56 @@ std::uint32_t PlaceImage(const char* role, const KyImage& image, const Layout& l
         return Refusal(KY_STATUS_BAD_ARGUMENT) << role << ".height is " << image.height << ", type "
                                                << TypeText{image.type} << " needs an even number of lines";
     place = {};
-    place.parts = layout.planes * layout.fields;
-    place.partLines = image.height / layout.fields;
+    place.parts = layout.Planes() * layout.fields;
+    Placement::Part &first = place.first, &others = place.others;
+    const OtherPlanes& planes = layout.otherPlanes;
+    first.sharedLines = others.sharedLines = layout.fields;
+    first.lines = others.lines = image.height / layout.fields;
+    if (planes.count > 0) {
+        others.sharedLines = planes.sharedLines;
+        others.lines = planes.Lines(image.height);
+    }
     if (image.width == 0 || image.height == 0) return KY_STATUS_SUCCESS;
 
     const std::uint64_t line = layout.LineBytes(image.width);
+    const std::uint64_t otherLine = planes.count > 0 ? planes.LineBytes(image.width) : line;
     if (image.stride != 0 && image.stride < line)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << ".stride is " << image.stride << ", a line of " << image.width << " pixels of type "
                << TypeText{image.type} << " has " << line << " bytes";
     const std::uint64_t stride = image.stride != 0 ? Limit(image.stride) : line;
-    const std::uint64_t part = Sum(Product(place.partLines - 1, stride), line);
-    const std::uint64_t partStride =
-        image.planeStride != 0 ? Limit(image.planeStride) : Product(place.partLines, stride);
-    const std::uint64_t fromFirstToLast = Product(place.parts - 1, partStride);
-    const bool takeTurns = partStride >= line && Sum(fromFirstToLast, line) <= stride;
-    if (place.parts > 1 && partStride < part && !takeTurns)
+    const std::uint64_t otherStride = image.stride != 0 ? OtherStride(layout, stride) : otherLine;
+    if (otherStride < otherLine)
+        return Refusal(KY_STATUS_BAD_ARGUMENT)
+               << role << ".stride is " << image.stride << ", which leaves " << otherStride
+               << " bytes for a line of the other planes: " << image.width << " pixels of type " << TypeText{image.type}
+               << " have " << otherLine << " there";
+    const std::uint64_t part = Sum(Product(first.lines - 1, stride), line);
+    const std::uint64_t otherPart = Sum(Product(others.lines - 1, otherStride), otherLine);
+    const bool areAlike = layout.ArePlanesAlike();
+    const std::uint64_t firstStride = image.planeStride != 0 ? Limit(image.planeStride) : Product(first.lines, stride);
+    const std::uint64_t othersStride = areAlike ? firstStride : Product(others.lines, otherStride);
+    const std::uint64_t fromFirstToLast =
+        place.parts > 1 ? Sum(firstStride, Product(place.parts - 2, othersStride)) : 0;
+    const bool takeTurns = areAlike && firstStride >= line && Sum(fromFirstToLast, line) <= stride;
+    if (place.parts > 1 && firstStride < part && !takeTurns)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << ".planeStride is " << image.planeStride << ", each of the " << place.parts
-               << (layout.fields == 2 ? " fields has " : " planes has ") << part << " bytes: " << place.partLines
-               << " lines, " << stride << " bytes apart";
-    const std::uint64_t size = Sum(fromFirstToLast, part);
+               << (layout.fields == 2 ? " fields has " : " planes has ") << (areAlike ? "" : "up to ") << part
+               << " bytes: " << first.lines << " lines, " << stride << " bytes apart";
+    const std::uint64_t size = Sum(fromFirstToLast, place.parts > 1 ? otherPart : part);
     if (size >= kTooMuch)
         return Refusal(KY_STATUS_BAD_ARGUMENT)
                << role << " of " << image.width << "x" << image.height << " pixels of type " << TypeText{image.type}
                << ", lines " << image.stride << " and planes " << image.planeStride
                << " bytes apart, needs more bytes than can be addressed";
-    place.lineBytes = static_cast<std::size_t>(line);
     // Where there is no next line, nobody shall compute where it would be.
-    place.stride = static_cast<std::size_t>(place.partLines > 1 ? stride : line);
-    place.partStride = static_cast<std::size_t>(place.parts > 1 ? partStride : 0);
+    first.lineBytes = static_cast<std::size_t>(line);
+    first.stride = static_cast<std::size_t>(first.lines > 1 ? stride : line);
+    others.lineBytes = static_cast<std::size_t>(otherLine);
+    others.stride = static_cast<std::size_t>(others.lines > 1 ? otherStride : otherLine);
+    place.firstStride = static_cast<std::size_t>(place.parts > 1 ? firstStride : 0);
+    place.othersStride = static_cast<std::size_t>(place.parts > 2 ? othersStride : 0);
     place.size = static_cast<std::size_t>(size);
     return KY_STATUS_SUCCESS;
 }

@@ -52,8 +52,8 @@ private:
 /// Threads that make a conversion faster. It takes some time to start one.
 std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
     constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 6 << 20;
-    const std::uint64_t line = std::uint64_t{checked.sourcePlace.lineBytes} +
-                               std::uint64_t{checked.destinationPlace.lineBytes} * checked.destinationPlace.parts;
+    const std::uint64_t line = checked.pair->source.LineBytesOfPlanes(checked.source.width) +
+                               checked.pair->destination.LineBytesOfPlanes(checked.source.width);
     const std::uint64_t bytes = line * (checked.lineEnd - checked.firstLine);
     const std::uint64_t threads = bytes / (KyCpuLevel::GetActive() == 0 ? kScalarBytes : kVectorBytes);
     if (threads <= 1 || !checked.hasKernels) return 1;

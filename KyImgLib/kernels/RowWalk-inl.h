@@ -72,6 +72,7 @@ enum class StepCost {
 ///     kPrefetchRows                  rows that it prefetches for at a time
 ///     kCost                          see StepCost
 ///     InputBytes(columns)            bytes of the first columns of an input
+///     PlaneBytes(i, columns)         the same of input i, where inputs differ; no margin then
 ///     Output(state, rows, i, x, n)   the lowest address of n columns from x on in output i
 ///     Advance(rows, columns)         moves the rows on: column 0 is then that one; not of many rows
 ///     Run<kStream>(state, rows, x)   converts the columns from x on, and reads and writes not a byte more
@@ -218,7 +219,12 @@ private:
         Rows padded;
         padded.CopyOthers(rows);
         for (std::size_t i = 0; i < Step::kInputs; ++i) {
-            std::memcpy(input[i] + Step::InputBytes(kMargin - margin), rows.in[i] + from, to - from);
+            if constexpr (requires { Step::PlaneBytes(i, x); }) {
+                const std::size_t begin = Step::PlaneBytes(i, x);
+                std::memcpy(input[i], rows.in[i] + begin, Step::PlaneBytes(i, x + pixels) - begin);
+            } else {
+                std::memcpy(input[i] + Step::InputBytes(kMargin - margin), rows.in[i] + from, to - from);
+            }
             padded.in[i] = input[i] + Step::InputBytes(kMargin);
         }
         for (std::size_t i = 0; i < Step::kOutputs; ++i) {
@@ -238,10 +244,10 @@ private:
     const std::size_t firstRow;
 };
 
-/// What most steps are: one input, of groups as the reader takes them, no margin, outputs in the order of their addresses.
-template <class Reader, std::size_t kPixelBytesOf, std::size_t kOutputsOf = 1>
+/// What most steps are: inputs of groups as the reader takes them, no margin, outputs in the order of their addresses.
+template <class Reader, std::size_t kPixelBytesOf, std::size_t kOutputsOf = 1, std::size_t kInputsOf = 1>
 struct PixelStep {
-    static constexpr std::size_t kInputs = 1, kOutputs = kOutputsOf;
+    static constexpr std::size_t kInputs = kInputsOf, kOutputs = kOutputsOf;
     static constexpr std::size_t kPixels = kLanes, kGroup = Reader::kGroup, kMargin = 0;
     static constexpr std::size_t kPixelBytes = kPixelBytesOf, kPrefetchRows = 1;
     static constexpr StepCost kCost = StepCost::kManyInstructions;
@@ -258,7 +264,7 @@ struct PixelStep {
 
     static HWY_INLINE void Advance(Rows& rows, std::ptrdiff_t pixels) {
         constexpr std::ptrdiff_t group = kGroup, inputBytes = Reader::kGroupBytes, outputBytes = group * kPixelBytes;
-        rows.in[0] += pixels / group * inputBytes;
+        for (auto& in : rows.in) in += pixels / group * inputBytes;
         for (auto& out : rows.out) out += pixels / group * outputBytes;
     }
 };
@@ -266,6 +272,14 @@ struct PixelStep {
 /// Columns of a tile, as a walk takes them.
 HWY_INLINE WalkColumns ColumnsOf(const Tile& tile) {
     return {tile.begin, tile.end, tile.width, tile.readable, tile.streams};
+}
+
+/// Whether the rows of a tile's destination, in all planes, follow one another without a gap.
+template <std::size_t kPlanes>
+HWY_INLINE bool AreContiguous(const Tile& tile, std::size_t rowBytes) {
+    for (std::size_t plane = 1; plane < kPlanes; ++plane)
+        if (!tile.destinationPlanes[plane - 1].AreContiguous(rowBytes)) return false;
+    return tile.destination.AreContiguous(rowBytes);
 }
 
 /// Runs a step with one input over all rows of a tile. Its outputs are the planes of the destination.
@@ -283,7 +297,7 @@ HWY_INLINE void WalkPixels(const typename Step::State& state, const Tile& tile, 
     // Rows that follow one another without a gap are one row.
     if (columns.begin == 0 && columns.end == columns.width && columns.width % Step::kGroup == 0 &&
         tile.source.AreContiguous(Step::InputBytes(columns.width)) &&
-        tile.destination.AreContiguous(columns.width * Step::kPixelBytes)) {
+        AreContiguous<Step::kOutputs>(tile, columns.width * Step::kPixelBytes)) {
         const std::size_t rows = tile.last - tile.first;
         columns.width *= rows;
         columns.end = columns.width;
@@ -297,7 +311,7 @@ HWY_INLINE void WalkPixels(const typename Step::State& state, const Tile& tile, 
         rows.in[0] = tile.source[y];
         rows.out[0] = tile.destination[y];
         for (std::size_t plane = 1; plane < Step::kOutputs; ++plane)
-            rows.out[plane] = rows.out[0] + tile.planes[plane - 1];
+            rows.out[plane] = tile.destinationPlanes[plane - 1][y];
         RowWalk<Step>(state, rows, columns, *prefetch, y).Run();
     }
 }

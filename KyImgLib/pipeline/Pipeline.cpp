@@ -94,8 +94,8 @@ void Pipeline::RunAlone(const Images& images, std::uint32_t first, std::uint32_t
     Tile& tile = stage.tile;
     tile.source = images.source;
     tile.destination = images.destination;
-    tile.planes[0] = images.planes[0];
-    tile.planes[1] = images.planes[1];
+    tile.sourcePlanes = images.sourcePlanes;
+    tile.destinationPlanes = images.destinationPlanes;
     tile.begin = 0;
     tile.end = tile.width = stage.width;
     tile.first = first;
@@ -180,8 +180,8 @@ void Pipeline::Connect(const Images& images, std::uint32_t first, std::uint8_t* 
         Tile& tile = stage.tile;
         tile.source = images.source;
         tile.destination = images.destination;
-        tile.planes[0] = images.planes[0];
-        tile.planes[1] = images.planes[1];
+        tile.sourcePlanes = images.sourcePlanes;
+        tile.destinationPlanes = images.destinationPlanes;
         tile.width = stage.width;
         tile.height = stage.height;
         tile.streams = isStreamed && i + 1 == count;

@@ -45,8 +45,9 @@ public:
     struct Images {
         SourceRows source;
         DestinationRows destination;
-        std::ptrdiff_t planes[2];  ///< see Tile
-        std::uint32_t lines;       ///< of the whole image: large ones are streamed, also when a band of them is made
+        SourceRows sourcePlanes[2];            ///< see Tile
+        DestinationRows destinationPlanes[2];  ///< see Tile
+        std::uint32_t lines;  ///< of the whole image: large ones are streamed, also when a band of them is made
     };
 
     /// Whether no kernel makes a row from more than one row of its source.

@@ -33,7 +33,10 @@ struct Columns {
 struct Tile {
     SourceRows source;
     DestinationRows destination;
-    std::ptrdiff_t planes[2];   ///< bytes from the first plane of a planar destination to the other two
+    /// The second and the third plane of an image that has such, for the kernels that read or write it. Planes of fewer lines
+    /// count rows of their own.
+    const SourceRows* sourcePlanes;
+    const DestinationRows* destinationPlanes;
     std::size_t begin, end;     ///< columns
     std::size_t width;          ///< columns of a row
     std::uint32_t first, last;  ///< rows; `last` is the one after the last
@@ -58,7 +61,7 @@ public:
         std::uint32_t group = 1;       ///< pixels that share source bytes; tiles begin with a group
         std::uint32_t groupBytes = 1;  ///< bytes of a group in the source
         std::uint32_t pixelBytes = 1;  ///< bytes of a destination pixel, in each plane
-        std::uint32_t planes = 1;      ///< of the destination: 1 or 3
+        std::uint32_t planes = 1;      ///< of the destination: 1 to 3
         std::uint32_t neighbours = 0;  ///< rows above and below that it reads as well
         std::uint32_t rowStep = 1;     ///< rows that are made together; tiles begin with a multiple of it
         std::uint32_t rowsAtOnce = 1;  ///< rows that it makes together where it can

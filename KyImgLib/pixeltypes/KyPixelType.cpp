@@ -30,7 +30,9 @@ std::uint32_t KyPixelType::GetBufferSizeFor(std::uint32_t width, std::uint32_t h
     const bool isPacked = (id & KY_TYPE_PACKED) != 0;
     if (const ky::ExtendedType* const row = ky::FindExtendedType(id)) {
         const auto [groupPixels, groupBytes] = row->group;
-        return groupBytes * (pixels + (groupPixels - pixels % groupPixels) % groupPixels) / groupPixels;
+        const ky::OtherPlanes& others = row->otherPlanes;
+        return groupBytes * ((pixels + (groupPixels - pixels % groupPixels) % groupPixels) / groupPixels) +
+               others.count * static_cast<std::uint32_t>(others.LineBytes(width)) * others.Lines(height);
     }
     // Published rules, which do not go by the group in all types.
     const bool oneSamplePerPixel = (id & KY_COLOUR_SPACE_GRAYSCALE) != 0 || IsBayerPattern();

@@ -13,15 +13,29 @@ enum class Packing : std::uint8_t {
     kBigEndian,   ///< each in a big-endian word
     kLeastFirst,  ///< a stream of bits, from the lowest bit of each byte on: PFNC's "p" formats
     kMIPI,        ///< a byte of high bits for each, then the low bits of all
+    kYCbCr,       ///< Y, Cb and Cr, in bytes or little-endian words
 };
 
 struct PixelGroup {
     std::uint32_t pixels, bytes;
 };
 
+/// The planes of a type after the first one, all alike: colours of YUV, often with fewer samples than the first plane.
+struct OtherPlanes {
+    std::uint32_t count = 0;
+    PixelGroup group = {1, 1};      ///< pixels of the picture, and the bytes of a plane for them
+    std::uint32_t sharedLines = 1;  ///< lines of the picture that share a line of a plane
+
+    std::uint64_t LineBytes(std::uint32_t width) const {
+        return (std::uint64_t{width} + group.pixels - 1) / group.pixels * group.bytes;
+    }
+    std::uint32_t Lines(std::uint32_t height) const { return height / sharedLines + (height % sharedLines != 0); }
+};
+
 /// What the bytes of a type are.
 struct PixelFormat {
-    PixelGroup group;  ///< pixels that share bytes
+    PixelGroup group;  ///< pixels that share bytes, in the first plane where there are several
+    OtherPlanes otherPlanes;
     /// The type of the same samples in scan order, LSB-aligned in words, or in bytes; RGB24 where a pixel has several samples.
     std::int64_t plain;
 };
@@ -33,9 +47,10 @@ struct ExtendedType {
     std::int64_t id;
     const char* name;
     Packing packing;
-    std::uint32_t bits;
-    PixelGroup group;
+    std::uint32_t bits;  ///< of a sample, or of a pixel of several
+    PixelGroup group;    ///< of the first plane where there are several
     std::int64_t plain;
+    OtherPlanes otherPlanes = {};
 };
 
 struct ExtendedTypeRows {

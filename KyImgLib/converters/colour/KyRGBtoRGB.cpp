@@ -109,12 +109,9 @@ std::uint32_t KyRGBtoRGB::Convert(const std::uint8_t* source, std::uint8_t* dest
         return KY_STATUS_NOT_SUPPORTED;
     pipeline.SetSize(0, 1, 1, 1);
     const std::uint32_t* const planes = context->planeOffsets;
-    pipeline.Run(
-        {ky::SourceRows::OfImage(source, 0),
-         ky::DestinationRows::OfImage(destination + planes[0], 0),
-         {std::ptrdiff_t{planes[1]} - std::ptrdiff_t{planes[0]}, std::ptrdiff_t{planes[2]} - std::ptrdiff_t{planes[0]}},
-         1},
-        0, 1);
+    const auto rowAt = [&](std::uint32_t offset) { return ky::DestinationRows::OfImage(destination + offset, 0); };
+    pipeline.Run({ky::SourceRows::OfImage(source, 0), rowAt(planes[0]), {}, {rowAt(planes[1]), rowAt(planes[2])}, 1}, 0,
+                 1);
     return KY_STATUS_SUCCESS;
 }
 

@@ -24,7 +24,7 @@ std::uint32_t ConvertByte(ky::GrayKernels ky::GrayTable::*to, const std::uint8_t
     ky::Pipeline pipeline;
     LastByteMaker{to, 1}.AddKernels({}, pipeline);
     pipeline.SetSize(0, 1, 1, 1);
-    pipeline.Run({ky::SourceRows::OfImage(source, 0), ky::DestinationRows::OfImage(destination, 0), {}, 1}, 0, 1);
+    pipeline.Run({ky::SourceRows::OfImage(source, 0), ky::DestinationRows::OfImage(destination, 0), {}, {}, 1}, 0, 1);
     return KY_STATUS_SUCCESS;
 }
 

@@ -7,6 +7,7 @@
 #include <KyImgLib/kernels/Filter8-inl.h>
 #include <KyImgLib/kernels/Filter16-inl.h>
 #include <KyImgLib/kernels/Writers-inl.h>
+#include <KyImgLib/kernels/colour/Samples-inl.h>
 #include <KyImgLib/kernels/colour/YUVArithmetic-inl.h>
 #include <KyImgLib/kernels/colour/Readers-inl.h>
 // clang-format on
@@ -24,13 +25,15 @@ void ConvertColours(const RowKernel& kernel, const Tile& tile) {
     const ReaderSettings reader = SettingsOfReader(settings);
     for (std::uint32_t y = tile.first; y < tile.last; ++y) {
         const std::uint8_t* const from = tile.source[y];
-        std::uint8_t* const row = tile.destination[y];
+        std::uint8_t* const rows[] = {tile.destination[y], Writer::kPlanes > 1 ? tile.destinationPlanes[0][y] : nullptr,
+                                      Writer::kPlanes > 1 ? tile.destinationPlanes[1][y] : nullptr};
         for (std::size_t x = tile.begin; x < tile.end; ++x) {
             auto pixel = Reader::ReadPixel(from + x / Reader::kGroup * Reader::kGroupBytes,
                                            static_cast<unsigned>(x % Reader::kGroup), reader);
             if (settings.isExchanged) std::swap(pixel.first, pixel.third);
-            std::uint8_t* const first = row + x * Writer::kPixelBytes;
-            std::uint8_t* const to[] = {first, first + tile.planes[0], first + tile.planes[1]};
+            std::uint8_t* to[Writer::kPlanes];
+            for (std::size_t plane = 0; plane < Writer::kPlanes; ++plane)
+                to[plane] = rows[plane] + x * Writer::kPixelBytes;
             Writer::StorePixel(static_cast<std::uint8_t>(settings.filter.Value(0, pixel.first)),
                                static_cast<std::uint8_t>(settings.filter.Value(1, pixel.second)),
                                static_cast<std::uint8_t>(settings.filter.Value(2, pixel.third)), to);

@@ -1,4 +1,4 @@
-// Readers: pixels of a source layout to three channels of samples. Needs YUVArithmetic-inl.h before it.
+// Readers: pixels of a source layout to three channels of samples. Needs Samples-inl.h and YUVArithmetic-inl.h before it.
 //
 // A reader has kGroup pixels in kGroupBytes bytes. Sample is what it gives: bytes, or words that the filter makes bytes.
 //     ReadPixel(group, n)  pixel n of a group, three samples
@@ -9,13 +9,6 @@ struct ReaderSettings {
     std::uint8_t sampleShift;
     std::uint8_t places[3];
 };
-
-template <typename Sample>
-struct PixelSamples {
-    Sample first, second, third;
-};
-
-inline std::uint16_t WordAt(const std::uint8_t* at) { return static_cast<std::uint16_t>(at[0] | at[1] << 8); }
 
 /// Groups of `kBytes` samples, all alike.
 template <std::size_t kPixels, std::size_t kBytes>
