@@ -5,14 +5,15 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                                                  \
-    namespace level {                                                    \
-    extern const Bayer8Table kBayer8;                                    \
-    extern const Bayer16Table kBayer16;                                  \
-    extern const RGBKernels kRGB;                                        \
-    extern const YUVKernels kYUV;                                        \
-    extern const GrayTable kGray;                                        \
-    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kGray}; \
+#define KY_LEVEL(level)                                                          \
+    namespace level {                                                            \
+    extern const Bayer8Table kBayer8;                                            \
+    extern const Bayer16Table kBayer16;                                          \
+    extern const RGBKernels kRGB;                                                \
+    extern const YUVKernels kYUV;                                                \
+    extern const YCbCrKernels kYCbCr;                                            \
+    extern const GrayTable kGray;                                                \
+    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kYCbCr, kGray}; \
     }
 
 KY_LEVEL(N_SCALAR_LEVEL)

@@ -3,6 +3,7 @@
 
 #include <KyImgLib/kernels/bayer/BayerKernels.h>
 #include <KyImgLib/kernels/colour/ColourKernels.h>
+#include <KyImgLib/kernels/colour/YCbCrKernels.h>
 #include <KyImgLib/kernels/gray/GrayKernels.h>
 
 namespace ky {
@@ -13,6 +14,7 @@ struct KernelTable {
     const Bayer16Table& bayer16;
     const RGBKernels& rgb;
     const YUVKernels& yuv;
+    const YCbCrKernels& ycbcr;
     const GrayTable& gray;
 };
 

@@ -74,13 +74,55 @@ inline constexpr std::int64_t KY_TYPE_ARGB32 = 0x100020022;
 inline constexpr std::int64_t KY_TYPE_ABGR32 = 0x100020023;
 ///@}
 
+/// \name YCbCr
+/// Y, Cb and Cr (YUV) as cameras, drivers and encoders have them. An ID is one of the layouts below, alone or with one or both
+/// of these added: alone it stands for the colours of ITU-R BT.601 in limited range, black 16 and white 235 of 8 bits.
+///
+/// RGB is the standard's real-valued formula, exactly rounded to the nearest byte. (The built-in YUV types use factors of
+/// 1/256.) Pixels that share Cb and Cr get the same ones: nothing is interpolated. To YCbCr, they are those of the mean of the
+/// pixels that share them.
+///@{
+inline constexpr std::int64_t KY_YCBCR_FULL_RANGE = 1;  ///< black 0, white 255 of 8 bits: PFNC's YCbCr, JPEG
+inline constexpr std::int64_t KY_YCBCR_BT709 = 2;       ///< the matrix of ITU-R BT.709: PFNC's YCbCr709, HD video
+///@}
+
+/// \name YCbCr: pixels in one plane
+///@{
+inline constexpr std::int64_t KY_TYPE_YUYV = 0x100040100;       ///< 4:2:2, bytes Y0 Cb Y1 Cr: YUY2
+inline constexpr std::int64_t KY_TYPE_UYVY = 0x100040110;       ///< 4:2:2, bytes Cb Y0 Cr Y1
+inline constexpr std::int64_t KY_TYPE_YVYU = 0x100040120;       ///< 4:2:2, bytes Y0 Cr Y1 Cb
+inline constexpr std::int64_t KY_TYPE_VYUY = 0x100040130;       ///< 4:2:2, bytes Cr Y0 Cb Y1
+inline constexpr std::int64_t KY_TYPE_YUV444 = 0x100440140;     ///< 4:4:4, bytes Y Cb Cr
+inline constexpr std::int64_t KY_TYPE_UYV444 = 0x100440150;     ///< 4:4:4, bytes Cb Y Cr
+inline constexpr std::int64_t KY_TYPE_YYUYYV411 = 0x100440160;  ///< 4:1:1, bytes Y0 Y1 Cb Y2 Y3 Cr
+inline constexpr std::int64_t KY_TYPE_UYYVYY411 = 0x100440170;  ///< 4:1:1, bytes Cb Y0 Y1 Cr Y2 Y3
+/// 4:2:2, little-endian words Y0 Cb Y1 Cr. Bits above a sample's are 0.
+inline constexpr std::int64_t KY_TYPE_YUYV10 = 0x100040180;
+inline constexpr std::int64_t KY_TYPE_YUYV12 = 0x100040190;
+/// The same with 10 bits in the upper bits of words; the lower ones are ignored: Y210.
+inline constexpr std::int64_t KY_TYPE_Y210 = 0x1001401A0;
+///@}
+
+/// \name YCbCr: planes
+/// A plane of Y, then a plane of Cb and Cr in turn, or one of each. KyImage says where planes lie.
+///@{
+inline constexpr std::int64_t KY_TYPE_NV12 = 0x1008401B0;  ///< 4:2:0, bytes; Cb before Cr
+inline constexpr std::int64_t KY_TYPE_NV21 = 0x1008401C0;  ///< 4:2:0, bytes; Cr before Cb
+inline constexpr std::int64_t KY_TYPE_NV16 = 0x1008401D0;  ///< 4:2:2, bytes; Cb before Cr
+inline constexpr std::int64_t KY_TYPE_I420 = 0x1008401E0;  ///< 4:2:0, bytes; planes Y, Cb, Cr: YU12
+inline constexpr std::int64_t KY_TYPE_YV12 = 0x1008401F0;  ///< 4:2:0, bytes; planes Y, Cr, Cb
+inline constexpr std::int64_t KY_TYPE_P010 = 0x100940200;  ///< NV12 with 10 bits in the upper bits of words
+inline constexpr std::int64_t KY_TYPE_I422 = 0x100840210;  ///< 4:2:2, bytes; planes Y, Cb, Cr
+///@}
+
 class KYIMGLIB_API KyExtendedTypes {
 public:
     KyExtendedTypes() = delete;
 
     /// Registers the types of this header, their names and their converters: of single samples to the plain type (16-bit words,
     /// or 8-bit grayscale for samples of less than a byte), and from there to everything that it converts to; of four bytes a
-    /// pixel from everything that converts to RGB32, and to everything that RGB32 converts to.
+    /// pixel from everything that converts to RGB32, and to everything that RGB32 converts to; of YCbCr to all colours, and
+    /// from everything that converts to RGB24 to NV12 and I420.
     ///
     /// Any number of calls on any threads register once. Types and converters are the library's, and stay until it is
     /// unloaded. A type or a pair that an application has registered before stays as it is; such converters become stages of chains, so

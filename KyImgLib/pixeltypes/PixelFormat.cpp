@@ -15,6 +15,18 @@ constexpr std::int64_t kFormatMask = KY_COLOUR_SPACE_MASK | KY_TYPE_INDEX_MASK;
 constexpr std::int64_t kMono10 = 0x00010002, kMono12 = 0x00010003, kMono14 = 0x00010004, kMono16 = 0x00010005;
 constexpr std::int64_t kBayer10 = 0x00020011, kBayer12 = 0x00020012, kBayer14 = 0x00020016;
 
+/// The rows of a layout of YCbCr: all colours that an ID can say.
+#define KY_YCBCR(layout, name, bits, ...)                                                                              \
+    {layout, name, Packing::kYCbCr, bits, __VA_ARGS__},                                                                \
+        {layout | KY_YCBCR_FULL_RANGE, name ", Full range", Packing::kYCbCr, bits, __VA_ARGS__},                       \
+        {layout | KY_YCBCR_BT709, name ", BT.709", Packing::kYCbCr, bits, __VA_ARGS__}, {                              \
+        layout | KY_YCBCR_BT709 | KY_YCBCR_FULL_RANGE, name ", BT.709, Full range", Packing::kYCbCr, bits, __VA_ARGS__ \
+    }
+
+/// Planes after that of Y: pixels that share samples, the bytes of these in a plane, lines that share them.
+constexpr OtherPlanes kPairs = {1, {2, 2}, 1}, kQuads = {1, {2, 2}, 2}, kWordQuads = {1, {2, 4}, 2};
+constexpr OtherPlanes kPairsApart = {2, {2, 1}, 1}, kQuadsApart = {2, {2, 1}, 2};
+
 // clang-format off
 constexpr ExtendedType kExtendedTypes[] = {
     {KY_TYPE_BAYER16,      "Bayer RGB 16-bits",                 Packing::kNone,       16, {1, 2}, KY_TYPE_BAYER16},
@@ -41,8 +53,27 @@ constexpr ExtendedType kExtendedTypes[] = {
     {KY_TYPE_BAYER12_BE,   "Bayer RGB 12-bits, Big-endian",     Packing::kBigEndian,  12, {1, 2}, kBayer12},
     {KY_TYPE_BAYER14_BE,   "Bayer RGB 14-bits, Big-endian",     Packing::kBigEndian,  14, {1, 2}, kBayer14},
     {KY_TYPE_BAYER16_BE,   "Bayer RGB 16-bits, Big-endian",     Packing::kBigEndian,  16, {1, 2}, KY_TYPE_BAYER16},
+    KY_YCBCR(KY_TYPE_YUYV,      "YCbCr 8-bits 4:2:2, YUYV",     16, {2, 4}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_UYVY,      "YCbCr 8-bits 4:2:2, UYVY",     16, {2, 4}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_YVYU,      "YCbCr 8-bits 4:2:2, YVYU",     16, {2, 4}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_VYUY,      "YCbCr 8-bits 4:2:2, VYUY",     16, {2, 4}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_YUV444,    "YCbCr 8-bits 4:4:4, YUV",      24, {1, 3}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_UYV444,    "YCbCr 8-bits 4:4:4, UYV",      24, {1, 3}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_YYUYYV411, "YCbCr 8-bits 4:1:1, YYUYYV",   12, {4, 6}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_UYYVYY411, "YCbCr 8-bits 4:1:1, UYYVYY",   12, {4, 6}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_YUYV10,    "YCbCr 10-bits 4:2:2, YUYV",    20, {2, 8}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_YUYV12,    "YCbCr 12-bits 4:2:2, YUYV",    24, {2, 8}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_Y210,      "YCbCr 10-bits 4:2:2, Y210",    20, {2, 8}, KY_TYPE_RGB24),
+    KY_YCBCR(KY_TYPE_NV12,      "YCbCr 8-bits 4:2:0, NV12",     12, {1, 1}, KY_TYPE_RGB24, kQuads),
+    KY_YCBCR(KY_TYPE_NV21,      "YCbCr 8-bits 4:2:0, NV21",     12, {1, 1}, KY_TYPE_RGB24, kQuads),
+    KY_YCBCR(KY_TYPE_NV16,      "YCbCr 8-bits 4:2:2, NV16",     16, {1, 1}, KY_TYPE_RGB24, kPairs),
+    KY_YCBCR(KY_TYPE_I420,      "YCbCr 8-bits 4:2:0, I420",     12, {1, 1}, KY_TYPE_RGB24, kQuadsApart),
+    KY_YCBCR(KY_TYPE_YV12,      "YCbCr 8-bits 4:2:0, YV12",     12, {1, 1}, KY_TYPE_RGB24, kQuadsApart),
+    KY_YCBCR(KY_TYPE_P010,      "YCbCr 10-bits 4:2:0, P010",    15, {1, 2}, KY_TYPE_RGB24, kWordQuads),
+    KY_YCBCR(KY_TYPE_I422,      "YCbCr 8-bits 4:2:2, I422",     16, {1, 1}, KY_TYPE_RGB24, kPairsApart),
 };
 // clang-format on
+#undef KY_YCBCR
 
 /// YUV formats whose pixels share their colour, by the bits and bytes of a pixel.
 struct Subsampling {
@@ -84,20 +115,21 @@ std::int64_t PlainTypeOf(const KyPixelType& type) {
 
 PixelFormat FormatOf(const KyPixelType& type) {
     const std::int64_t id = type.GetTypeID();
-    if (const ExtendedType* const row = FindExtendedType(id)) return {row->group, row->plain};
+    if (const ExtendedType* const row = FindExtendedType(id)) return {row->group, row->otherPlanes, row->plain};
 
     const std::uint32_t bits = type.GetPixelBitSize(), bytes = type.GetPixelByteSize();
     const std::int64_t plain = PlainTypeOf(type);
-    if ((id & KY_TYPE_PLANAR) != 0) return {{1, 1}, plain};
+    if ((id & KY_TYPE_PLANAR) != 0) return {{1, 1}, {std::max(bytes, 1u) - 1}, plain};
     if ((id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV)
         for (const Subsampling& row : kSubsamplings)
-            if (bits == row.bits && bytes == row.bytes) return {row.group, plain};
+            if (bits == row.bits && bytes == row.bytes) return {row.group, {}, plain};
     if ((id & KY_TYPE_PACKED) != 0 && HasOneSample(type) && (bits == 10 || bits == 12))
-        return {{2, 3}, plain};  // as GigE Vision packs them
-    return {{1, bytes}, plain};
+        return {{2, 3}, {}, plain};  // as GigE Vision packs them
+    return {{1, bytes}, {}, plain};
 }
 
 const ExtendedType* FindExtendedType(std::int64_t id) {
+    if ((id & KY_TYPE_EXTENDED) == 0) return nullptr;
     for (const ExtendedType& row : kExtendedTypes)
         if (row.id == id) return &row;
     return nullptr;

@@ -104,6 +104,19 @@ constexpr FourBytes kFourBytes[] = {
     {0x100020023, "ABGR 32-bits", 3, 2, 1, 0},
 };
 
+/// Each in four colours.
+constexpr std::pair<std::int64_t, const char*> kYCbCrLayouts[] = {
+    {0x100040100, "YCbCr 8-bits 4:2:2, YUYV"},   {0x100040110, "YCbCr 8-bits 4:2:2, UYVY"},
+    {0x100040120, "YCbCr 8-bits 4:2:2, YVYU"},   {0x100040130, "YCbCr 8-bits 4:2:2, VYUY"},
+    {0x100440140, "YCbCr 8-bits 4:4:4, YUV"},    {0x100440150, "YCbCr 8-bits 4:4:4, UYV"},
+    {0x100440160, "YCbCr 8-bits 4:1:1, YYUYYV"}, {0x100440170, "YCbCr 8-bits 4:1:1, UYYVYY"},
+    {0x100040180, "YCbCr 10-bits 4:2:2, YUYV"},  {0x100040190, "YCbCr 12-bits 4:2:2, YUYV"},
+    {0x1001401A0, "YCbCr 10-bits 4:2:2, Y210"},  {0x1008401B0, "YCbCr 8-bits 4:2:0, NV12"},
+    {0x1008401C0, "YCbCr 8-bits 4:2:0, NV21"},   {0x1008401D0, "YCbCr 8-bits 4:2:2, NV16"},
+    {0x1008401E0, "YCbCr 8-bits 4:2:0, I420"},   {0x1008401F0, "YCbCr 8-bits 4:2:0, YV12"},
+    {0x100940200, "YCbCr 10-bits 4:2:0, P010"},  {0x100840210, "YCbCr 8-bits 4:2:2, I422"},
+};
+
 std::map<std::int64_t, std::string> RegisteredTypes() {
     std::map<std::int64_t, std::string> types;
     std::int64_t id = 0;
@@ -139,6 +152,10 @@ TEST(ABeforeExtendedTypes, RegisterOnceFromManyThreads) {
     std::map<std::int64_t, std::string> expected = before;
     for (const Row& row : kRows) expected[row.type] = row.name;
     for (const FourBytes& row : kFourBytes) expected[row.type] = row.name;
+    for (const auto& [layout, name] : kYCbCrLayouts)
+        for (const auto& [colours, suffix] :
+             {std::pair(0, ""), {1, ", Full range"}, {2, ", BT.709"}, {3, ", BT.709, Full range"}})
+            expected[layout + colours] = std::string(name) + suffix;
     EXPECT_EQ(expected, RegisteredTypes());
 }
 

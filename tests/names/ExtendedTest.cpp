@@ -31,7 +31,11 @@ TEST(ExtendedNames, MeanNothingBeforeTheTypesAreRegistered) {
 
     EXPECT_EQ(KyPixelFormat::Find("RGBa8", type), KY_STATUS_SUCCESS);
     EXPECT_EQ(type, 0x0002000B) << "a type of the same bytes that is there";
+    EXPECT_EQ(KyPixelFormat::Find("YCbCr422_8", type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(type, 0x00040001) << "the same bytes, though converted by BT.601 in limited range";
     ASSERT_EQ(KyExtendedTypes::Register(), KY_STATUS_SUCCESS);
+    EXPECT_EQ(KyPixelFormat::Find("YCbCr422_8", type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(type, KY_TYPE_YUYV | KY_YCBCR_FULL_RANGE);
     EXPECT_EQ(KyPixelFormat::Find("RGBa8", type), KY_STATUS_SUCCESS);
     EXPECT_EQ(type, KY_TYPE_RGBA32);
     EXPECT_EQ(KyPixelFormat::Find("Mono12p", type), KY_STATUS_SUCCESS);

@@ -101,16 +101,24 @@ TEST_F(FindTest, NamesAndCodesOfPFNC) {
         {"RGB8_Planar", 0x02180021, 0x00820002},
         {"BGR565p", 0x02100036, 0x00020001},
         {"YUV422_8", 0x02100032, 0x00040001},
-        {"YCbCr422_8", 0x0210003B, 0x00040001},
+        {"YCbCr422_8", 0x0210003B, 0x100040101},
+        {"YCbCr709_422_8", 0x02100041, 0x100040102},
+        {"YUV422Packed", 0x0210001F, 0x100040110},
+        {"YCbCr422_8_CbYCrY", 0x02100043, 0x100040111},
+        {"YCbCr709_422_8_CbYCrY", 0x02100045, 0x100040112},
         {"YCbCr601_422_8", 0x0210003E, 0x00040001},
-        {"YCbCr422_10", 0x02200065, 0x00040002},
+        {"YCbCr422_10", 0x02200065, 0x100040181},
+        {"YCbCr422_12", 0x02200066, 0x100040191},
+        {"YCbCr709_422_10", 0x02200095, 0x100040182},
         {"YCbCr601_422_10", 0x0220008D, 0x00040002},
         {"YUV8_UYV", 0x02180020, 0x00440003},
-        {"YCbCr8_CbYCr", 0x0218003A, 0x00440003},
+        {"YCbCr8", 0x0218005B, 0x100440141},
+        {"YCbCr8_CbYCr", 0x0218003A, 0x100440151},
         {"YUV444Packed", 0x02180020, 0x00440003},
         {"YCbCr601_8_CbYCr", 0x0218003D, 0x00440003},
         {"YUV411Packed", 0x020C001E, 0x00440006},
-        {"YCbCr411_8_CbYYCrYY", 0x020C003C, 0x00440006},
+        {"YCbCr411_8", 0x020C005A, 0x100440161},
+        {"YCbCr411_8_CbYYCrYY", 0x020C003C, 0x100440171},
         {"YUV411_8_UYYVYY", 0x020C001E, 0x00440006},
         {"YCbCr601_411_8_CbYYCrYY", 0x020C003F, 0x00440006},
     };
@@ -233,7 +241,7 @@ TEST_F(FindTest, NamesOfTheLibrary) {
 TEST_F(FindTest, SpellingIsLenientUnlessItMatters) {
     EXPECT_EQ(Find("bayer rgb 10, PACKED").type, 0x00420011);
     EXPECT_EQ(Find("mono12packed").type, 0x00410009);
-    EXPECT_EQ(Find("ycbcr411-8-CbYYCrYY").type, 0x00440006);
+    EXPECT_EQ(Find("ycbcr601-411-8-CbYYCrYY").type, 0x00440006);
     EXPECT_EQ(Find("'Y16 '").type, 0x00010005) << "with the blank of V4L2";
     EXPECT_EQ(Find("Y16-BE").type, 0x10001000D);
     EXPECT_EQ(Find("PRAA"), (Found{0x100420004, KY_FLAG_BAYER_RGGB}));

@@ -16,10 +16,14 @@ namespace {
 
 bool IsExtended(const KyPixelType& type) { return (type.GetTypeID() & KY_TYPE_EXTENDED) != 0; }
 
+bool IsExtendedYCbCr(const KyPixelType& type) {
+    return IsExtended(type) && (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV;
+}
+
 /// Whether a type is extended and has a format index from `first` to `last`, which are the same for gray and Bayer.
 bool IsExtended(const KyPixelType& type, std::int64_t first, std::int64_t last) {
     const std::int64_t index = type.GetTypeID() & KY_TYPE_INDEX_MASK;
-    return IsExtended(type) && index >= first && index <= last;
+    return IsExtended(type) && !IsExtendedYCbCr(type) && index >= first && index <= last;
 }
 
 /// Whether a type is built in and has this colour space (a mosaic counts as none) and one of these format indexes.
@@ -80,6 +84,13 @@ constexpr const char* kMIPI = R"(            byte 0     byte 1     byte 2       
 14 bits    four high bytes, then p5 to p0, q5 to q0, r5 to r0, s5 to s0 as a stream of bits in three bytes)";
 constexpr const char* kMIPINote =
     "RAW10, RAW12 and RAW14: the high bytes of a group of pixels, then the low bits of all. Lines have whole groups.";
+
+constexpr const char* kYCbCrNote =
+    "U is Cb and V is Cr, of BT.601 or, where the name says so, BT.709. Y goes from 16 to 235, or from 0 to 255 where "
+    "the name "
+    "says full range. Conversions round the standard's formula exactly. Words are little-endian with LSB-aligned "
+    "samples, in "
+    "Y210 and P010 MSB-aligned.";
 
 constexpr Family kFamilies[] = {
     {"Grayscale in bytes", kBytes, "", [](const KyPixelType& type) { return Is(type, kGray, {1}); }},
@@ -173,6 +184,21 @@ YCrCb    | Y | V | U |)",
      "is "
      "computed from Y1.",
      [](const KyPixelType& type) { return Is(type, kYUV, {6}); }},
+    {"YCbCr in one plane", R"(YUYV     | Y0 | U | Y1 | V |     4:2:2: two pixels in four bytes, or in four words
+UYVY     | U | Y0 | V | Y1 |
+YVYU     | Y0 | V | Y1 | U |
+VYUY     | V | Y0 | U | Y1 |
+YUV      | Y | U | V |           4:4:4: a pixel in three bytes
+UYV      | U | Y | V |
+YYUYYV   | Y0 | Y1 | U | Y2 | Y3 | V |     4:1:1: four pixels in six bytes
+UYYVYY   | U | Y0 | Y1 | V | Y2 | Y3 |)",
+     kYCbCrNote, [](const KyPixelType& type) { return IsExtendedYCbCr(type) && !IsPlanar(type); }},
+    {"YCbCr in planes",
+     R"(NV12, NV21, P010    | Y Y Y Y ... | U V U V ... |        4:2:0, U and V for two by two pixels; NV21: V U
+NV16                | Y Y Y Y ... | U V U V ... |        4:2:2, U and V for two pixels of a line
+I420, YV12          | Y Y Y Y ... | U U ... | V V ... |  4:2:0; YV12: V before U
+I422                | Y Y Y Y ... | U U ... | V V ... |  4:2:2)",
+     kYCbCrNote, [](const KyPixelType& type) { return IsExtendedYCbCr(type) && IsPlanar(type); }},
 };
 
 constexpr TapOrder kTapOrders[] = {

@@ -15,8 +15,9 @@ inline constexpr bool kBGR = true;
 class Constructor {
 public:
     template <typename Converter, typename... Arguments>
-    void Add(Arguments... arguments) {
+    const KyPixelConverter& Add(Arguments... arguments) {
         converters.emplace_back(new Converter(arguments...));
+        return *converters.back();
     }
 
     /// Destroys them, the last one first.

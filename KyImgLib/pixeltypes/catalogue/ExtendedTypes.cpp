@@ -1,6 +1,7 @@
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/colour/ReorderInternal.h>
+#include <KyImgLib/converters/colour/YCbCrInternal.h>
 #include <KyImgLib/converters/grayscale/UnpackInternal.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
@@ -9,6 +10,7 @@
 #include <KyImgLib/pixeltypes/catalogue/Constructor.h>
 
 #include <new>
+#include <vector>
 
 namespace ky {
 
@@ -20,11 +22,27 @@ void RegisterType(const KyPixelType& type, const char* name) {
         throw std::bad_alloc();
 }
 
-/// A type of single samples.
 void RegisterType(const ExtendedType& row) {
     const bool isBayer = (row.id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_RGB;
-    const std::uint16_t bytes = row.bits < 8 ? 1 : 2;
-    RegisterType(KyPixelType(row.id, static_cast<std::uint16_t>(row.bits), bytes, isBayer), row.name);
+    const PixelGroup& group = row.group;
+    const std::uint32_t bytes =
+        row.otherPlanes.count != 0 ? (row.bits + 7) / 8 : (group.bytes + group.pixels - 1) / group.pixels;
+    RegisterType(KyPixelType(row.id, static_cast<std::uint16_t>(row.bits), static_cast<std::uint16_t>(bytes), isBayer),
+                 row.name);
+}
+
+std::vector<std::int64_t> DestinationsOf(std::int64_t source) {
+    std::vector<std::int64_t> types;
+    std::int64_t type = 0;
+    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, source, type); ++i) types.push_back(type);
+    return types;
+}
+
+std::vector<std::int64_t> SourcesOf(std::int64_t destination) {
+    std::vector<std::int64_t> types;
+    std::int64_t type = 0;
+    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterTo(i, destination, type); ++i) types.push_back(type);
+    return types;
 }
 
 /// A converter that is there already stays, and no other one is made.
@@ -55,12 +73,38 @@ void AddBayer16(Constructor& construct) {
     AddChain(construct, kSource, KY_TYPE_RGB24, KY_TYPE_RGB24_PLANAR);
 }
 
+/// To colours of bytes, and from there to everything else.
+void AddYCbCr(Constructor& construct, const ExtendedType& row) {
+    for (const std::int64_t colours : {KY_TYPE_RGB24, KY_TYPE_BGR24, KY_TYPE_RGB32, KY_TYPE_BGR32})
+        AddMissing<YCbCrToRGBConverter>(construct, row.id, colours, row.id, colours);
+    for (const std::int64_t destination : DestinationsOf(KY_TYPE_RGB24))
+        AddChain(construct, row.id, KY_TYPE_RGB24, destination);
+}
+
+/// What everything that becomes RGB24 converts to.
+constexpr std::int64_t kEncoderLayouts[] = {KY_TYPE_NV12, KY_TYPE_I420};
+
+void AddEncoderTypes(Constructor& construct) {
+    const std::vector<std::int64_t> sources = SourcesOf(KY_TYPE_RGB24);
+    for (const std::int64_t layout : kEncoderLayouts)
+        for (std::int64_t type = layout; type <= (layout | KY_YCBCR_FULL_RANGE | KY_YCBCR_BT709); ++type) {
+            AddMissing<RGBToYCbCrConverter>(construct, KY_TYPE_RGB24, type, type, true);
+            // The filter has been applied by what makes RGB24.
+            const KyPixelConverter& unfiltered = construct.Add<RGBToYCbCrConverter>(type, false);
+            for (const std::int64_t source : sources) {
+                if (source == KY_TYPE_RGB24 || source == type) continue;
+                AddMissing<KyComplexConverter>(construct, source, type,
+                                               KyPixelTypeFactory::FindConverter(source, KY_TYPE_RGB24), &unfiltered);
+            }
+        }
+}
+
 /// To the plain type, and from there to everything that it converts to.
 void AddConverters(Constructor& construct, const ExtendedType& row) {
+    if (row.packing == Packing::kYCbCr) return AddYCbCr(construct, row);
     if (row.plain == row.id) return AddBayer16(construct);
     AddMissing<UnpackConverter>(construct, row.id, row.plain, row);
-    std::int64_t destination = 0;
-    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, row.plain, destination); ++i)
+    for (const std::int64_t destination : DestinationsOf(row.plain))
         AddChain(construct, row.id, row.plain, destination);
 }
 
@@ -88,12 +132,10 @@ void AddFourBytes(Constructor& construct) {
         AddMissing<ReorderConverter>(construct, row.id, kRGB32, row.id, kRGB32, row.toRGB32);
         AddMissing<ReorderConverter>(construct, kRGB32, row.id, kRGB32, row.id, row.fromRGB32);
     }
+    const std::vector<std::int64_t> destinations = DestinationsOf(kRGB32), sources = SourcesOf(kRGB32);
     for (const FourBytes& row : kFourBytes) {
-        std::int64_t other = 0;
-        for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, kRGB32, other); ++i)
-            AddChain(construct, row.id, kRGB32, other);
-        for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterTo(i, kRGB32, other); ++i)
-            AddChain(construct, other, kRGB32, row.id);
+        for (const std::int64_t destination : destinations) AddChain(construct, row.id, kRGB32, destination);
+        for (const std::int64_t source : sources) AddChain(construct, source, kRGB32, row.id);
     }
 }
 
@@ -105,6 +147,7 @@ void ConstructExtendedTypes(Constructor& construct) {
         AddConverters(construct, row);
     }
     AddFourBytes(construct);
+    AddEncoderTypes(construct);
 }
 
 }  // namespace ky
