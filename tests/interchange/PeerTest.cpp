@@ -42,7 +42,7 @@ Bytes SmoothBytes(const Picture& picture, const Bytes& mask) {
     KyPixelTypeFactory::FindPixelType(picture.type)->GetPixelGroup(groupPixels, groupBytes);
     const std::size_t line = (picture.width + groupPixels - 1) / groupPixels * groupBytes;
     const std::size_t step = mask.size();  // bytes of a sample
-    const unsigned bits = step == 1 ? 0xFF : mask[0] | mask[1] << 8;
+    const unsigned bits = step == 1 ? 0xFF : mask[0] + 256u * mask[1];
     Bytes bytes = picture.bytes;
     for (std::size_t i = 0; i + step <= bytes.size(); i += step) {
         const auto x = static_cast<double>(i % line / groupBytes * groupPixels), y = static_cast<double>(i / line);
