@@ -1,5 +1,7 @@
 #include "TypeFacts.h"
 
+#include "ImageSizes.h"
+
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 #include <KyImgLib/pixeltypes/KyPixelTypes.h>
@@ -86,6 +88,13 @@ std::string FlagsText(const KyPixelType& type) {
     if ((id & KY_TYPE_PLANAR) != 0) flags.push_back("planar");
     return flags.empty() ? "plain" : fmt::format("{}", fmt::join(flags, ", "));
 }
+
+double PixelBytes(const KyPixelType& type) {
+    constexpr std::uint32_t kWidth = 24, kHeight = 2;  // whole groups of every type, and whole pairs of lines
+    return static_cast<double>(SizeOf(MakeImage(type.GetTypeID(), kWidth, kHeight))) / (kWidth * kHeight);
+}
+
+std::string PixelBytesText(const KyPixelType& type) { return fmt::format("{:g}", PixelBytes(type)); }
 
 const char* ClassName(const KyPixelType& type) {
     if ((type.GetTypeID() & KY_TYPE_EXTENDED) != 0) return "KyPixelType";
