@@ -37,12 +37,6 @@ std::optional<std::uint32_t> BufferBytes(const KyPixelType& type, const ImageSiz
     return type.GetBufferSizeFor(size.width, size.height);
 }
 
-std::string BytesText(const KyPixelType& type) {
-    std::uint32_t pixels = 0, bytes = 0;
-    type.GetPixelGroup(pixels, bytes);
-    return PixelBytesText(type) + (pixels == 1 ? "" : fmt::format(" ({} pixels in {})", pixels, bytes));
-}
-
 void PrintFact(const std::string& title, const std::string& text) { PrintLine(fmt::format("{:<15}", title), text); }
 
 void PrintCameraNames(const KyPixelType& type) {
@@ -74,7 +68,7 @@ void PrintText(const KyPixelType& type, std::uint32_t bayerFlags, const std::vec
     if (bayerFlags != 0) PrintFact("Bayer pattern", fmt::format("{}, by the name given", PatternText(bayerFlags)));
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
-    PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), BytesText(type)));
+    PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), PixelBytesText(type) + GroupText(type)));
     const std::uint64_t frameBytes = FrameBytes(type, size);
     PrintFact("frame", fmt::format("{} bytes for {}x{}", frameBytes, size.width, size.height));
     if (const auto bufferBytes = BufferBytes(type, size); bufferBytes && *bufferBytes != frameBytes)

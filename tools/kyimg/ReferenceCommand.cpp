@@ -106,7 +106,7 @@ void PrintTypes(const Family& family) {
     for (const std::int64_t id : TypesOf(family)) {
         const KyPixelType& type = TypeOf(id);
         fmt::print("| `{}` | {} | {} | {} | {} | {} |\n", FormatTypeID(id), LibraryName(id), ClassName(type),
-                   type.GetPixelBitSize(), PixelBytesText(type), CameraNamesCell(id));
+                   type.GetPixelBitSize(), PixelBytesText(type) + GroupText(type), CameraNamesCell(id));
     }
     fmt::print("\n");
 }

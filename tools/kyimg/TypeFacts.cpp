@@ -96,6 +96,12 @@ double PixelBytes(const KyPixelType& type) {
 
 std::string PixelBytesText(const KyPixelType& type) { return fmt::format("{:g}", PixelBytes(type)); }
 
+std::string GroupText(const KyPixelType& type) {
+    std::uint32_t pixels = 0, bytes = 0;
+    type.GetPixelGroup(pixels, bytes);
+    return pixels == 1 ? "" : fmt::format(" ({} pixels in {})", pixels, bytes);
+}
+
 const char* ClassName(const KyPixelType& type) {
     if ((type.GetTypeID() & KY_TYPE_EXTENDED) != 0) return "KyPixelType";
     for (const FormatClass& known : FormatClasses())
