@@ -66,7 +66,9 @@ private:
 /// Whether a shell command succeeds. What it prints is lost.
 bool Succeeds(const std::string& command);
 
-/// Bytes of a line, of a picture that has no planes.
+bool IsYUV(std::int64_t type);
+
+/// Bytes of a line, of the first plane where a picture has several.
 std::size_t LineBytes(const Picture& picture);
 
 }  // namespace interchange
