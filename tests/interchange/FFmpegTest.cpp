@@ -30,7 +30,7 @@ protected:
 };
 
 const Bytes kLow10 = {0xFF, 0x03}, kLow12 = {0xFF, 0x0F}, kHigh10 = {0xC0, 0xFF}, kBig10 = {0x03, 0xFF},
-            kBig12 = {0x0F, 0xFF};
+            kBig12 = {0x0F, 0xFF}, kBig14 = {0x3F, 0xFF};
 
 /// FFmpeg rounds, the library truncates. Of YUV, the library's factors are multiples of 1/256.
 constexpr int kRounding = 1;
@@ -60,6 +60,7 @@ const Row kRows[] = {
 
     {"gray10be", "gray10le", 0, kBig10},
     {"gray12be", "gray12le", 0, kBig12},
+    {"gray14be", "gray14le", 0, kBig14},
     {"gray16be", "gray16le"},
     {"gray10le", "gray", 0, kLow10},
     {"gray12le", "gray", 0, kLow12},
@@ -72,6 +73,10 @@ const Row kRows[] = {
     {"bayer_bggr8", "rgb24"},
     {"bayer_grbg16le", "rgb24"},
     {"bayer_rggb16le", "rgb24"},
+    {"bayer_gbrg16le", "rgb24"},
+    {"bayer_bggr16le", "rgb24"},
+    {"bayer_grbg16be", "rgb24"},
+    {"bayer_rggb16be", "rgb24"},
     {"bayer_gbrg16be", "rgb24"},
     {"bayer_bggr16be", "rgb24"},
 
