@@ -81,6 +81,24 @@ TEST(Catalogue, TypesAreThePublishedOnes) {
     ExpectGolden("types.golden.txt", lines);
 }
 
+/// Other tests trust their own table of formats.
+TEST(Catalogue, TypesAreWhatTheTestsTakeThemFor) {
+    for (const std::int64_t id : AllTypes()) {
+        const TypeFormat expected(id);
+        const KyPixelType& type = *Factory::FindPixelType(id);
+        SCOPED_TRACE(Factory::GetPixelTypeName(id));
+        std::uint32_t pixels = 0, bytes = 0;
+        type.GetPixelGroup(pixels, bytes);
+        EXPECT_EQ(expected.PixelGroup().pixels, pixels);
+        EXPECT_EQ(expected.PixelGroup().bytes, bytes);
+        EXPECT_EQ(expected.PlainType(), type.GetPlainTypeID());
+        EXPECT_EQ(expected.family == reference::Family::kBayer, type.IsBayerPattern());
+        if (expected.HasOneSample()) {
+            EXPECT_EQ(expected.bits, type.GetPixelBitSize());
+        }
+    }
+}
+
 TEST(Catalogue, ConvertersAreTheListedOnes) {
     std::vector<std::string> lines;
     std::int64_t source = 0, destination = 0;

@@ -137,18 +137,8 @@ Shape::Shape(std::int64_t type) : isInterlaced((type & 0x00200000) != 0), isCsi2
     isBayer = format.family == reference::Family::kBayer;
     hasTaps = format.CameraTaps().size() > 1 || format.IsDualLines();
     if (format.IsDualLines()) lineStep = 2;
-    const std::uint32_t sampleBytes = format.bits > 8 ? 2 : 1;
-    if (format.IsPlanar()) {
-        planes = format.channels;
-    } else if (format.family == reference::Family::kYUV422) {
-        groupPixels = 2, groupBytes = 4 * sampleBytes;
-    } else if (format.family == reference::Family::kYUV411) {
-        groupPixels = 4, groupBytes = 6;
-    } else if (format.HasOneSample() && format.IsPacked()) {
-        groupPixels = 2, groupBytes = 3;
-    } else {
-        groupBytes = format.channels * sampleBytes;
-    }
+    if (format.IsPlanar()) planes = format.channels;
+    groupPixels = format.PixelGroup().pixels, groupBytes = format.PixelGroup().bytes;
 }
 
 std::size_t Shape::LineBytes(std::uint32_t width) const {

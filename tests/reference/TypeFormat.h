@@ -60,6 +60,11 @@ inline constexpr FormatRow kFormats[] = {
     {0x40006, Family::kYUV411, 8},
 };
 
+/// Pixels that share bytes, and those bytes.
+struct Group {
+    std::uint32_t pixels, bytes;
+};
+
 /// What a type's ID says of its pixels.
 struct TypeFormat : FormatRow {
     std::int64_t type;
@@ -85,6 +90,15 @@ struct TypeFormat : FormatRow {
 
     /// Position of a sample's highest bit in its byte or word, counted from 1.
     std::uint32_t TopBit() const { return IsNormalized() ? 16 : bits; }
+
+    Group PixelGroup() const {
+        const std::uint32_t sampleBytes = bits > 8 ? 2 : 1;
+        if (IsPlanar()) return {1, sampleBytes};  // of each plane
+        if (family == Family::kYUV422) return {2, 4 * sampleBytes};
+        if (family == Family::kYUV411) return {4, 6 * sampleBytes};
+        if (HasOneSample() && IsPacked()) return {2, 3};
+        return {1, channels * sampleBytes};
+    }
 
     /// Single samples one after the other, right-aligned, line by line; RGB24 where a pixel has several.
     std::int64_t PlainType() const {

@@ -95,6 +95,14 @@ TEST_F(ColourTest, LinesMayBePaddedAndFieldsOfUnlikeHeight) {
         }
 }
 
+/// In conversions only green counts; a picture of the words themselves has all colours.
+TEST_F(ColourTest, WordsOf565AsAPicture) {
+    Write("in.raw", {0x00, 0xF8, 0xE0, 0x07, 0x1F, 0x00, 0xFF, 0xFF, 0x10, 0x84, 0, 0});
+    ASSERT_EQ(Run("convert in.raw -t RGB16 -s 3x2 -o out.png").messages, "");
+    EXPECT_EQ(DecodePng("out.png").samples,
+              (Bytes{255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255, 132, 130, 132, 0, 0, 0}));
+}
+
 TEST_F(ColourTest, DeepColourKeepsItsDepth) {
     Write("in.raw", {0xFF, 0x03, 0x55, 0x02, 0x00, 0x00});
     for (const auto& [type, bits, most] : {std::tuple("0x20008", 10, "1023"), {"0x2000C", 12, "4095"}}) {

@@ -125,6 +125,19 @@ TEST_F(ListTest, InfoTellsOfOneType) {
         EXPECT_NE(Run(std::string("info ") + frame).output.find(bytes + std::string(" bytes for ")), std::string::npos)
             << frame;
 
+    for (const auto& [name, bytes] : {std::pair("BayerRG10p", "10, 1.25 (4 pixels in 5)"),
+                                      {"Mono1p", "1, 0.125 (8 pixels in 1)"},
+                                      {"YUY2", "16, 2 (2 pixels in 4)"},
+                                      {"RGB8_Planar", "24, 3\n"},
+                                      {"RGB24", "921600 bytes for 640x480\nbuffer         1228800 bytes"}})
+        EXPECT_NE(Run(std::string("info ") + name).output.find(bytes), std::string::npos) << name;
+    for (const char* same : {"Mono8", "BayerRG10p", "0x420002"})
+        EXPECT_EQ(Run(std::string("info ") + same).output.find("\nbuffer"), std::string::npos) << same;
+    EXPECT_EQ(RunJson("info Mono12p")["bytesPerPixel"], 1.5);
+    EXPECT_EQ(RunJson("info RGB24 --size 5x3")["bufferBytes"], 60);
+    EXPECT_EQ(RunJson("info RGB24 --size 32768x32767")["bufferBytes"], 4294836224);
+    EXPECT_TRUE(RunJson("info RGB24 --size 32768x32768")["bufferBytes"].is_null()) << "32 bits do not hold it";
+
     const Json info = RunJson("info 0x02610002 --size 16x4");  // packed, two taps, interlaced
     const std::string layout = info["layout"].dump();
     for (const char* part : {"q9 to q2", "l0 l1 l2 l3 r3 r2 r1 r0", "fields: lines 0, 2, 4"})

@@ -15,6 +15,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <limits>
+#include <optional>
 #include <string>
 
 namespace kyimg {
@@ -24,6 +27,14 @@ namespace {
 /// Of a frame as kyimg convert reads it, which is how the library's images lie in memory.
 std::uint64_t FrameBytes(const KyPixelType& type, const ImageSize& size) {
     return SourceFrame(type.GetTypeID(), size, ConvertOptions()).GetFileBytes();
+}
+
+/// What GetBufferSizeFor counts of the same size; none where its 32 bits do not hold that.
+std::optional<std::uint32_t> BufferBytes(const KyPixelType& type, const ImageSize& size) {
+    const std::uint64_t mostPixelBytes = std::max<std::uint64_t>(4, type.GetPixelByteSize());
+    const std::uint64_t mostPixels = std::numeric_limits<std::uint32_t>::max() / mostPixelBytes;
+    if (std::uint64_t{size.width} * size.height > mostPixels) return std::nullopt;
+    return type.GetBufferSizeFor(size.width, size.height);
 }
 
 void PrintFact(const std::string& title, const std::string& text) { PrintLine(fmt::format("{:<15}", title), text); }
@@ -57,8 +68,11 @@ void PrintText(const KyPixelType& type, std::uint32_t bayerFlags, const std::vec
     if (bayerFlags != 0) PrintFact("Bayer pattern", fmt::format("{}, by the name given", PatternText(bayerFlags)));
     PrintFact("layout", FlagsText(type));
     PrintFact("taps", TapText(id));
-    PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), type.GetPixelByteSize()));
-    PrintFact("frame", fmt::format("{} bytes for {}x{}", FrameBytes(type, size), size.width, size.height));
+    PrintFact("bits, bytes", fmt::format("{}, {}", type.GetPixelBitSize(), PixelBytesText(type) + GroupText(type)));
+    const std::uint64_t frameBytes = FrameBytes(type, size);
+    PrintFact("frame", fmt::format("{} bytes for {}x{}", frameBytes, size.width, size.height));
+    if (const auto bufferBytes = BufferBytes(type, size); bufferBytes && *bufferBytes != frameBytes)
+        PrintFact("buffer", fmt::format("{} bytes in the class interface, see GetBufferSizeFor", *bufferBytes));
     PrintCameraNames(type);
 
     fmt::print("\n");
@@ -76,6 +90,8 @@ void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, cons
     json["layout"] = DrawType(type);
     json["size"] = {size.width, size.height};
     json["frameBytes"] = FrameBytes(type, size);
+    const std::optional<std::uint32_t> bufferBytes = BufferBytes(type, size);
+    json["bufferBytes"] = bufferBytes ? Json(*bufferBytes) : Json();
     json["converters"] = Json::array();
     for (const Route& route : routes) json["converters"].push_back(RouteToJson(route));
     PrintJson(json);

@@ -37,6 +37,7 @@ Json TypeToJson(std::int64_t id) {
         {"family", family == nullptr ? Json() : Json(family->title)},
         {"bits", type.GetPixelBitSize()},
         {"bytes", type.GetPixelByteSize()},
+        {"bytesPerPixel", PixelBytes(type)},
         {"bayer", type.IsBayerPattern()},
         {"normalized", (id & KY_TYPE_NORMALIZED) != 0},
         {"interlaced", (id & KY_TYPE_INTERLACED) != 0},

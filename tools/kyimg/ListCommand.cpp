@@ -4,6 +4,7 @@
 #include "Errors.h"
 #include "Json.h"
 #include "Routes.h"
+#include "TypeFacts.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/pixeltypes/KyPixelType.h>
@@ -36,9 +37,8 @@ void ListTypes() {
     fmt::print("{:<11}  {:>4}  {:>5}  {}\n", "ID", "bits", "bytes", "name");
     for (const std::int64_t id : AllTypes()) {
         const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(id);
-        PrintLine(
-            fmt::format("{:<11}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), type.GetPixelByteSize()),
-            LibraryName(id) + NamesElsewhere(id));
+        PrintLine(fmt::format("{:<11}  {:>4}  {:>5}  ", FormatTypeID(id), type.GetPixelBitSize(), PixelBytesText(type)),
+                  LibraryName(id) + NamesElsewhere(id));
     }
 }
 

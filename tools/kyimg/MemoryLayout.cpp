@@ -59,9 +59,8 @@ constexpr const char* kPairs = R"(            byte 0            byte 1          
 10 bits    p9 to p2   .. .. q1 q0 .. .. p1 p0   q9 to q2
 12 bits    pB to p4   q3 q2 q1 q0 p3 p2 p1 p0   qB to q4)";
 constexpr const char* kPairsNote =
-    "Two pixels, p and q, share three bytes; bits are drawn from the highest to the lowest, A and B are bits 10 and "
-    "11. "
-    "These are the \"Packed\" formats of GigE Vision, also where a name lacks \"GEV\": not its \"p\" formats, nor "
+    "Pixels p and q share bytes; bits are drawn from the highest to the lowest, A and B are bits 10 and 11. These are "
+    "the \"Packed\" formats of GigE Vision, also where a name lacks \"GEV\": not its \"p\" formats, nor "
     "those "
     "of MIPI.";
 
@@ -74,9 +73,8 @@ constexpr const char* kStream =
 constexpr const char* kStreamNote =
     "One stream of bits: each sample begins where the one before it ends, with its lowest bit in the lowest free bit "
     "of a "
-    "byte. Bits of a byte are drawn from the highest to the lowest. 10 bits: four pixels in five bytes; 14 bits: four "
-    "in "
-    "seven. Lines have whole groups. Samples of less than a byte become gray from 0 to 255.";
+    "byte. Bits of a byte are drawn from the highest to the lowest. Lines have whole groups. Samples of less than a "
+    "byte become gray from 0 to 255.";
 
 constexpr const char* kMIPI = R"(            byte 0     byte 1     byte 2            byte 3     byte 4
 10 bits    p9 to p2   q9 to q2   r9 to r2          s9 to s2   s1 s0 r1 r0 q1 q0 p1 p0
@@ -164,8 +162,8 @@ RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
          return Is(type, kRGB, {2, 0xA, 0xB}) && IsPlanar(type);
      }},
 
-    {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     two pixels in four bytes
-10 bits    | Y0 | U | Y1 | V |     two pixels in four words)",
+    {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     a byte each
+10 bits    | Y0 | U | Y1 | V |     a word each)",
      "U is Cb and V is Cr. Words are little-endian; 10-bit samples are LSB-aligned in them, those of Normalized types "
      "MSB-aligned. The conversion is that of BT.601 with Y from 16 to 235, which PFNC calls YCbCr601; pictures of full "
      "range come out "
@@ -173,13 +171,13 @@ RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
      [](const KyPixelType& type) {
          return Is(type, kYUV, {1, 2});
      }},
-    {"YUV 4:4:4", R"(YUV      | U | Y | V |     one pixel in three bytes
+    {"YUV 4:4:4", R"(YUV      | U | Y | V |
 YCrCb    | Y | V | U |)",
      "U is Cb and V is Cr; the conversion is that of 4:2:2.",
      [](const KyPixelType& type) {
          return Is(type, kYUV, {3, 5});
      }},
-    {"YUV 4:1:1", R"(| U | Y0 | Y1 | V | Y2 | Y3 |     four pixels in six bytes)",
+    {"YUV 4:1:1", R"(| U | Y0 | Y1 | V | Y2 | Y3 |)",
      "U is Cb and V is Cr; the conversion is that of 4:2:2, but for the red of the second to the fourth pixel, which "
      "is "
      "computed from Y1.",

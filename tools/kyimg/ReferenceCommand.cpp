@@ -37,8 +37,8 @@ also as JSON.
   5-6-5, as in GStreamer; for PFNC's RGB16 give `0x00020004`.
 - **Bayer pattern.** It is no part of a type: each conversion is told. Patterns are named by the first two pixels and the two
   below them: GRBG is G R over B G.
-- **Bits and bytes** are those of a pixel; bits of one sample where a name says 3 x or 4 x. Packed pixels of 10 and 12 bits
-  count two bytes, but two share three.
+- **Bits and bytes** are those of a pixel; bits of one sample where a name says 3 x or 4 x. Pixels that share
+  bytes have a fraction: 1.25 where four are in five. (`KyPixelType::GetPixelByteSize` tells whole bytes, two for these.)
 - **Normalized** samples are MSB-aligned in their words: scaled to the full range.
 - **Interlaced** images are two fields: {interlaced}.
 - **Lines** of an image may be any stride apart (`KyImage::stride`, `kyimg convert --line-bytes`): GStreamer pads them to four
@@ -106,7 +106,7 @@ void PrintTypes(const Family& family) {
     for (const std::int64_t id : TypesOf(family)) {
         const KyPixelType& type = TypeOf(id);
         fmt::print("| `{}` | {} | {} | {} | {} | {} |\n", FormatTypeID(id), LibraryName(id), ClassName(type),
-                   type.GetPixelBitSize(), type.GetPixelByteSize(), CameraNamesCell(id));
+                   type.GetPixelBitSize(), PixelBytesText(type) + GroupText(type), CameraNamesCell(id));
     }
     fmt::print("\n");
 }

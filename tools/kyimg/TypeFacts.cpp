@@ -1,5 +1,7 @@
 #include "TypeFacts.h"
 
+#include "ImageSizes.h"
+
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
 #include <KyImgLib/pixeltypes/KyPixelTypes.h>
@@ -85,6 +87,19 @@ std::string FlagsText(const KyPixelType& type) {
     if ((id & KY_TYPE_PACKED) != 0) flags.push_back("packed");
     if ((id & KY_TYPE_PLANAR) != 0) flags.push_back("planar");
     return flags.empty() ? "plain" : fmt::format("{}", fmt::join(flags, ", "));
+}
+
+double PixelBytes(const KyPixelType& type) {
+    constexpr std::uint32_t kWidth = 24, kHeight = 2;  // whole groups of every type, and whole pairs of lines
+    return static_cast<double>(SizeOf(MakeImage(type.GetTypeID(), kWidth, kHeight))) / (kWidth * kHeight);
+}
+
+std::string PixelBytesText(const KyPixelType& type) { return fmt::format("{:g}", PixelBytes(type)); }
+
+std::string GroupText(const KyPixelType& type) {
+    std::uint32_t pixels = 0, bytes = 0;
+    type.GetPixelGroup(pixels, bytes);
+    return pixels == 1 ? "" : fmt::format(" ({} pixels in {})", pixels, bytes);
 }
 
 const char* ClassName(const KyPixelType& type) {

@@ -1,0 +1,76 @@
+// The bytes of OpenCV's matrices, converted by the library and by cvtColor.
+#include <tests/interchange/PeerTest.h>
+
+#ifdef KYIMGLIB_TESTS_HAVE_OPENCV
+
+#include <opencv2/imgproc.hpp>
+
+namespace {
+
+using interchange::Bytes;
+using interchange::Picture;
+using interchange::Row;
+
+class OpenCVTest : public interchange::PeerTest {
+protected:
+    Bytes ConvertByPeer(const Picture& source, const Picture&) const override {
+        const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(source.type);
+        const int bytes = type.GetPixelByteSize();
+        const int element = type.IsBayerPattern() && bytes == 2 ? CV_16UC1 : CV_8UC(bytes);
+        const auto width = static_cast<int>(source.width);
+        Bytes copy = source.bytes;
+        const cv::Mat from(static_cast<int>(copy.size()) / width / bytes, width, element, copy.data());
+        cv::Mat to;
+        cv::cvtColor(from, to, GetParam().code);
+        return {to.data, to.data + to.total() * to.elemSize()};
+    }
+};
+
+/// The library's averages of bilinear demosaicing are truncated, OpenCV's rounded.
+constexpr int kRounding = 1;
+
+/// OpenCV takes a darker Y for black.
+constexpr std::uint8_t kBlack = 16;
+
+const Row kRows[] = {
+    {.from = "RGB", .to = "BGR", .code = cv::COLOR_RGB2BGR},
+    {.from = "RGBA", .to = "RGB", .code = cv::COLOR_RGBA2RGB},
+    {.from = "BGRA", .to = "RGB", .code = cv::COLOR_BGRA2RGB},
+    {.from = "BGRA", .to = "BGR", .code = cv::COLOR_BGRA2BGR},
+    {.from = "RGB", .to = "RGBA", .code = cv::COLOR_RGB2RGBA},
+    {.from = "RGB", .to = "BGRA", .code = cv::COLOR_RGB2BGRA},
+    {.from = "GRAY8", .to = "RGB", .code = cv::COLOR_GRAY2RGB},
+    {.from = "RGB", .to = "rgb565le", .code = cv::COLOR_RGB2BGR565},
+    // From 5-6-5 the library converts green only.
+    {.from = "rgb565le", .to = "RGB", .resultMask = {0, 0xFF, 0}, .code = cv::COLOR_BGR5652RGB},
+
+    {.from = "bayer_grbg8", .to = "RGB", .limit = kRounding, .code = cv::COLOR_BayerGRBG2RGB},
+    {.from = "bayer_rggb8", .to = "RGB", .limit = kRounding, .code = cv::COLOR_BayerRGGB2RGB},
+    {.from = "bayer_gbrg8", .to = "BGR", .limit = kRounding, .code = cv::COLOR_BayerGBRG2BGR},
+    {.from = "bayer_bggr8", .to = "BGR", .limit = kRounding, .code = cv::COLOR_BayerBGGR2BGR},
+    {.from = "bayer_grbg16le",
+     .to = "rgb48le",
+     .limit = kRounding,
+     .resultMask = {0, 0xFF},
+     .code = cv::COLOR_BayerGRBG2RGB},
+    {.from = "bayer_rggb16le",
+     .to = "rgb48le",
+     .limit = kRounding,
+     .resultMask = {0, 0xFF},
+     .code = cv::COLOR_BayerRGGB2RGB},
+
+    {.from = "YUY2", .to = "RGB", .limit = 1, .lowest = kBlack, .code = cv::COLOR_YUV2RGB_YUY2},
+    {.from = "YUY2", .to = "BGR", .limit = 1, .lowest = kBlack, .code = cv::COLOR_YUV2BGR_YUY2},
+};
+
+TEST_P(OpenCVTest, SameAsTheLibrary) { CompareRow(238, 118); }
+
+INSTANTIATE_TEST_SUITE_P(Formats, OpenCVTest, testing::ValuesIn(kRows), interchange::NameOf);
+
+}  // namespace
+
+#else
+
+TEST(OpenCVTest, SameAsTheLibrary) { GTEST_SKIP() << "needs OpenCV: package libopencv-imgproc-dev"; }
+
+#endif
