@@ -2,6 +2,8 @@
 
 #include "Registration.h"
 
+#include <KyImgLib/KyImgLibC.h>
+
 #include <stdexcept>
 #include <string_view>
 
@@ -33,6 +35,13 @@ bool IsWanted(const Row& row, Size size, const Options& options) {
     return std::regex_search(NameOf(filtered, size), options.filter);
 }
 
+std::size_t FrameBytes(std::int64_t type, Size size) {
+    const KyImage image = {type, size.width, size.height, nullptr, 0, 0, 0};
+    std::size_t bytes = 0;
+    if (KyImage_GetSize(&image, &bytes) != KY_STATUS_SUCCESS) throw std::runtime_error(KyImage_GetError());
+    return bytes;
+}
+
 void Convert(const Conversion& conversion, const Frames& frames) {
     const auto [width, height] = conversion.size;
     if (conversion.filter)
@@ -45,13 +54,9 @@ void Convert(const Conversion& conversion, const Frames& frames) {
 
 }  // namespace
 
-std::size_t Conversion::GetSourceBytes() const {
-    return std::size_t{converter->GetSourceByteSize(size.width)} * size.height;
-}
+std::size_t Conversion::GetSourceBytes() const { return FrameBytes(row.source, size); }
 
-std::size_t Conversion::GetDestinationBytes() const {
-    return std::size_t{converter->GetDestinationByteSize(size.width)} * size.height;
-}
+std::size_t Conversion::GetDestinationBytes() const { return FrameBytes(row.destination, size); }
 
 std::vector<Conversion> SelectConversions(const Options& options) {
     // Not built in; it registers itself as it is constructed.

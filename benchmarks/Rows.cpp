@@ -100,6 +100,15 @@ constexpr Row kRows[] = {
     {"Chain/Bayer12p-Bayer12-RGB24/bilinear", KY_TYPE_BAYER12P, KY_TYPE_RGB24, kBilinear, kNone},
     {"Chain/BayerRAW10-Bayer10-RGB24/bilinear", KY_TYPE_BAYER10_MIPI, KY_TYPE_RGB24, kBilinear, kNone},
 
+    {"UYVYToRGB24", KY_TYPE_UYVY, KY_TYPE_RGB24, 0, kNone},
+    {"UYVYToRGB32", KY_TYPE_UYVY, KY_TYPE_RGB32, 0, kNone},
+    {"NV12ToRGB24", KY_TYPE_NV12, KY_TYPE_RGB24, 0, kNone},
+    {"I420ToRGB24", KY_TYPE_I420, KY_TYPE_RGB24, 0, kNone},
+    {"P010ToRGB24", KY_TYPE_P010, KY_TYPE_RGB24, 0, kNone},
+    {"Y210ToRGB24", KY_TYPE_Y210, KY_TYPE_RGB24, 0, kNone},
+    {"RGB24ToNV12", KY_TYPE_RGB24, KY_TYPE_NV12, 0, kNone},
+    {"RGB24ToI420", KY_TYPE_RGB24, KY_TYPE_I420, 0, kNone},
+    {"Chain/Bayer8-RGB24-NV12/bilinear", kBayer8, KY_TYPE_NV12, kBilinear, kNone},
     {"Bayer12PackedToBayer12", kBayer12 | KY_TYPE_PACKED, kBayer12, 0, kNone},
     {"TapsBayer8/left-right", kBayer8 | KY_TAP_LEFT_RIGHT, kBayer8, 0, kNone},
     {"Gray10ToRGB24", kGray10, KY_TYPE_RGB24, 0, kNone},
@@ -111,6 +120,7 @@ constexpr Row kRows[] = {
 };
 
 constexpr Chain kChains[] = {
+    {"Chain/Bayer8-RGB24-NV12/bilinear", {"Bayer8ToRGB24/bilinear", "RGB24ToNV12"}},
     {"Chain/Bayer12p-Bayer12-RGB24/bilinear", {"Bayer12pToBayer12", "Bayer12ToRGB24/bilinear"}},
     {"Chain/BayerRAW10-Bayer10-RGB24/bilinear", {"BayerRAW10ToBayer10", "Bayer10ToRGB24/bilinear"}},
     {"Chain/Bayer12Packed-Bayer12-RGB24/bilinear", {"Bayer12PackedToBayer12", "Bayer12ToRGB24/bilinear"}},

@@ -1,10 +1,13 @@
 #include <KyImgLib/conversion/AreaConversionInternal.h>
 
 #include <KyImgLib/conversion/ConverterRecordInternal.h>
+#include <KyImgLib/conversion/ImageConversionInternal.h>
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/conversion/KyIdentityConverter.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
+#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
+#include <KyImgLib/pixeltypes/PixelFormatInternal.h>
 
 #include <algorithm>
 #include <limits>
@@ -31,7 +34,7 @@ void FillContext(const KyPixelConverter& converter, const Area& area, KyPixelCon
     }
 }
 
-/// Whether an image of the type has planes that areas know nothing of: its converter converts it as an image.
+/// Whether an image of the type has planes that areas know nothing of: it is converted as an image.
 bool HasPlanesOfItsOwn(std::int64_t type) { return (type & KY_TYPE_PLANAR) != 0 && (type & KY_TYPE_EXTENDED) != 0; }
 
 /// Lines of an area that are converted together.
@@ -132,6 +135,42 @@ struct LineCalls {
     }
 };
 
+/// The format of a registered type, and where the planes of a whole image of it lie that has no gaps.
+struct WholeImage {
+    const PixelFormat format;
+    std::size_t rowBytes;
+    ImagePlanes planes;
+
+    WholeImage(std::int64_t type, std::uint32_t width, std::uint32_t height)
+        : format(FormatOf(*KyPixelTypeFactory::FindPixelType(type))),
+          rowBytes(static_cast<std::size_t>(format.LineBytes(width))), planes{} {
+        planes.toSecond = static_cast<std::ptrdiff_t>(rowBytes * height);
+        planes.stride = static_cast<std::ptrdiff_t>(format.otherPlanes.LineBytes(width));
+        planes.step = planes.stride * static_cast<std::ptrdiff_t>(format.otherPlanes.Lines(height));
+    }
+};
+
+void ConvertAreaAsImage(const Stages& stages, const Area& area, const std::uint8_t* source, std::uint8_t* destination,
+                        const KyRGBFilter* filter) {
+    const WholeImage from(stages.converters[0]->GetSourceType(), area.sourceWidth, area.sourceHeight);
+    const WholeImage to(stages.converters[stages.count - 1]->GetDestinationType(), area.destinationWidth,
+                        area.destinationHeight);
+    ImageConversion image = {};
+    image.source = source;
+    image.sourceRowBytes = from.rowBytes;
+    image.sourceStride = static_cast<std::ptrdiff_t>(from.rowBytes);
+    image.sourcePlanes = from.planes;
+    image.destination = destination;
+    image.destinationStride = static_cast<std::ptrdiff_t>(to.rowBytes + area.destinationPadding);
+    image.destinationPlanes = to.planes;
+    image.width = area.width;
+    image.height = area.height;
+    image.flags = area.flags;
+    image.filter = filter;
+    image.endLine = area.height;
+    ConvertImage(stages, image);
+}
+
 }  // namespace
 
 Stages Stages::Of(const KyPixelConverter& converter) {
@@ -161,7 +200,10 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     if (!stages.ConvertByKernels()) return false;
     const KyPixelConverter& first = *stages.converters[0];
     const KyPixelConverter& last = *stages.converters[stages.count - 1];
-    if (HasPlanesOfItsOwn(first.GetSourceType()) || HasPlanesOfItsOwn(last.GetDestinationType())) return false;
+    if (HasPlanesOfItsOwn(first.GetSourceType()) || HasPlanesOfItsOwn(last.GetDestinationType())) {
+        ConvertAreaAsImage(stages, area, source, destination, context.filter);
+        return true;
+    }
     // All but the last convert an image into one of the same size.
     const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
                         area.sourceWidth, area.sourceHeight, area.flags,       0};

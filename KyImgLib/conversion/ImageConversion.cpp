@@ -10,8 +10,7 @@ namespace ky {
 namespace {
 
 /// Adds the kernels of all stages. False when one has none.
-bool AddStages(const KyPixelConverter& converter, const ConversionSettings& settings, Pipeline& pipeline) {
-    const Stages stages = Stages::Of(converter);
+bool AddStages(const Stages& stages, const ConversionSettings& settings, Pipeline& pipeline) {
     if (!stages.ConvertByKernels()) return false;
     for (std::size_t i = 0; i < stages.count; ++i) {
         // A stage that copies is left out where there is another one.
@@ -37,20 +36,19 @@ void SetPlanes(Rows<Byte> (&rows)[2], Byte* first, const ImagePlanes& planes) {
 
 std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags) {
     Pipeline pipeline;
-    if (!AddStages(converter, {nullptr, flags, 2, 2, 2, true, 0}, pipeline)) return 0;
+    if (!AddStages(Stages::Of(converter), {nullptr, flags, 2, 2, 2, true, 0}, pipeline)) return 0;
     return std::max(pipeline.RowStep(), IsInterlaced(converter) ? 2u : 1u);
 }
 
-void ConvertImage(const KyPixelConverter& converter, const ImageConversion& image) {
+void ConvertImage(const Stages& stages, const ImageConversion& image) {
     Pipeline pipeline;
-    AddStages(converter,
-              {image.filter, image.flags, image.width, image.height, image.width, true, image.sourceRowBytes},
+    AddStages(stages, {image.filter, image.flags, image.width, image.height, image.width, true, image.sourceRowBytes},
               pipeline);
     for (std::size_t i = 0; i < pipeline.Count(); ++i) pipeline.SetSize(i, image.width, image.height, image.height);
 
     Pipeline::Images images;
     images.source = SourceRows::OfImage(image.source, image.sourceStride);
-    if (IsInterlaced(converter)) {
+    if (IsInterlaced(*stages.converters[0])) {
         const std::uint8_t *even = image.source, *odd = image.source + image.fieldStride;
         if ((image.flags & KyPixelConverter::FLAG_INVERT_DEINTERLACER) != 0) std::swap(even, odd);
         images.source = SourceRows::OfFields(even, odd, image.sourceStride);

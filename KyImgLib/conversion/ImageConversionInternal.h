@@ -15,6 +15,8 @@ struct ImagePlanes {
     std::ptrdiff_t stride;    ///< from one of their lines to the next
 };
 
+struct Stages;
+
 /// A checked conversion of some lines of an image.
 struct ImageConversion {
     const std::uint8_t* source;   ///< first line; interlaced: of the first field in memory
@@ -36,7 +38,7 @@ struct ImageConversion {
 std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags);
 
 /// Converts the lines; exactly `width` pixels of each. Only where BandStepOf() is not 0. Throws std::bad_alloc.
-void ConvertImage(const KyPixelConverter& converter, const ImageConversion& conversion);
+void ConvertImage(const Stages& stages, const ImageConversion& conversion);
 
 }  // namespace ky
 

@@ -7,7 +7,7 @@
 namespace ky {
 
 /// A converter from or to an extended type, whose image may have several planes. Sizes of lines are those of all planes
-/// together. An image in planes has no lines that a line call could take; its area is converted as an image.
+/// together. An image in planes has no lines that a line call could take.
 class PlanesConverter : public KyPixelConverter {
 public:
     using KyPixelConverter::Convert;
@@ -17,10 +17,6 @@ public:
     std::uint32_t GetSourceByteSize(std::uint32_t count) const override;
     std::uint32_t GetDestinationByteSize(std::uint32_t count) const override;
 
-    std::uint32_t Convert(const std::uint8_t* source, std::uint32_t sourceWidth, std::uint32_t sourceHeight,
-                          std::uint8_t* destination, std::uint32_t destinationWidth, std::uint32_t destinationHeight,
-                          std::uint32_t width, std::uint32_t height, std::uint32_t flags,
-                          std::uint32_t destinationPadding) const override;
     std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const override;
 
 protected:

@@ -1,5 +1,6 @@
 #include <KyImgLib/images/ConvertInternal.h>
 
+#include <KyImgLib/conversion/AreaConversionInternal.h>
 #include <KyImgLib/conversion/ImageConversionInternal.h>
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
@@ -37,7 +38,7 @@ std::uint32_t ConvertByKernels(const CheckedConversion& checked, std::uint32_t f
     conversion.filter = checked.filter;
     conversion.firstLine = firstLine;
     conversion.endLine = lineEnd;
-    ConvertImage(*checked.pair->converter, conversion);
+    ConvertImage(Stages::Of(*checked.pair->converter), conversion);
     return KY_STATUS_SUCCESS;
 }
 

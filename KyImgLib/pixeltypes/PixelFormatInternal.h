@@ -20,15 +20,18 @@ struct PixelGroup {
     std::uint32_t pixels, bytes;
 };
 
+/// Bytes of so many pixels, whole groups.
+inline std::uint64_t BytesOf(const PixelGroup& group, std::uint32_t pixels) {
+    return (std::uint64_t{pixels} + group.pixels - 1) / group.pixels * group.bytes;
+}
+
 /// The planes of a type after the first one, all alike: colours of YUV, often with fewer samples than the first plane.
 struct OtherPlanes {
     std::uint32_t count = 0;
     PixelGroup group = {1, 1};      ///< pixels of the picture, and the bytes of a plane for them
     std::uint32_t sharedLines = 1;  ///< lines of the picture that share a line of a plane
 
-    std::uint64_t LineBytes(std::uint32_t width) const {
-        return (std::uint64_t{width} + group.pixels - 1) / group.pixels * group.bytes;
-    }
+    std::uint64_t LineBytes(std::uint32_t width) const { return BytesOf(group, width); }
     std::uint32_t Lines(std::uint32_t height) const { return height / sharedLines + (height % sharedLines != 0); }
 };
 
@@ -38,6 +41,9 @@ struct PixelFormat {
     OtherPlanes otherPlanes;
     /// The type of the same samples in scan order, LSB-aligned in words, or in bytes; RGB24 where a pixel has several samples.
     std::int64_t plain;
+
+    /// Of the first plane.
+    std::uint64_t LineBytes(std::uint32_t width) const { return BytesOf(group, width); }
 };
 
 PixelFormat FormatOf(const KyPixelType& type);

@@ -67,8 +67,8 @@ struct YCbCrState {
     explicit YCbCrState(const YCbCrSettings& settings)
         : rule(MakeRule(settings)), layout(LayoutOf(settings)), filter(settings.filter),
           linesPerCbCrRow(settings.linesPerCbCrRow), isExchanged(settings.isExchanged) {
-        // Of bytes Y, Cb, Y, Cr of two pixels; of words, where planes have Cb and Cr in turn.
-        static constexpr std::uint8_t kSwapped[] = {2, 3, 0, 1}, kInOrder[] = {0, 1, 2, 3};
+        // Of Y, Cb, Y, Cr of two pixels; of Cb and Cr in turn, where a plane has these.
+        static constexpr std::uint8_t kSwapped[] = {1, 0, 3, 2}, kInOrder[] = {0, 1, 2, 3};
         const bool hasPlaces = settings.places[1] != settings.places[3];
         const std::uint8_t* const from = hasPlaces ? settings.places : settings.crFirst ? kSwapped : kInOrder;
         for (std::uint8_t i = 0; i < 16; ++i)
@@ -92,10 +92,10 @@ private:
 
 template <class Reader>
 HWY_INLINE Planes8 ReadRGB(const std::uint8_t* const* rows, const YCbCrLayout& layout, const YCbCrOfPairs& rule) {
-    const Planes16 lower = rule.RGBOf(Reader::template ReadVector<0>(rows, layout));
-    const Planes16 upper = rule.RGBOf(Reader::template ReadVector<1>(rows, layout));
-    return {LowBytes(lower.first, upper.first), LowBytes(lower.second, upper.second),
-            LowBytes(lower.third, upper.third)};
+    const SharedSampleHalves samples = Reader::ReadVector(rows, layout);
+    const Planes16 lower = rule.RGBOf(samples.lower), upper = rule.RGBOf(samples.upper);
+    return {PackBytes(lower.first, upper.first), PackBytes(lower.second, upper.second),
+            PackBytes(lower.third, upper.third)};
 }
 
 HWY_INLINE V16 LowWords(VI32 first, VI32 second) {

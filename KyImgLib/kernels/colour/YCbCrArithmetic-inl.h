@@ -90,10 +90,31 @@ private:
     WordPair parts[kParts];
 };
 
-/// Words of Y, one for each pixel, and of Cb and Cr in turn, one pair for two pixels.
+/// Words of Y, one for each pixel, and of Cb and Cr in turn, one pair for two pixels: half a vector's worth. The lower half has
+/// the lower half of every 16 pixels, so that PackBytes() puts both in order.
 struct SharedSamples {
     V16 y, cbcr;
 };
+struct SharedSampleHalves {
+    SharedSamples lower, upper;
+};
+
+/// The bytes of a vector as words.
+HWY_INLINE V16 LowerAsWords(V8 v) { return Words(hn::InterleaveLower(D8(), v, hn::Zero(D8()))); }
+HWY_INLINE V16 UpperAsWords(V8 v) { return Words(hn::InterleaveUpper(D8(), v, hn::Zero(D8()))); }
+
+/// Words less than 32768, limited to bytes.
+HWY_INLINE V8 PackBytes(V16 lower, V16 upper) {
+#if HWY_TARGET == HWY_AVX3
+    return V8{_mm512_packus_epi16(lower.raw, upper.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    return V8{_mm256_packus_epi16(lower.raw, upper.raw)};
+#elif HWY_TARGET == HWY_NEON
+    return V8{vqmovn_high_u16(vqmovn_u16(lower.raw), upper.raw)};
+#else
+    return V8{_mm_packus_epi16(lower.raw, upper.raw)};
+#endif
+}
 
 /// The rule for 8-bit samples whose pairs of pixels share Cb and Cr, in words: all but the last floor of green fits.
 class YCbCrOfPairs {
@@ -105,11 +126,13 @@ public:
         fraction = {Bits(fit.blue.fraction), Bits(fit.red.fraction)};
         ahead = {Bits(fit.blue.ahead), Bits(fit.red.ahead)};
         const int black = YCbCrFactors::kLuma * factors.black;
-        excess = {Bits(fit.blue.excess + black), Bits(fit.red.excess + black)};
+        excess[0] = static_cast<std::uint16_t>(fit.red.excess + black);
+        excess[1] = static_cast<std::uint16_t>(kGreenExcess + black);
+        excess[2] = static_cast<std::uint16_t>(fit.blue.excess + black);
         constexpr int kDropped = YCbCrFactors::kFractionBits - kGreenBits;
         green = {(factors.greenOfCb + (1 << (kDropped - 1))) >> kDropped,
                  (factors.greenOfCr + (1 << (kDropped - 1))) >> kDropped};
-        greenOffset = (factors.divisor << (kGreenShift - 1)) - (black << kGreenShift);
+        greenOffset = (factors.divisor << (kGreenShift - 1)) + (kGreenExcess << kGreenShift);
         inverse = static_cast<std::uint16_t>(((1 << 22) + factors.divisor - 1) / factors.divisor);
     }
 
@@ -118,17 +141,17 @@ public:
         static constexpr BlockBytes kSecond = {{2, 3, 2, 3, 6, 7, 6, 7, 10, 11, 10, 11, 14, 15, 14, 15}};
         const V16 cbcr = samples.cbcr;
         const V16 fractions = hn::MulHigh(hn::Add(cbcr, ahead.Words()), fraction.Words());
-        const V16 blueAndRed = hn::Sub(hn::Add(hn::Mul(cbcr, whole.Words()), fractions), excess.Words());
+        const V16 blueAndRed = hn::Add(hn::Mul(cbcr, whole.Words()), fractions);
         const VI32 greenSum = green.SumOf(hn::Sub(cbcr, hn::Set(D16(), 128)), kGreenBias);
         const VI32 greens = hn::ShiftRight<kGreenShift>(hn::Add(greenSum, hn::Set(DI32(), greenOffset)));
         const V16 luma = hn::Mul(samples.y, hn::Set(D16(), YCbCrFactors::kLuma));
-        return {Rounded(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kSecond))),
-                Rounded(luma, hn::TableLookupBytes(hn::BitCast(D8(), greens), LoadBlock(kFirst))),
-                Rounded(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kFirst)))};
+        return {Rounded<0>(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kSecond))),
+                Rounded<1>(luma, hn::TableLookupBytes(hn::BitCast(D8(), greens), LoadBlock(kFirst))),
+                Rounded<2>(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kFirst)))};
     }
 
 private:
-    static constexpr int kGreenShift = 8, kGreenBits = kGreenShift + 15, kGreenBias = 60;
+    static constexpr int kGreenShift = 8, kGreenBits = kGreenShift + 15, kGreenBias = 60, kGreenExcess = 1 << 14;
 
     /// floor(factor (c - 128) + divisor / 2) = whole c + floor((c + ahead) fraction / 65536) - excess for every byte c. They were
     /// found by search: several do, and the nearest fraction is not always among them.
@@ -145,15 +168,16 @@ private:
 
     static std::int16_t Bits(int word) { return static_cast<std::int16_t>(static_cast<std::uint16_t>(word)); }
 
-    /// luma + colour, divided. Sums beyond the range of words are beyond that of bytes.
+    /// What is left of luma and colour above the excess, divided: not yet limited to a byte. No sum is beyond a word.
+    template <int kChannel>
     HWY_INLINE V16 Rounded(V16 luma, V8 colour) const {
-        const DI16 d;
-        const VI16 sum = hn::SaturatedAdd(hn::BitCast(d, luma), hn::BitCast(d, colour));
-        const V16 positive = hn::BitCast(D16(), hn::Max(sum, hn::Zero(d)));
-        return hn::Min(hn::ShiftRight<6>(hn::MulHigh(positive, hn::Set(D16(), inverse))), hn::Set(D16(), 255));
+        const D16 d;
+        const V16 sum = hn::SaturatedSub(hn::Add(luma, Words(colour)), hn::Set(d, excess[kChannel]));
+        return hn::ShiftRight<6>(hn::MulHigh(sum, hn::Set(d, inverse)));
     }
 
-    WordPair whole, fraction, ahead, excess;  ///< of Cb, then of Cr
+    WordPair whole, fraction, ahead;  ///< of Cb, then of Cr
+    std::uint16_t excess[3];          ///< of red, green and blue, so that no sum is negative
     PairFactors<2> green;
     std::int32_t greenOffset;
     std::uint16_t inverse;  ///< 2 to the power of 22 divided by the divisor

@@ -5,7 +5,8 @@
 //     kGroup, kGroupBytes           pixels that share bytes, and those bytes, in the first plane
 //     PlaneBytes(i, pixels)         bytes of so many pixels in plane i
 //     ReadPixel(rows, x, layout)    the samples of pixel x
-//     ReadVector<n>(rows, layout)   the samples of the n-th half (of pairs) or quarter (of words) of a vector's worth of pixels
+//     ReadVector(rows, layout)      the samples of a vector's worth of pixels, of bytes that pairs of pixels share
+//     ReadVector<n>(rows, layout)   those of its n-th quarter, of others
 
 /// What readers are told, see YCbCrSettings.
 struct YCbCrLayout {
@@ -13,7 +14,7 @@ struct YCbCrLayout {
     std::uint8_t wordShift;
     bool crFirst;
 #if !KY_SCALAR
-    BlockBytes order;  ///< of bytes, to Y, Cb, Y, Cr; of words of Cb and Cr
+    BlockBytes order;  ///< of bytes, to Y, Cb, Y, Cr or to Cb, Cr, Cb, Cr
 #endif
 };
 
@@ -43,9 +44,29 @@ private:
 };
 
 #if !KY_SCALAR
-template <std::size_t n, std::size_t kParts>
-HWY_INLINE V16 PromotedBytes(const std::uint8_t* from) {
-    return hn::PromoteTo(D16(), hn::LoadU(hn::Rebind<std::uint8_t, D16>(), from + n * kLanes / kParts));
+/// Two vectors' worth of memory: every other block of 16 bytes, from the first on and from the second on.
+struct BlocksInTurn {
+    V8 even, odd;
+};
+HWY_INLINE BlocksInTurn LoadBlocksInTurn(const std::uint8_t* from) {
+#if HWY_TARGET == HWY_AVX3
+    const V8 lower = Load(from), upper = Load(from + kLanes);
+    return {V8{_mm512_shuffle_i64x2(lower.raw, upper.raw, 0x88)}, V8{_mm512_shuffle_i64x2(lower.raw, upper.raw, 0xDD)}};
+#elif HWY_TARGET == HWY_AVX2
+    const __m128i* const blocks = reinterpret_cast<const __m128i*>(from);
+    const auto pair = [&](std::size_t first) {
+        return V8{_mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(blocks + first)),
+                                          _mm_loadu_si128(blocks + first + 2), 1)};
+    };
+    return {pair(0), pair(1)};
+#else
+    return {Load(from), Load(from + kLanes)};
+#endif
+}
+
+/// `y` of a vector's worth of pixels; `cbcr` of as many pixels, in turn.
+HWY_INLINE SharedSampleHalves HalvesOf(V8 y, V8 cbcr) {
+    return {{LowerAsWords(y), LowerAsWords(cbcr)}, {UpperAsWords(y), UpperAsWords(cbcr)}};
 }
 #endif
 
@@ -56,9 +77,14 @@ struct ReadPairs : YCbCrReader<1, 2, 4> {
         return {group[layout.places[x % 2 * 2]], group[layout.places[1]], group[layout.places[3]]};
     }
 #if !KY_SCALAR
-    template <std::size_t n>
-    static HWY_INLINE SharedSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
-        const V16 words = Words(hn::TableLookupBytes(Load(rows[0] + n * kLanes), LoadBlock(layout.order)));
+    static HWY_INLINE SharedSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
+        const BlocksInTurn blocks = LoadBlocksInTurn(rows[0]);
+        return {Half(blocks.even, layout), Half(blocks.odd, layout)};
+    }
+
+private:
+    static HWY_INLINE SharedSamples Half(V8 groups, const YCbCrLayout& layout) {
+        const V16 words = Words(hn::TableLookupBytes(groups, LoadBlock(layout.order)));
         return {hn::And(words, hn::Set(D16(), 0x00FF)), hn::ShiftRight<8>(words)};
     }
 #endif
@@ -71,17 +97,16 @@ struct ReadFours : YCbCrReader<1, 4, 6> {
         return {group[LumaAt(x % 4, layout)], group[layout.places[1]], group[layout.places[3]]};
     }
 #if !KY_SCALAR
-    template <std::size_t n>
-    static HWY_INLINE SharedSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
+    static HWY_INLINE SharedSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
         // Rare enough to be put in order one by one.
-        HWY_ALIGN std::uint16_t y[kLanes / 2], cbcr[kLanes / 2];
-        const std::uint8_t* group = rows[0] + n * kLanes / 2 / 4 * 6;
-        for (std::size_t x = 0; x < kLanes / 2; x += 4, group += 6) {
+        HWY_ALIGN std::uint8_t y[kLanes], cbcr[kLanes];
+        const std::uint8_t* group = rows[0];
+        for (std::size_t x = 0; x < kLanes; x += 4, group += 6) {
             for (std::size_t i = 0; i < 4; ++i) y[x + i] = group[LumaAt(i, layout)];
             cbcr[x] = cbcr[x + 2] = group[layout.places[1]];
             cbcr[x + 1] = cbcr[x + 3] = group[layout.places[3]];
         }
-        return {hn::Load(D16(), y), hn::Load(D16(), cbcr)};
+        return HalvesOf(hn::Load(D8(), y), hn::Load(D8(), cbcr));
     }
 #endif
 
@@ -94,10 +119,8 @@ private:
 
 struct ReadTwoBytePlanes : ReadTwoPlanes<1> {
 #if !KY_SCALAR
-    template <std::size_t n>
-    static HWY_INLINE SharedSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
-        const V8 cbcr = Bytes(PromotedBytes<n, 2>(rows[1]));
-        return {PromotedBytes<n, 2>(rows[0]), Words(hn::TableLookupBytes(cbcr, LoadBlock(layout.order)))};
+    static HWY_INLINE SharedSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
+        return HalvesOf(Load(rows[0]), hn::TableLookupBytes(Load(rows[1]), LoadBlock(layout.order)));
     }
 #endif
 };
@@ -112,12 +135,10 @@ struct ReadThreePlanes : YCbCrReader<3, 2, 2> {
         return {rows[0][x], rows[1][x / 2], rows[2][x / 2]};
     }
 #if !KY_SCALAR
-    template <std::size_t n>
-    static HWY_INLINE SharedSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout&) {
-        const hn::Rebind<std::uint8_t, D32> d8;
-        const V32 cb = hn::PromoteTo(D32(), hn::LoadU(d8, rows[1] + n * kLanes / 4)),
-                  cr = hn::PromoteTo(D32(), hn::LoadU(d8, rows[2] + n * kLanes / 4));
-        return {PromotedBytes<n, 2>(rows[0]), hn::BitCast(D16(), hn::Or(cb, hn::ShiftLeft<16>(cr)))};
+    static HWY_INLINE SharedSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout&) {
+        const hn::Rebind<std::uint8_t, D16> d8;
+        const V16 cb = hn::PromoteTo(D16(), hn::LoadU(d8, rows[1])), cr = hn::PromoteTo(D16(), hn::LoadU(d8, rows[2]));
+        return HalvesOf(Load(rows[0]), Bytes(hn::Or(cb, hn::ShiftLeft<8>(cr))));
     }
 #endif
 };
