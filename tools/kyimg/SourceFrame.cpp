@@ -26,6 +26,22 @@ std::uint32_t PlanesOf(std::int64_t type) {
     return isPlanar ? KyPixelTypeFactory::FindPixelType(type)->GetPixelByteSize() : 1;
 }
 
+/// Whether some planes have fewer lines or pixels than others.
+bool HasUnlikePlanes(std::int64_t type) { return PlanesOf(type) > 1 && (type & KY_COLOUR_SPACE_YUV) != 0; }
+
+/// Of a frame with padded lines, the padding of its last line included: of the widest image with such lines.
+std::size_t BytesOfWholeLines(KyImage image) {
+    std::size_t bytes = SizeOf(image), wider = 0;
+    const std::uint32_t narrow = image.width;
+    for (std::uint32_t step = 1u << 30; step != 0; step /= 2) {
+        image.width += step;
+        const bool fits = image.width > narrow && KyImage_GetSize(&image, &wider) == KY_STATUS_SUCCESS;
+        if (fits) bytes = wider;
+        else image.width -= step;
+    }
+    return bytes;
+}
+
 /// Nothing in a line may depend on where it ends.
 void CheckContinuous(std::int64_t type, const ConvertOptions& options) {
     if (options.stride != 0)
@@ -71,8 +87,13 @@ void SourceFrame::PlaceLines(const ConvertOptions& options) {
     if (KyImage_GetSize(&image, &bytes) != KY_STATUS_SUCCESS)
         throw UsageError(fmt::format("{}: {}", options.stride == 0 ? "--size" : "--line-bytes", KyImage_GetError()));
 
-    const std::uint32_t planes = PlanesOf(image.type);
     const std::size_t tightBytes = SizeOf(MakeImage(image.type, image.width, image.height));
+    if (HasUnlikePlanes(image.type)) {
+        fileBytes = options.stride == 0 ? tightBytes : BytesOfWholeLines(image);
+        if (options.stride != 0) linesText = fmt::format(" in lines of {} bytes", options.stride);
+        return;
+    }
+    const std::uint32_t planes = PlanesOf(image.type);
     const std::uint64_t lineBytes = tightBytes / planes / image.height;
     const std::uint64_t stride = options.stride == 0 ? lineBytes : options.stride;
     fileBytes = stride * planes * size.height;
