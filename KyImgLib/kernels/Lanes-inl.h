@@ -22,9 +22,8 @@ HWY_INLINE V8 Bytes(V16 v) { return hn::BitCast(D8(), v); }
 HWY_INLINE V8 Load(const std::uint8_t* from) { return hn::LoadU(D8(), from); }
 
 /// Writes a vector; streaming writes go around the caches and need an address that is a multiple of kLanes.
-template <bool kStream>
-HWY_INLINE void Put(V8 v, std::uint8_t* to) {
-    if constexpr (kStream) {
+HWY_INLINE void Put(V8 v, std::uint8_t* to, bool streams) {
+    if (HWY_UNLIKELY(streams)) {
         hn::Stream(v, D8(), to);
     } else {
         hn::StoreU(v, D8(), to);

@@ -71,11 +71,12 @@ enum class StepCost {
 ///     kPixelBytes                    bytes of a column in each output
 ///     kPrefetchRows                  rows that it prefetches for at a time
 ///     kCost                          see StepCost
+///     kStreamsApart                  whether steps that stream are compiled apart, because to ask at every store would cost
 ///     InputBytes(columns)            bytes of the first columns of an input
 ///     PlaneBytes(i, columns)         the same of input i, where inputs differ; no margin then
 ///     Output(state, rows, i, x, n)   the lowest address of n columns from x on in output i
 ///     Advance(rows, columns)         moves the rows on: column 0 is then that one; not of many rows
-///     Run<kStream>(state, rows, x)   converts the columns from x on, and reads and writes not a byte more
+///     Run(state, rows, x, streams)   converts the columns from x on, and reads and writes not a byte more
 template <class Step>
 class RowWalk {
 public:
@@ -140,7 +141,7 @@ private:
             if (last < x + kMargin) return;
             last -= kMargin;
         }
-        if (x < end) Steps<false>(state, rows, std::min(x, last), last, prefetch, firstRow);
+        if (x < end) Steps(state, rows, std::min(x, last), last, prefetch, firstRow, false);
     }
 
     /// The same with streaming stores. They must not meet ordinary ones in a cache line, so the ends are cut to fit.
@@ -152,7 +153,7 @@ private:
         x += head;
         if (x + kPixels + kMargin <= end) {
             const std::size_t whole = (end - kMargin - x) / kPixels * kPixels;
-            Steps<true>(state, rows, x, x + whole - kPixels, prefetch, firstRow);
+            Steps(state, rows, x, x + whole - kPixels, prefetch, firstRow, true);
             x += whole;
         }
         Padded(x, end - x);
@@ -166,10 +167,23 @@ private:
         }
     }
 
-    /// Steps at column x and after it, the last one at `last`. The one place where the work is compiled.
-    template <bool kStream>
-    static HWY_NOINLINE void Steps(const State& known, const Rows& on, std::size_t x, std::size_t last,
-                                   const Prefetch& prefetch, std::size_t firstRow) {
+    /// Steps at column x and after it, the last one at `last`.
+    static HWY_INLINE void Steps(const State& state, const Rows& rows, std::size_t x, std::size_t last,
+                                 const Prefetch& prefetch, std::size_t firstRow, bool streams) {
+        if constexpr (!Step::kStreamsApart)
+            CompiledSteps(state, rows, x, last, prefetch, firstRow, streams);
+        else if (streams)
+            CompiledSteps(state, rows, x, last, prefetch, firstRow, std::true_type());
+        else
+            CompiledSteps(state, rows, x, last, prefetch, firstRow, std::false_type());
+    }
+
+    /// The one place where the work is compiled. `Streams` is bool, or a constant. It begins at a cache line: where in one a
+    /// short loop begins may cost half its speed, and would otherwise change with whatever else is in the library.
+    template <class Streams>
+    [[gnu::aligned(64)]] static HWY_NOINLINE void CompiledSteps(const State& known, const Rows& on, std::size_t x,
+                                                                std::size_t last, const Prefetch& prefetch,
+                                                                std::size_t firstRow, Streams streams) {
         // Local, so that no store to the destination can be taken for a change of them.
         const State localState = known;
         Rows here = on;
@@ -177,7 +191,7 @@ private:
         if constexpr (Step::kCost == StepCost::kManyRows) {
             for (;;) {
                 prefetcher.Step();
-                Step::template Run<kStream>(localState, here, x);
+                Step::Run(localState, here, x, streams);
                 if (x >= last) break;
                 x = std::min(x + kPixels, last);
             }
@@ -185,16 +199,16 @@ private:
             Step::Advance(here, static_cast<std::ptrdiff_t>(x));
             for (; x < last; x += kPixels) {
                 prefetcher.Step();
-                Step::template Run<kStream>(localState, here, 0);
+                Step::Run(localState, here, 0, streams);
                 Step::Advance(here, kPixels);
             }
             Step::Advance(here, static_cast<std::ptrdiff_t>(last) - static_cast<std::ptrdiff_t>(x));
-            Step::template Run<kStream>(localState, here, 0);
+            Step::Run(localState, here, 0, streams);
         } else {
             Step::Advance(here, static_cast<std::ptrdiff_t>(x));
             for (std::size_t left = last - x;;) {
                 prefetcher.Step();
-                Step::template Run<kStream>(localState, here, 0);
+                Step::Run(localState, here, 0, streams);
                 if (left == 0) break;
                 const std::size_t step = std::min(kPixels, left);
                 left -= step;
@@ -231,7 +245,7 @@ private:
             padded.out[i] = output[i];
             padded.out[i] += padded.out[i] - Step::Output(state, padded, i, 0, kPixels);
         }
-        Steps<false>(state, padded, 0, 0, Prefetch{}, 0);
+        Steps(state, padded, 0, 0, Prefetch{}, 0, false);
         for (std::size_t i = 0; i < Step::kOutputs; ++i)
             std::memcpy(Step::Output(state, rows, i, x, pixels), Step::Output(state, padded, i, 0, pixels),
                         pixels * Step::kPixelBytes);
@@ -251,6 +265,7 @@ struct PixelStep {
     static constexpr std::size_t kPixels = kLanes, kGroup = Reader::kGroup, kMargin = 0;
     static constexpr std::size_t kPixelBytes = kPixelBytesOf, kPrefetchRows = 1;
     static constexpr StepCost kCost = StepCost::kManyInstructions;
+    static constexpr bool kStreamsApart = false;
     using Rows = StepRows<kInputs, kOutputs>;
 
     static constexpr std::size_t InputBytes(std::size_t pixels) {

@@ -2,9 +2,13 @@
 // `to` has the address of the first pixel in each plane of the destination. Needs Lanes-inl.h before it.
 
 #if !KY_SCALAR
-template <bool kStream, std::size_t N>
-HWY_INLINE void PutAll(const V8 (&vectors)[N], std::uint8_t* to) {
-    for (std::size_t i = 0; i < N; ++i) Put<kStream>(vectors[i], to + i * kLanes);
+template <std::size_t N>
+HWY_INLINE void PutAll(const V8 (&vectors)[N], std::uint8_t* to, bool streams) {
+    if (HWY_UNLIKELY(streams)) {
+        for (std::size_t i = 0; i < N; ++i) Put(vectors[i], to + i * kLanes, true);
+    } else {
+        for (std::size_t i = 0; i < N; ++i) Put(vectors[i], to + i * kLanes, false);
+    }
 }
 #endif
 
@@ -19,8 +23,7 @@ struct Write565 {
     }
 #if !KY_SCALAR
     /// One vector's worth of pixels.
-    template <bool kStream>
-    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
+    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to, bool streams) {
         const D8 d;
         // Shifts of words, with the bits masked out that come over from the other byte.
         const V8 secondLow = hn::And(Bytes(hn::ShiftLeft<3>(Words(second))), hn::Set(d, 0xE0));
@@ -29,7 +32,7 @@ struct Write565 {
         const V8 high = hn::OrAnd(secondHigh, first, hn::Set(d, 0xF8));
         V8 out[2];
         Interleave2(low, high, out);
-        PutAll<kStream>(out, to[0]);
+        PutAll(out, to[0], streams);
     }
 #endif
 };
@@ -45,11 +48,10 @@ struct Write24 {
         to[0][2] = third;
     }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
+    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to, bool streams) {
         V8 out[3];
         Interleave3(first, second, third, out);
-        PutAll<kStream>(out, to[0]);
+        PutAll(out, to[0], streams);
     }
 #endif
 };
@@ -66,11 +68,10 @@ struct Write32 {
         to[0][3] = 0;
     }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
+    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to, bool streams) {
         V8 out[4];
         Interleave3Zero(first, second, third, out);
-        PutAll<kStream>(out, to[0]);
+        PutAll(out, to[0], streams);
     }
 #endif
 };
@@ -86,11 +87,10 @@ struct WritePlanes {
         *to[2] = third;
     }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to) {
-        Put<kStream>(first, to[0]);
-        Put<kStream>(second, to[1]);
-        Put<kStream>(third, to[2]);
+    static HWY_INLINE void Store(V8 first, V8 second, V8 third, std::uint8_t* const* to, bool streams) {
+        Put(first, to[0], streams);
+        Put(second, to[1], streams);
+        Put(third, to[2], streams);
     }
 #endif
 };
@@ -105,11 +105,10 @@ struct Write48 {
         std::memcpy(to[0], words, sizeof words);
     }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(V16 first, V16 second, V16 third, std::uint8_t* const* to) {
+    static HWY_INLINE void Store(V16 first, V16 second, V16 third, std::uint8_t* const* to, bool streams) {
         V8 out[3];
         InterleaveWords3(Bytes(first), Bytes(second), Bytes(third), out);
-        PutAll<kStream>(out, to[0]);
+        PutAll(out, to[0], streams);
     }
 #endif
 };

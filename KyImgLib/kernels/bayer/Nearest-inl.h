@@ -10,13 +10,12 @@ public:
     using typename Base::Rows, typename Base::Sample, typename Base::State;
     static constexpr std::size_t kMargin = 0;
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x) {
+    static HWY_INLINE void Run(const State& output, const Rows& rows, std::size_t x, bool streams) {
         std::uint8_t* const to[] = {Output(output, rows, 0, x, 0), Output(output, rows, 1, x, 0)};
         if constexpr (State::kVectors == 1)
-            output.template Write<kStream>({Cells(rows, x)}, rows.ownIsBlue, to);
+            output.Write({Cells(rows, x)}, rows.ownIsBlue, to, streams);
         else
-            output.template Write<kStream>({Cells(rows, x), Cells(rows, x + State::kVectorPixels)}, rows.ownIsBlue, to);
+            output.Write({Cells(rows, x), Cells(rows, x + State::kVectorPixels)}, rows.ownIsBlue, to, streams);
     }
 
 private:

@@ -179,32 +179,32 @@ public:
     explicit HWY_INLINE SiteOutput(const Filter& stage) : filter(stage) {}
 
     /// Writes the same pixels to each address of `to`.
-    template <bool kStream, std::size_t kCopies>
+    template <std::size_t kCopies>
     HWY_INLINE void Write(const SitePlanes<Sample> (&sites)[kVectors], bool ownIsBlue,
-                          std::uint8_t* const (&to)[kCopies]) const {
+                          std::uint8_t* const (&to)[kCopies], bool streams) const {
         auto first = sites[0].own, third = sites[0].opposite;
         if (ownIsBlue) {
             first = sites[0].opposite;
             third = sites[0].own;
         }
         if constexpr (kVectors == 1) {
-            Store<kStream>(filter.template Apply<0>(first), filter.template Apply<1>(sites[0].green),
-                           filter.template Apply<2>(third), to);
+            Store(filter.template Apply<0>(first), filter.template Apply<1>(sites[0].green),
+                  filter.template Apply<2>(third), to, streams);
         } else {
             auto nextFirst = sites[1].own, nextThird = sites[1].opposite;
             if (ownIsBlue) {
                 nextFirst = sites[1].opposite;
                 nextThird = sites[1].own;
             }
-            Store<kStream>(Narrow<0>(first, nextFirst), Narrow<1>(sites[0].green, sites[1].green),
-                           Narrow<2>(third, nextThird), to);
+            Store(Narrow<0>(first, nextFirst), Narrow<1>(sites[0].green, sites[1].green), Narrow<2>(third, nextThird),
+                  to, streams);
         }
     }
 
 private:
-    template <bool kStream, class V, std::size_t kCopies>
-    static HWY_INLINE void Store(V first, V second, V third, std::uint8_t* const (&to)[kCopies]) {
-        for (std::uint8_t* const copy : to) Writer::template Store<kStream>(first, second, third, &copy);
+    template <class V, std::size_t kCopies>
+    static HWY_INLINE void Store(V first, V second, V third, std::uint8_t* const (&to)[kCopies], bool streams) {
+        for (std::uint8_t* const copy : to) Writer::Store(first, second, third, &copy, streams);
     }
 
     template <int kChannel>
@@ -224,6 +224,8 @@ struct SiteStep {
     static constexpr std::size_t kInputs = kRowsIn, kOutputs = kRowsOut, kPrefetchRows = kRowsOut;
     static constexpr std::size_t kPixels = State::kPixels, kGroup = 2, kPixelBytes = Writer::kPixelBytes;
     static constexpr StepCost kCost = StepCost::kManyRows;
+    /// Filters of words take so long that it does not matter.
+    static constexpr bool kStreamsApart = !std::is_same_v<Stage, FilterStage<Filter16, false>>;
 
     struct Rows : StepRows<kInputs, kOutputs> {
         bool ownIsBlue;  ///< of the first of them

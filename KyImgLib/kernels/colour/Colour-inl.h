@@ -93,10 +93,9 @@ template <class Reader, class Writer, class Settings, bool kIsIdentity>
 struct ColourStep : PixelStep<Reader, Writer::kPixelBytes, Writer::kPlanes> {
     using State = ColourState<Reader, Settings, kIsIdentity>;
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t) {
+    static HWY_INLINE void Run(const State& state, const typename ColourStep::Rows& rows, std::size_t, bool streams) {
         const Planes8 pixels = state.Read(rows.in[0]);
-        Writer::template Store<kStream>(pixels.first, pixels.second, pixels.third, rows.out);
+        Writer::Store(pixels.first, pixels.second, pixels.third, rows.out, streams);
     }
 };
 

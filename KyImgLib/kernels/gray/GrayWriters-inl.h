@@ -12,9 +12,8 @@ struct WriteSamples {
 
     static void StorePixel(Value gray, std::uint8_t* to) { std::memcpy(to, &gray, sizeof gray); }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(const V8 (&samples)[kPixelBytes], std::uint8_t* to) {
-        PutAll<kStream>(samples, to);
+    static HWY_INLINE void Store(const V8 (&samples)[kPixelBytes], std::uint8_t* to, bool streams) {
+        PutAll(samples, to, streams);
     }
 #endif
 };
@@ -26,9 +25,8 @@ struct WriteGray565 {
 
     static void StorePixel(std::uint8_t gray, std::uint8_t* to) { Write565::StorePixel(gray, gray, gray, &to); }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to) {
-        Write565::Store<kStream>(samples[0], samples[0], samples[0], &to);
+    static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to, bool streams) {
+        Write565::Store(samples[0], samples[0], samples[0], &to, streams);
     }
 #endif
 };
@@ -63,8 +61,7 @@ struct WriteGrayRGB {
         if constexpr (kSize == 4) to[3] = 0;
     }
 #if !KY_SCALAR
-    template <bool kStream>
-    static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to) {
+    static HWY_INLINE void Store(const V8 (&samples)[1], std::uint8_t* to, bool streams) {
         static constexpr RepeatBytes kPixels[4] = {PixelOfByte<kSize>(0), PixelOfByte<kSize>(1), PixelOfByte<kSize>(2),
                                                    PixelOfByte<kSize>(3)};
         V8 out[kSize];
@@ -79,7 +76,7 @@ struct WriteGrayRGB {
 #if !KY_VBMI
         BlocksInOrder(out);
 #endif
-        PutAll<kStream>(out, to);
+        PutAll(out, to, streams);
     }
 #endif
 };

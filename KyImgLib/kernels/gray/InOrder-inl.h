@@ -17,13 +17,14 @@ void ConvertInOrder(const Reader& reader, const Tile& tile, const Columns& colum
 template <class Reader, class Writer>
 struct InOrderStep : PixelStep<Reader, Writer::kPixelBytes> {
     static constexpr StepCost kCost = StepCost::kFewInstructions;
+    static constexpr bool kStreamsApart = true;
     using State = Reader;
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t) {
+    static HWY_INLINE void Run(const Reader& reader, const typename InOrderStep::Rows& rows, std::size_t,
+                               bool streams) {
         V8 samples[Reader::kSampleBytes];
         reader.Read(rows.in[0], samples);
-        Writer::template Store<kStream>(samples, rows.out[0]);
+        Writer::Store(samples, rows.out[0], streams);
     }
 };
 

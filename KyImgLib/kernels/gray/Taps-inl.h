@@ -109,8 +109,7 @@ struct TapStep : PixelStep<Reader, Writer::kPixelBytes, kTaps> {
         for (std::size_t tap = 0; tap < kTaps; ++tap) rows.out[tap] += Descends(kBackwards, tap) ? -bytes : bytes;
     }
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const Reader& reader, const Rows& rows, std::size_t) {
+    static HWY_INLINE void Run(const Reader& reader, const Rows& rows, std::size_t, bool streams) {
         const std::uint8_t* const from = rows.in[0];
         V8 in[kTaps * kSampleBytes];
         for (std::size_t i = 0; i < kTaps; ++i) {
@@ -129,7 +128,7 @@ struct TapStep : PixelStep<Reader, Writer::kPixelBytes, kTaps> {
         }
         for (std::size_t tap = 0; tap < kTaps; ++tap) {
             if (Descends(kBackwards, tap)) Reverse(taps[tap]);
-            Writer::template Store<kStream>(taps[tap], Output(reader, rows, tap, 0, kLanes));
+            Writer::Store(taps[tap], Output(reader, rows, tap, 0, kLanes), streams);
         }
     }
 };
