@@ -36,8 +36,10 @@ std::size_t BytesOfWholeLines(KyImage image) {
     for (std::uint32_t step = 1u << 30; step != 0; step /= 2) {
         image.width += step;
         const bool fits = image.width > narrow && KyImage_GetSize(&image, &wider) == KY_STATUS_SUCCESS;
-        if (fits) bytes = wider;
-        else image.width -= step;
+        if (fits)
+            bytes = wider;
+        else
+            image.width -= step;
     }
     return bytes;
 }

@@ -142,12 +142,11 @@ struct ToYCbCrStep : PixelStep<RGBPairs, 1, 3, 2> {
     static constexpr std::size_t kPrefetchRows = 2;
     using State = ToYCbCr;
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const State& rule, const Rows& rows, std::size_t) {
+    static HWY_INLINE void Run(const State& rule, const Rows& rows, std::size_t, bool streams) {
         const Planes8 above = Deinterleave<3>(rows.in[0]), below = Deinterleave<3>(rows.in[1]);
-        Put<kStream>(rule.LumaOf(above), rows.out[0]);
-        Put<kStream>(rule.LumaOf(below), rows.out[1]);
-        Put<kStream>(rule.ColoursOf(above, below), rows.out[2]);
+        Put(rule.LumaOf(above), rows.out[0], streams);
+        Put(rule.LumaOf(below), rows.out[1], streams);
+        Put(rule.ColoursOf(above, below), rows.out[2], streams);
     }
 };
 

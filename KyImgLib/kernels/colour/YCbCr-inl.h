@@ -128,13 +128,11 @@ struct YCbCrStep : PixelStep<Reader, Writer::kPixelBytes, 1, Reader::kPlanes> {
         rows.out[0] += pixels * static_cast<std::ptrdiff_t>(Writer::kPixelBytes);
     }
 
-    template <bool kStream>
-    static HWY_INLINE void Run(const State& state, const Rows& rows, std::size_t) {
+    static HWY_INLINE void Run(const State& state, const Rows& rows, std::size_t, bool streams) {
         const Planes8 rgb = ReadRGB<Reader>(rows.in, state.layout, state.rule);
         const Planes8 pixels = state.isExchanged ? Planes8{rgb.third, rgb.second, rgb.first} : rgb;
-        Writer::template Store<kStream>(state.filter.template Apply<0>(pixels.first),
-                                        state.filter.template Apply<1>(pixels.second),
-                                        state.filter.template Apply<2>(pixels.third), rows.out);
+        Writer::Store(state.filter.template Apply<0>(pixels.first), state.filter.template Apply<1>(pixels.second),
+                      state.filter.template Apply<2>(pixels.third), rows.out, streams);
     }
 };
 
