@@ -134,10 +134,11 @@ struct Ratio {
 
 /// Of source to destination bytes, reduced.
 constexpr Ratio kRatios[] = {
-    {1, 1, &Kernels<1, 1>}, {1, 2, &Kernels<1, 2>}, {1, 3, &Kernels<1, 3>},   {1, 4, &Kernels<1, 4>},
-    {2, 1, &Kernels<2, 1>}, {2, 3, &Kernels<2, 3>}, {3, 2, &Kernels<3, 2>},   {3, 4, &Kernels<3, 4>},
-    {4, 3, &Kernels<4, 3>}, {3, 8, &Kernels<3, 8>}, {8, 3, &Kernels<8, 3>},   {1, 8, &Kernels<1, 8>},
-    {5, 8, &Kernels<5, 8>}, {7, 8, &Kernels<7, 8>}, {5, 12, &Kernels<5, 12>},
+    {1, 1, &Kernels<1, 1>},   {1, 2, &Kernels<1, 2>}, {1, 3, &Kernels<1, 3>},   {1, 4, &Kernels<1, 4>},
+    {2, 1, &Kernels<2, 1>},   {2, 3, &Kernels<2, 3>}, {3, 2, &Kernels<3, 2>},   {3, 4, &Kernels<3, 4>},
+    {4, 3, &Kernels<4, 3>},   {3, 8, &Kernels<3, 8>}, {8, 3, &Kernels<8, 3>},   {1, 8, &Kernels<1, 8>},
+    {5, 8, &Kernels<5, 8>},   {7, 8, &Kernels<7, 8>}, {5, 12, &Kernels<5, 12>}, {5, 4, &Kernels<5, 4>},
+    {1, 12, &Kernels<1, 12>},
 };
 
 }  // namespace

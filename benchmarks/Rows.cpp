@@ -69,6 +69,17 @@ constexpr Row kRows[] = {
     {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kNone},
     {"RGB48ToRGB24", kRGB48, KY_TYPE_RGB24, 0, kWhiteBalance},
 
+    {"RGB24ToRGB48Scaled", KY_TYPE_RGB24, KY_TYPE_RGB48_SCALED, 0, kNone},
+    {"RGB24ToFloatPlanes", KY_TYPE_RGB24, KY_TYPE_RGB_FLOAT_PLANAR, 0, kNone},
+    {"PlanesToRGB24", KY_TYPE_RGB24_PLANAR, KY_TYPE_RGB24, 0, kNone},
+    {"Chain/Bayer8-RGB24-FloatPlanes/bilinear", kBayer8, KY_TYPE_RGB_FLOAT_PLANAR, kBilinear, kNone},
+    {"RGB24ToRGBA64Scaled", KY_TYPE_RGB24, KY_TYPE_RGBA64_SCALED, 0, kNone},
+    {"RGB24ToGray16Scaled", KY_TYPE_RGB24, KY_TYPE_MONO16_SCALED, 0, kNone},
+    {"RGB48ToRGB48Scaled", kRGB48, KY_TYPE_RGB48_SCALED, 0, kNone},
+    {"BGR565pToRGB24", KY_TYPE_BGR565P, KY_TYPE_RGB24, 0, kNone},
+    {"RGB10p32ToRGB24", KY_TYPE_RGB10P32, KY_TYPE_RGB24, 0, kNone},
+    {"RGB10pToRGB24", KY_TYPE_RGB10P, KY_TYPE_RGB24, 0, kNone},
+
     {"Gray8ToRGB16", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB16, 0, kNone},
     {"Gray8ToRGB24", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB24, 0, kNone},
     {"Gray8ToRGB32", KY_TYPE_GRAYSCALE8, KY_TYPE_RGB32, 0, kNone},
@@ -128,6 +139,7 @@ constexpr Chain kChains[] = {
     {"Chain/Gray10GEV-Gray10-RGB24", {"Gray10GEVToGray10", "Gray10ToRGB24"}},
     {"Chain/YUV422-RGB24-Planar", {"YUV422ToRGB24", "RGB24ToPlanar"}},
     {"Chain/BGR32-RGB24-Planar", {"BGR32ToRGB24", "RGB24ToPlanar"}},
+    {"Chain/Bayer8-RGB24-FloatPlanes/bilinear", {"Bayer8ToRGB24/bilinear", "RGB24ToFloatPlanes"}},
 };
 
 }  // namespace

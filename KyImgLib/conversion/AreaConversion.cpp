@@ -200,7 +200,9 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     if (!stages.ConvertByKernels()) return false;
     const KyPixelConverter& first = *stages.converters[0];
     const KyPixelConverter& last = *stages.converters[stages.count - 1];
-    if (HasPlanesOfItsOwn(first.GetSourceType()) || HasPlanesOfItsOwn(last.GetDestinationType())) {
+    // Areas know where RGB24_PLANAR's planes lie, but only write them.
+    const bool readsPlanes = (first.GetSourceType() & KY_TYPE_PLANAR) != 0 && !stages.Copies(0);
+    if (readsPlanes || HasPlanesOfItsOwn(last.GetDestinationType())) {
         ConvertAreaAsImage(stages, area, source, destination, context.filter);
         return true;
     }

@@ -5,15 +5,17 @@
 namespace ky {
 
 // Each kernel source file defines its table once in every level's namespace.
-#define KY_LEVEL(level)                                                          \
-    namespace level {                                                            \
-    extern const Bayer8Table kBayer8;                                            \
-    extern const Bayer16Table kBayer16;                                          \
-    extern const RGBKernels kRGB;                                                \
-    extern const YUVKernels kYUV;                                                \
-    extern const YCbCrKernels kYCbCr;                                            \
-    extern const GrayTable kGray;                                                \
-    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kYCbCr, kGray}; \
+#define KY_LEVEL(level)                                                                            \
+    namespace level {                                                                              \
+    extern const Bayer8Table kBayer8;                                                              \
+    extern const Bayer16Table kBayer16;                                                            \
+    extern const RGBKernels kRGB;                                                                  \
+    extern const YUVKernels kYUV;                                                                  \
+    extern const YCbCrKernels kYCbCr;                                                              \
+    extern const GrayTable kGray;                                                                  \
+    extern const RGBBitsTable kRGBBits;                                                            \
+    extern const WordTable kWords;                                                                 \
+    constexpr KernelTable kAll = {kBayer8, kBayer16, kRGB, kYUV, kYCbCr, kGray, kRGBBits, kWords}; \
     }
 
 KY_LEVEL(N_SCALAR_LEVEL)

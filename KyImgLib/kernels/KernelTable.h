@@ -3,8 +3,10 @@
 
 #include <KyImgLib/kernels/bayer/BayerKernels.h>
 #include <KyImgLib/kernels/colour/ColourKernels.h>
+#include <KyImgLib/kernels/colour/RGBBitsKernels.h>
 #include <KyImgLib/kernels/colour/YCbCrKernels.h>
 #include <KyImgLib/kernels/gray/GrayKernels.h>
+#include <KyImgLib/kernels/words/WordKernels.h>
 
 namespace ky {
 
@@ -16,6 +18,8 @@ struct KernelTable {
     const YUVKernels& yuv;
     const YCbCrKernels& ycbcr;
     const GrayTable& gray;
+    const RGBBitsTable& rgbBits;
+    const WordTable& words;
 };
 
 /// The kernels of the active level.

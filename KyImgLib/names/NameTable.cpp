@@ -21,7 +21,7 @@ constexpr FormatNames kFormats[] = {
     {{0x00010002}, 0, {{"Mono10", 0x01100003}}, "Y10", "GRAY10_LE16", "gray10le"},
     {{0x00010003}, 0, {{"Mono12", 0x01100005}}, "Y12", nullptr, "gray12le"},
     {{0x00010004}, 0, {{"Mono14", 0x01100025}}, "Y14", nullptr, "gray14le"},
-    {{0x00010005, 0x00110005}, 0, {{"Mono16", 0x01100007}}, "Y16", "GRAY16_LE", "gray16le"},
+    {{0x00010005, 0x00110005, KY_TYPE_MONO16_SCALED}, 0, {{"Mono16", 0x01100007}}, "Y16", "GRAY16_LE", "gray16le"},
     // GigE Vision's pairs in three bytes.
     {{0x00410008, 0x00410002}, 0, {{"Mono10Packed", 0x010C0004}}, nullptr, nullptr, nullptr},
     {{0x00410009, 0x00410003}, 0, {{"Mono12Packed", 0x010C0006}}, nullptr, nullptr, nullptr},
@@ -117,7 +117,14 @@ constexpr FormatNames kFormats[] = {
     {{KY_TYPE_BAYER16_BE}, kBGGR, {}, nullptr, "bggr16be", "bayer_bggr16be"},
 
     // RGB and BGR. The first component of PFNC's 5-6-5 is in the low bits, so it is BGR565p that has red in the high ones.
-    {{0x00020001}, 0, {{"BGR565p", 0x02100036}}, "RGBP", "RGB16", "rgb565le"},
+    {{KY_TYPE_BGR565P, 0x00020001}, 0, {{"BGR565p", 0x02100036}}, "RGBP", "RGB16", "rgb565le"},
+    {{KY_TYPE_RGB565P}, 0, {{"RGB565p", 0x02100035}}, nullptr, nullptr, "bgr565le"},
+    {{KY_TYPE_BGR555P}, 0, {}, "XR15", "RGB15", "rgb555le"},
+    {{KY_TYPE_RGB555P}, 0, {}, "XB15", "BGR15", "bgr555le"},
+    {{KY_TYPE_RGB10P32}, 0, {{"RGB10p32", 0x0220001D}}, nullptr, "RGB10x2_LE", "x2bgr10le"},
+    {{KY_TYPE_BGR10P32}, 0, {}, nullptr, "BGR10x2_LE", "x2rgb10le"},
+    {{KY_TYPE_RGB10P}, 0, {{"RGB10p", 0x021E005C}}, nullptr, nullptr, nullptr},
+    {{KY_TYPE_BGR10P}, 0, {{"BGR10p", 0x021E0048}}, nullptr, nullptr, nullptr},
     {{0x00020002, 0x00420002, 0x0002000A, 0x0042000A}, 0,
      {{"RGB8", 0x02180014}, {"RGB8Packed", 0x02180014}},
      "RGB3", "RGB", "rgb24"},
@@ -130,11 +137,17 @@ constexpr FormatNames kFormats[] = {
     {{KY_TYPE_ABGR32}, 0, {}, "RA24", "ABGR", "abgr"},
     {{0x00020008}, 0, {{"RGB10", 0x02300018}}, nullptr, nullptr, nullptr},
     {{0x0002000C}, 0, {{"RGB12", 0x0230001A}}, nullptr, nullptr, nullptr},
-    {{0x00020004, 0x00120004}, 0, {{"RGB16", 0x02300033}}, nullptr, nullptr, "rgb48le"},
+    {{0x00020004, 0x00120004, KY_TYPE_RGB48_SCALED}, 0, {{"RGB16", 0x02300033}}, nullptr, nullptr, "rgb48le"},
     {{0x00020009}, 0, {{"RGBa10", 0x0240005F}}, nullptr, nullptr, nullptr},
     {{0x0002000D}, 0, {{"RGBa12", 0x02400061}}, nullptr, nullptr, nullptr},
-    {{0x00020005, 0x00120005}, 0, {{"RGBa16", 0x02400064}}, nullptr, "RGBA64_LE", "rgba64le"},
+    {{0x00020005, 0x00120005, KY_TYPE_RGBA64_SCALED, KY_TYPE_RGBA64}, 0,
+     {{"RGBa16", 0x02400064}},
+     nullptr, "RGBA64_LE", "rgba64le"},
     {{0x00820002, 0x0082000A}, 0, {{"RGB8_Planar", 0x02180021}}, nullptr, nullptr, nullptr},
+    {{KY_TYPE_GBR24_PLANAR}, 0, {}, nullptr, "GBR", "gbrp"},
+    {{KY_TYPE_RGB10_PLANAR}, 0, {{"RGB10_Planar", 0x02300022}}, nullptr, nullptr, nullptr},
+    {{KY_TYPE_RGB12_PLANAR}, 0, {{"RGB12_Planar", 0x02300023}}, nullptr, nullptr, nullptr},
+    {{KY_TYPE_RGB48_PLANAR_SCALED}, 0, {{"RGB16_Planar", 0x02300024}}, nullptr, nullptr, nullptr},
 
     // YUV. Names that say YUV, and those of V4L2, GStreamer and FFmpeg, are taken for BT.601 in limited range, as YCbCr601 is.
     // PFNC's YCbCr without a number is BT.601 in full range.
@@ -198,21 +211,16 @@ constexpr AbsentFormat kAbsent[] = {
      "bytes and V4L2 Y10P has the low bits of four samples in a byte of their own"},
     {{{"ip3G", 0}, {"ip3r", 0}, {"ip3g", 0}, {"ip3b", 0}},
      "it has 25 pixels in 32 bytes; BayerGR10p and V4L2 pgAA have four in five"},
-    {{{"RGB565p", 0x02100035}, {"bgr565le", 0}},
-     "its red is in the low bits; with red in the high ones, as in the RGB16 of this library, it is BGR565p (V4L2 "
-     "RGBP, FFmpeg rgb565le)"},
     {{{"BGR16", 0x0230004B}},
-     "PFNC's has 16-bit words B, G, R and GStreamer's is 5-6-5 with red in the low bits; RGB16 is 5-6-5 with red in "
-     "the high ones, 0x00020004 has 16-bit words R, G, B"},
+     "PFNC's has 16-bit words B, G, R and GStreamer's is 5-6-5 with red in the low bits, which is RGB565p; RGB16 is "
+     "5-6-5 "
+     "with red in the high ones, 0x00020004 has 16-bit words R, G, B"},
     {{{"BGR10", 0x02300019}, {"BGR12", 0x0230001B}, {"BGR14", 0x0230004A}, {"bgr48le", 0}, {"BGR6", 0}},
      "its words are B, G, R, those of RGB10, RGB12 and 0x00020004 (PFNC RGB16) are R, G, B"},
     {{{"BGRa10", 0x0240004C}, {"BGRa12", 0x0240004E}, {"BGRa14", 0x02400050}, {"BGRa16", 0x02400051}, {"bgra64le", 0}},
      "its words are B, G, R, those of RGBa10, RGBa12 and RGBa16 are R, G, B"},
     {{{"RGB14", 0x0230005E}, {"RGBa14", 0x02400063}},
      "its samples have 14 bits, those of types in this order 10, 12 or 16"},
-    {{{"RGB10_Planar", 0x02300022}, {"RGB12_Planar", 0x02300023}, {"RGB16_Planar", 0x02300024}},
-     "its planes are 16-bit words, those of RGB8_Planar are bytes"},
-    {{{"gbrp", 0}}, "its planes are G, B, R, those of RGB8_Planar are R, G, B"},
     {{{"RGBR", 0}, {"rgb565be", 0}},
      "its words are big-endian, those of V4L2 RGBP (FFmpeg rgb565le) are little-endian"},
     {{{"monob", 0}, {"monow", 0}}, "its first pixel is in the highest bit of a byte, that of Mono1p in the lowest"},

@@ -115,6 +115,58 @@ inline constexpr std::int64_t KY_TYPE_P010 = 0x100940200;  ///< NV12 with 10 bit
 inline constexpr std::int64_t KY_TYPE_I422 = 0x100840210;  ///< 4:2:2, bytes; planes Y, Cb, Cr
 ///@}
 
+/// \name Words scaled to the full range
+/// 16-bit little-endian words, 65535 for the largest sample of the source: v * 65535 / (2^bits - 1), rounded to nearest. Sources
+/// of words, such as Bayer mosaics of 10 to 16 bits, keep their depth; all others go through RGB24. Gray sources become
+/// gray at their depth; gray of colours is the luma of BT.601, (299 R + 587 G + 114 B) / 1000 of RGB24. As sources they are
+/// Mono16, RGB 48 and RGB 64 of 16 bits.
+///@{
+inline constexpr std::int64_t KY_TYPE_MONO16_SCALED = 0x100010020;
+inline constexpr std::int64_t KY_TYPE_RGB48_SCALED = 0x100020030;  ///< words R, G, B
+inline constexpr std::int64_t KY_TYPE_RGBA64_SCALED =
+    0x100020031;  ///< words R, G, B, A; A is 65535, ignored in a source
+///@}
+
+/// 16-bit little-endian words R, G, B, A, LSB-aligned as in RGB48. A is the largest sample of the source's depth (255, 1023, ...).
+/// As a source it has 16 bits, and A is ignored.
+inline constexpr std::int64_t KY_TYPE_RGBA64 = 0x100020032;
+
+/// \name Few bits: sources, but for BGR565p
+/// Little-endian words of 16 bits. As in PFNC, the first colour of a name is in the lowest bits. A sample becomes v * 255 / 31 or
+/// v * 255 / 63, rounded to nearest.
+///@{
+/// BGR565p, V4L2 RGBP, FFmpeg rgb565le: red in bits 15 to 11. The bytes of RGB16, from which only green is converted; everything
+/// that becomes RGB16 becomes this, too.
+inline constexpr std::int64_t KY_TYPE_BGR565P = 0x100020034;
+inline constexpr std::int64_t KY_TYPE_RGB565P = 0x100020035;  ///< RGB565p, FFmpeg bgr565le: red in bits 4 to 0
+inline constexpr std::int64_t KY_TYPE_BGR555P = 0x100020036;  ///< FFmpeg rgb555le: red in bits 14 to 10
+inline constexpr std::int64_t KY_TYPE_RGB555P = 0x100020037;  ///< FFmpeg bgr555le: red in bits 4 to 0
+///@}
+
+/// \name Three samples of 10 bits: sources
+/// To RGB24 as v * 255 / 1023, rounded to nearest; to RGB48 as they are.
+///@{
+inline constexpr std::int64_t KY_TYPE_RGB10P32 =
+    0x100020038;  ///< RGB10p32, FFmpeg x2bgr10le: 32 bits, red in the lowest 10
+inline constexpr std::int64_t KY_TYPE_BGR10P32 = 0x100020039;  ///< FFmpeg x2rgb10le: 32 bits, blue in the lowest 10
+inline constexpr std::int64_t KY_TYPE_RGB10P = 0x10042003A;    ///< RGB10p: a stream of bits, four pixels in 15 bytes
+inline constexpr std::int64_t KY_TYPE_BGR10P = 0x10042003B;    ///< BGR10p
+///@}
+
+/// \name RGB in planes
+/// A plane each of red, green and blue, of 16-bit little-endian words or of 32-bit floats; KyImage says where planes lie. The
+/// planes of bytes that are there after loading (KY_TYPE_RGB24_PLANAR) are a source now, too.
+///@{
+/// RGB16_Planar: words scaled to the full range, as above. As a source of 16 bits.
+inline constexpr std::int64_t KY_TYPE_RGB48_PLANAR_SCALED = 0x100820040;
+/// 0.0 to 1.0, v / (2^bits - 1) of the source's depth, rounded as IEEE single precision is: what neural networks take. Not a
+/// source.
+inline constexpr std::int64_t KY_TYPE_RGB_FLOAT_PLANAR = 0x100820041;
+inline constexpr std::int64_t KY_TYPE_RGB10_PLANAR = 0x100820042;  ///< RGB10_Planar, LSB-aligned words: a source
+inline constexpr std::int64_t KY_TYPE_RGB12_PLANAR = 0x100820043;  ///< RGB12_Planar, LSB-aligned words: a source
+inline constexpr std::int64_t KY_TYPE_GBR24_PLANAR = 0x100820044;  ///< FFmpeg gbrp: bytes, planes G, B, R: a source
+///@}
+
 class KYIMGLIB_API KyExtendedTypes {
 public:
     KyExtendedTypes() = delete;
@@ -122,7 +174,8 @@ public:
     /// Registers the types of this header, their names and their converters: of single samples to the plain type (16-bit words,
     /// or 8-bit grayscale for samples of less than a byte), and from there to everything that it converts to; of four bytes a
     /// pixel from everything that converts to RGB32, and to everything that RGB32 converts to; of YCbCr to all colours, and
-    /// from everything that converts to RGB24 to NV12 and I420.
+    /// from everything that converts to RGB24 to NV12 and I420; of more or fewer bits than 8 and in planes from and to
+    /// everything that the group says, and RGB48 from everything that becomes RGB24. A filter is applied once.
     ///
     /// Any number of calls on any threads register once. Types and converters are the library's, and stay until it is
     /// unloaded. A type or a pair that an application has registered before stays as it is; such converters become stages of chains, so

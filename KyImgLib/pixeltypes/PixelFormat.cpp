@@ -26,6 +26,8 @@ constexpr std::int64_t kBayer10 = 0x00020011, kBayer12 = 0x00020012, kBayer14 = 
 /// Planes after that of Y: pixels that share samples, the bytes of these in a plane, lines that share them.
 constexpr OtherPlanes kPairs = {1, {2, 2}, 1}, kQuads = {1, {2, 2}, 2}, kWordQuads = {1, {2, 4}, 2};
 constexpr OtherPlanes kPairsApart = {2, {2, 1}, 1}, kQuadsApart = {2, {2, 1}, 2};
+/// Planes of RGB after that of red.
+constexpr OtherPlanes kBytePlanes = {2, {1, 1}, 1}, kWordPlanes = {2, {1, 2}, 1}, kFloatPlanes = {2, {1, 4}, 1};
 
 // clang-format off
 constexpr ExtendedType kExtendedTypes[] = {
@@ -71,6 +73,14 @@ constexpr ExtendedType kExtendedTypes[] = {
     KY_YCBCR(KY_TYPE_YV12,      "YCbCr 8-bits 4:2:0, YV12",     12, {1, 1}, KY_TYPE_RGB24, kQuadsApart),
     KY_YCBCR(KY_TYPE_P010,      "YCbCr 10-bits 4:2:0, P010",    15, {1, 2}, KY_TYPE_RGB24, kWordQuads),
     KY_YCBCR(KY_TYPE_I422,      "YCbCr 8-bits 4:2:2, I422",     16, {1, 1}, KY_TYPE_RGB24, kPairsApart),
+    {KY_TYPE_MONO16_SCALED, "Grayscale 16-bits, Scaled",        Packing::kNone,       16, {1, 2}, kMono16},
+    {KY_TYPE_RGB10P,       "RGB 30-bits (3 x 10 bits), Packed p", Packing::kColours,  30, {4, 15}, KY_TYPE_RGB24},
+    {KY_TYPE_BGR10P,       "BGR 30-bits (3 x 10 bits), Packed p", Packing::kColours,  30, {4, 15}, KY_TYPE_RGB24},
+    {KY_TYPE_RGB48_PLANAR_SCALED, "RGB 48-bits, Planar, Scaled", Packing::kColours, 48, {1, 2}, KY_TYPE_RGB24, kWordPlanes},
+    {KY_TYPE_RGB_FLOAT_PLANAR, "RGB 96-bits (3 x float), Planar", Packing::kColours, 96, {1, 4}, KY_TYPE_RGB24, kFloatPlanes},
+    {KY_TYPE_RGB10_PLANAR, "RGB 30-bits (3 x 10 bits), Planar", Packing::kColours, 30, {1, 2}, KY_TYPE_RGB24, kWordPlanes},
+    {KY_TYPE_RGB12_PLANAR, "RGB 36-bits (3 x 12 bits), Planar", Packing::kColours, 36, {1, 2}, KY_TYPE_RGB24, kWordPlanes},
+    {KY_TYPE_GBR24_PLANAR, "GBR 24-bits, Planar",               Packing::kColours,  24, {1, 1}, KY_TYPE_RGB24, kBytePlanes},
 };
 // clang-format on
 #undef KY_YCBCR

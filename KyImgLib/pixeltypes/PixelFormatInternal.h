@@ -14,6 +14,7 @@ enum class Packing : std::uint8_t {
     kLeastFirst,  ///< a stream of bits, from the lowest bit of each byte on: PFNC's "p" formats
     kMIPI,        ///< a byte of high bits for each, then the low bits of all
     kYCbCr,       ///< Y, Cb and Cr, in bytes or little-endian words
+    kColours,     ///< several samples a pixel
 };
 
 struct PixelGroup {

@@ -33,6 +33,8 @@ TEST(ExtendedNames, MeanNothingBeforeTheTypesAreRegistered) {
     EXPECT_EQ(type, 0x0002000B) << "a type of the same bytes that is there";
     EXPECT_EQ(KyPixelFormat::Find("YCbCr422_8", type), KY_STATUS_SUCCESS);
     EXPECT_EQ(type, 0x00040001) << "the same bytes, though converted by BT.601 in limited range";
+    EXPECT_EQ(KyPixelFormat::Find("rgb565le", type), KY_STATUS_SUCCESS);
+    EXPECT_EQ(type, 0x00020001);
     ASSERT_EQ(KyExtendedTypes::Register(), KY_STATUS_SUCCESS);
     EXPECT_EQ(KyPixelFormat::Find("YCbCr422_8", type), KY_STATUS_SUCCESS);
     EXPECT_EQ(type, KY_TYPE_YUYV | KY_YCBCR_FULL_RANGE);

@@ -23,11 +23,7 @@ TEST(NameRefusal, NamesOfOtherBytesSayTheDifference) {
         {"yuv420p10le", "words with 10 bits"},
         {"Y10BPACK", "from the highest one on; Mono10p starts with the lowest"},
         {"ip3r", "25 pixels in 32 bytes"},
-        {"RGB565p",
-         "red is in the low bits; with red in the high ones, as in the RGB16 of this library, it is BGR565p"},
         {"BGR16", "16-bit words B, G, R"},
-        {"RGB16_Planar", "16-bit words"},
-        {"gbrp", "G, B, R"},
         {"rgb565be", "big-endian"},
         {"rgb48be", "big-endian, those of rgb48le (0x00020004) are little-endian"},
         {"Y12_BE", "big-endian, those of Y12 (0x00010003) are little-endian"},
@@ -68,7 +64,7 @@ TEST(NameRefusal, CodesOfPFNC) {
         std::uint32_t code, status;
         const char* part;
     } cases[] = {
-        {0x02100035, KY_STATUS_NOT_SUPPORTED, "(RGB565p): its red is in the low bits"},
+        {0x0230005E, KY_STATUS_NOT_SUPPORTED, "(RGB14): its samples have 14 bits"},
         {0x0110FFFF, KY_STATUS_BAD_ARGUMENT, "unknown PFNC value 0x0110FFFF, of 16 bits for each pixel"},
         {0x810C0001, KY_STATUS_BAD_ARGUMENT, "0x810C0001, a camera maker's own, of 12 bits"},
         {0, KY_STATUS_BAD_ARGUMENT, "0x00000000"},

@@ -22,7 +22,10 @@ std::string CommandFor(std::int64_t type, std::uint32_t width, std::uint32_t hei
            std::to_string(height) + " ";
 }
 
-class ColourTest : public ToolTest {};
+class ColourTest : public ToolTest {
+protected:
+    ColourTest() { KyExtendedTypes::Register(); }  // as the tool does
+};
 
 TEST_F(ColourTest, EverySourceTakesItsOwnFilterAndSize) {
     for (const Type& type : kTypes) {

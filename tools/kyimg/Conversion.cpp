@@ -8,6 +8,7 @@
 
 #include <KyImgLib/conversion/KyComplexConverter.h>
 #include <KyImgLib/conversion/KyIdentityConverter.h>
+#include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 #include <KyImgLib/pixeltypes/KyPixelType.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/KyPixelTypeID.h>
@@ -27,8 +28,11 @@ std::int64_t ColourSpace(std::int64_t id) { return id & KY_COLOUR_SPACE_MASK; }
 bool IsMosaic(std::int64_t id) { return KyPixelTypeFactory::FindPixelType(id)->IsBayerPattern(); }
 
 /// Whether a filter counts.
+/// Whether a converter passes colours through a filter. Stages of chains that are not registered leave that to another one.
 bool MakesColours(const KyPixelConverter& converter) {
-    return ColourSpace(converter.GetSourceType()) != KY_COLOUR_SPACE_GRAYSCALE &&
+    const KyPixelConverter* const registered =
+        KyPixelTypeFactory::FindConverter(converter.GetSourceType(), converter.GetDestinationType());
+    return registered == &converter && ColourSpace(converter.GetSourceType()) != KY_COLOUR_SPACE_GRAYSCALE &&
            !IsMosaic(converter.GetDestinationType()) && dynamic_cast<const KyIdentityConverter*>(&converter) == nullptr;
 }
 
@@ -44,11 +48,17 @@ std::uint32_t PatternFlag(const std::string& pattern) {
                                                   : KyPixelConverter::FLAG_BAYER_GBRG;
 }
 
-/// The bit size of a filter: that of the samples which a converter from this type passes through it.
-std::uint32_t FilterBits(std::int64_t id) {
+/// Whether an RGB type has samples of fewer bits than 8, or three of 10.
+bool IsOfBits(std::int64_t id, std::uint32_t bits) {
+    return id == KY_TYPE_RGB16 || id == KY_TYPE_BGR565P || id == KY_TYPE_RGB565P || bits == 15 || bits == 30;
+}
+
+/// The bit size of a filter: that of the samples which a converter between these types passes through it.
+std::uint32_t FilterBits(std::int64_t id, std::int64_t destination) {
+    if (destination == KY_TYPE_RGB48) return BitsInRGB48(id);
     const std::uint32_t bits = KyPixelTypeFactory::FindPixelType(id)->GetPixelBitSize();
     const bool becomesBytes =
-        ColourSpace(id) == KY_COLOUR_SPACE_YUV || id == KY_TYPE_RGB16 || (id & KY_TYPE_NORMALIZED) != 0;
+        ColourSpace(id) == KY_COLOUR_SPACE_YUV || IsOfBits(id, bits) || (id & KY_TYPE_NORMALIZED) != 0;
     if (bits == 24 || bits == 32 || becomesBytes) return 8;
     return bits == 8 || bits == 10 || bits == 12 || bits == 14 ? bits : 16;
 }
@@ -124,7 +134,7 @@ void Conversion::ChooseFilter(const ConvertOptions& options) {
         throw UsageError(fmt::format("--gain and --offset are for conversions of colours, not for {} to {}",
                                      DescribeType(sourceType), DescribeType(destinationType)));
 
-    filter = std::make_unique<KyRGBFilter>(FilterBits(step->sourceType));
+    filter = std::make_unique<KyRGBFilter>(FilterBits(step->sourceType, step->destinationType));
     double gains[3] = {1, 1, 1};
     std::uint16_t offsets[3] = {0, 0, 0};
     const double largest = filter->GetEntryCount() - 1;
@@ -163,7 +173,8 @@ ConvertedFrame Conversion::DescribeDestination() const {
     frame.width = source.GetShown().width;
     frame.height = source.GetShown().height;
     // Averages of Bayer samples stay in the samples' range.
-    if (destinationType == KY_TYPE_RGB48 && IsMosaicOfWords(sourceType)) frame.sampleBits = FilterBits(sourceType);
+    if (destinationType == KY_TYPE_RGB48 || destinationType == KY_TYPE_RGBA64)
+        frame.sampleBits = BitsInRGB48(sourceType);
     return frame;
 }
 

@@ -13,9 +13,8 @@ std::int64_t DefaultDestination(std::int64_t source);
 /// Throws Failure with the library's words when the library has no such converter.
 const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination);
 
-/// Whether a type holds LSB-aligned Bayer samples in 16-bit words, not packed, of a single tap, not interlaced: it can
-/// become RGB48.
-bool IsMosaicOfWords(std::int64_t id);
+/// Bits of a source's samples once they are RGB48: their own, or 8.
+std::uint32_t BitsInRGB48(std::int64_t source);
 
 }  // namespace kyimg
 

@@ -53,7 +53,7 @@ Normalized:
 constexpr const char* kWordsNote =
     "16-bit little-endian words. Bits of a byte are drawn from the highest to the lowest; A to F are bits 10 "
     "to "
-    "15 of a sample, dots are 0.";
+    "15 of a sample, dots are 0. Scaled ones are v * 65535 / (2^bits - 1) of whatever bits their source has.";
 
 constexpr const char* kPairs = R"(            byte 0            byte 1            byte 2
 10 bits    p9 to p2   .. .. q1 q0 .. .. p1 p0   q9 to q2
@@ -94,7 +94,8 @@ constexpr Family kFamilies[] = {
     {"Grayscale in bytes", kBytes, "", [](const KyPixelType& type) { return Is(type, kGray, {1}); }},
     {"Grayscale in words", kWords, kWordsNote,
      [](const KyPixelType& type) {
-         return Is(type, kGray, {2, 3, 4, 5}) && !IsPacked(type);
+         const bool isScaled = IsExtended(type, 0x20, 0x20) && (type.GetTypeID() & KY_COLOUR_SPACE_MASK) == kGray;
+         return (Is(type, kGray, {2, 3, 4, 5}) && !IsPacked(type)) || isScaled;
      }},
     {"Grayscale, packed", kPairs, kPairsNote,
      [](const KyPixelType& type) {
@@ -129,10 +130,29 @@ picture     a0 a1 b1 b0 c0 c1 d1 d0     each half is read from both its ends)",
      "The high byte comes first; samples are LSB-aligned. Bits of a byte are drawn from the highest to the lowest.",
      [](const KyPixelType& type) { return IsExtended(type, 0xA, 0xD); }},
 
-    {"RGB 5-6-5", R"( byte 0     byte 1      the highest bit first
-gggbbbbb   rrrrrggg     a little-endian word)",
-     "Conversions from it know only the green; red and blue are constants.",
-     [](const KyPixelType& type) { return Is(type, kRGB, {1}); }},
+    {"RGB 5-6-5 and 5-5-5", R"(          byte 0     byte 1      the highest bit first
+RGB16     gggbbbbb   rrrrrggg     little-endian words
+BGR 565   gggbbbbb   rrrrrggg
+RGB 565   gggrrrrr   bbbbbggg
+BGR 555   gggbbbbb   xrrrrrgg     x is ignored
+RGB 555   gggrrrrr   xbbbbbgg)",
+     "As in PFNC, the first colour of a name is in the low bits, but for RGB16. Conversions from RGB16 know only the "
+     "green; red "
+     "and blue are constants. BGR 565 has the same bytes and three colours. Samples become bytes of the full range.",
+     [](const KyPixelType& type) { return Is(type, kRGB, {1}) || IsExtended(type, 0x34, 0x37); }},
+    {"RGB of 10 bits in 32", R"(           byte 0     byte 1     byte 2     byte 3      the highest bit first
+RGB 10p32  r7 to r0   g5 to g0 r9 r8   b3 to b0 g9 to g6   x x b9 to b4
+BGR 10p32  b7 to b0   g5 to g0 b9 b8   r3 to r0 g9 to g6   x x r9 to r4)",
+     "Little-endian double words; x is ignored.", [](const KyPixelType& type) { return IsExtended(type, 0x38, 0x39); }},
+    {"RGB of 10 bits as a stream",
+     R"(         byte 0     byte 1            byte 2            byte 3               byte 4
+RGB 10p  r7 to r0   g5 to g0 r9 r8   b3 to b0 g9 to g6   r1' r0' b9 to b4   r9' to r2')",
+     "PFNC's \"p\" packing: red, green and blue of one pixel after the other in one stream of bits, each with its "
+     "lowest bit in "
+     "the lowest free bit of a byte; BGR 10p begins with blue. Four pixels have 15 bytes; lines have whole groups. A "
+     "prime marks "
+     "the second pixel.",
+     [](const KyPixelType& type) { return IsExtended(type, 0x3A, 0x3B); }},
     {"RGB and BGR in bytes", R"(byte        0   1   2   3
 RGB 24    | R | G | B |
 BGR 24    | B | G | R |
@@ -146,20 +166,26 @@ ABGR 32   | A | B | G | R |)",
      "pixel; of the types not called \"Packed\", GetBufferSizeFor and the area form of the identity converters count a "
      "fourth.",
      [](const KyPixelType& type) {
-         return (Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type)) || IsExtended(type, 0x20, 0x23);
+         return (Is(type, kRGB, {2, 3, 6, 7, 0xA, 0xB}) && !IsPlanar(type)) ||
+                ((type.GetTypeID() & KY_COLOUR_SPACE_RGB) != 0 && IsExtended(type, 0x20, 0x23));
      }},
     {"RGB in words", R"(byte        0   1   2   3   4   5   6   7
 RGB 48    |   R   |   G   |   B   |
-RGB 64    |   R   |   G   |   B   |   x   |     x is ignored)",
+RGB 64    |   R   |   G   |   B   |   x   |     x is ignored
+RGBA 64   |   R   |   G   |   B   |   A   |     A is ignored in a source, the largest sample in a destination)",
      "16-bit little-endian words. 10- and 12-bit samples are LSB-aligned in them, those of Normalized types "
-     "MSB-aligned.",
+     "MSB-aligned, and "
+     "those of Scaled types v * 65535 / (2^bits - 1) of whatever bits their source has.",
      [](const KyPixelType& type) {
-         return Is(type, kRGB, {4, 5, 8, 9, 0xC, 0xD});
+         return Is(type, kRGB, {4, 5, 8, 9, 0xC, 0xD}) || IsExtended(type, 0x30, 0x32);
      }},
-    {"RGB in planes", R"(| R R R ... | G G G ... | B B B ... |     a whole picture of each, in bytes)",
-     "Other types convert to 0x00820002 only, and nothing converts from planes.",
+    {"RGB in planes", R"(| R R R ... | G G G ... | B B B ... |     a whole picture of each
+| G G G ... | B B B ... | R R R ... |     GBR)",
+     "Samples are bytes; little-endian words, LSB-aligned, or Scaled: v * 65535 / (2^bits - 1) of whatever bits their "
+     "source "
+     "has; or floats, v / (2^bits - 1), 0.0 to 1.0. Of types of bytes, others convert to 0x00820002 only.",
      [](const KyPixelType& type) {
-         return Is(type, kRGB, {2, 0xA, 0xB}) && IsPlanar(type);
+         return (Is(type, kRGB, {2, 0xA, 0xB}) && IsPlanar(type)) || IsExtended(type, 0x40, 0x44);
      }},
 
     {"YUV 4:2:2", R"(8 bits     | Y0 | U | Y1 | V |     a byte each

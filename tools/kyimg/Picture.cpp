@@ -27,7 +27,8 @@ std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, s
                                           std::size_t planeBytes) {
     if ((id & KY_TYPE_PLANAR) != 0) return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
     switch (id & KY_TYPE_INDEX_MASK) {
-        case 0x01: return PictureLayout{3, 8, true, pixelBytes, {}};
+        case 0x01:
+        case 0x34: return PictureLayout{3, 8, true, pixelBytes, {}};
         case 0x02:  // RGB24
         case 0x03:  // RGB32
         case 0x0A:  // 3 x 8
@@ -35,7 +36,10 @@ std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, s
         case 0x06:  // BGR24
         case 0x07: return PictureLayout{3, 8, false, pixelBytes, {2, 1, 0}};
         case 0x04:  // RGB48
-        case 0x05: return PictureLayout{3, 16, false, pixelBytes, {0, 2, 4}};
+        case 0x05:
+        case 0x30:  // and scaled
+        case 0x31:
+        case 0x32: return PictureLayout{3, 16, false, pixelBytes, {0, 2, 4}};
         case 0x08:  // 10 or 12 bits in words
         case 0x09:
         case 0x0C:

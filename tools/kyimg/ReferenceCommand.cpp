@@ -62,7 +62,6 @@ constexpr const char* kConversions = R"(## Conversions
 | ● | a converter of its own |
 | ○ | a chain of two converters, through the type in the last column |
 | = | the identity: copies bytes, and deinterlaces (weave) an interlaced source |
-| + | a converter that is not registered: construct a `KyBayerRGB16ToRGB48`; `kyimg` does |
 
 Plain is the type of unpacked, LSB-aligned samples in scan order, not interlaced. Every type also converts to itself by the
 identity; that is only marked where it has a column.
@@ -119,15 +118,9 @@ const char* Mark(Route::How how) {
     }
 }
 
-/// LSB-aligned Bayer samples in 16-bit words: KyBayerRGB16ToRGB48 takes them.
-bool CanBecomeRGB48(std::int64_t id) {
-    const KyPixelType& type = TypeOf(id);
-    return type.IsBayerPattern() && type.GetPixelByteSize() == 2 && PlainType(type) == id;
-}
-
 std::string MarkOfPair(std::int64_t source, std::int64_t destination) {
     if (const auto route = FindRoute(source, destination)) return Mark(route->how);
-    return destination == KY_TYPE_RGB48 && CanBecomeRGB48(source) ? "+" : "";
+    return "";
 }
 
 std::string ThroughCell(std::int64_t source) {

@@ -20,6 +20,13 @@ typename ColourKernels<Settings>::Make KernelTo(const ColourKernels<Settings>& k
     return pixelBytes == 2 ? kernels.toRGB16 : pixelBytes == 3 ? kernels.toRGB24 : kernels.toRGB32;
 }
 
+/// The stage of a filter for words that stay words, of so many bits. The identity leaves out what a word has above these.
+inline Filter16 WordStageOf(const KyRGBFilter* filter, std::uint32_t bits) {
+    Filter16 stage = WordStage(filter, false, 0);
+    if (stage.IsIdentity()) stage.indexMask = static_cast<std::uint16_t>(stage.indexMask & ((1u << bits) - 1));
+    return stage;
+}
+
 /// YUV to RGB.
 struct YUVMaker {
     ColourKernels<Colour8Settings> YUVKernels::*kernels;

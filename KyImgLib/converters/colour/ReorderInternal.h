@@ -6,10 +6,11 @@
 
 namespace ky {
 
-/// Between types of four bytes a pixel that differ in the order of these. Filters are ignored.
+/// Between RGB32 and a type of four bytes a pixel that differs in the order of these. As a stage of a chain it ignores filters:
+/// the other stage applies them.
 class ReorderConverter final : public KyPixelConverter {
 public:
-    ReorderConverter(std::int64_t sourceType, std::int64_t destinationType, const ByteOrder& order);
+    ReorderConverter(std::int64_t sourceType, std::int64_t destinationType, const ByteOrder& order, bool appliesFilter);
 };
 
 }  // namespace ky

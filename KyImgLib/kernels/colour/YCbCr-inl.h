@@ -154,12 +154,13 @@ void ConvertYCbCr(const RowKernel& kernel, const Tile& tile) {
 
 template <class Reader, class Arithmetic, class Writer>
 void SetYCbCr(const RowKernel::Needs& needs, const YCbCrSettings& settings, RowKernel& kernel) {
-    using Identity = YCbCrStep<Reader, Arithmetic, Writer, true>;
     using Filtered = YCbCrStep<Reader, Arithmetic, Writer, false>;
-    if (settings.filter.IsIdentity())
-        kernel.Set(needs, &ConvertYCbCr<Identity>, typename Identity::State(settings));
-    else
-        kernel.Set(needs, &ConvertYCbCr<Filtered>, typename Filtered::State(settings));
+    if constexpr (Reader::kIsFrequent) {
+        using Identity = YCbCrStep<Reader, Arithmetic, Writer, true>;
+        if (settings.filter.IsIdentity())
+            return kernel.Set(needs, &ConvertYCbCr<Identity>, typename Identity::State(settings));
+    }
+    kernel.Set(needs, &ConvertYCbCr<Filtered>, typename Filtered::State(settings));
 }
 
 #endif

@@ -2,6 +2,7 @@
 //
 // A reader has
 //     kPlanes                       rows that it reads
+//     kIsFrequent                   whether steps without a filter are worth code of their own
 //     kGroup, kGroupBytes           pixels that share bytes, and those bytes, in the first plane
 //     PlaneBytes(i, pixels)         bytes of so many pixels in plane i
 //     ReadPixel(rows, x, layout)    the samples of pixel x
@@ -21,6 +22,7 @@ struct YCbCrLayout {
 template <std::size_t kPlanesOf, std::size_t kPixels, std::size_t kBytes>
 struct YCbCrReader {
     static constexpr std::size_t kPlanes = kPlanesOf, kGroup = kPixels, kGroupBytes = kBytes;
+    static constexpr bool kIsFrequent = false;
 
     static constexpr std::size_t PlaneBytes(std::size_t, std::size_t pixels) {
         return (pixels + kGroup - 1) / kGroup * kGroupBytes;
@@ -72,6 +74,8 @@ HWY_INLINE SharedSampleHalves HalvesOf(V8 y, V8 cbcr) {
 
 /// Y0 Cb Y1 Cr of two pixels, bytes in any order.
 struct ReadPairs : YCbCrReader<1, 2, 4> {
+    static constexpr bool kIsFrequent = true;
+
     static YCbCrSample ReadPixel(const std::uint8_t* const* rows, std::size_t x, const YCbCrLayout& layout) {
         const std::uint8_t* const group = rows[0] + x / 2 * 4;
         return {group[layout.places[x % 2 * 2]], group[layout.places[1]], group[layout.places[3]]};
@@ -118,6 +122,8 @@ private:
 };
 
 struct ReadTwoBytePlanes : ReadTwoPlanes<1> {
+    static constexpr bool kIsFrequent = true;
+
 #if !KY_SCALAR
     static HWY_INLINE SharedSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
         return HalvesOf(Load(rows[0]), hn::TableLookupBytes(Load(rows[1]), LoadBlock(layout.order)));
@@ -127,6 +133,8 @@ struct ReadTwoBytePlanes : ReadTwoPlanes<1> {
 
 /// Three planes of bytes; those of Cb and Cr have one for two pixels. Which is which is known where the rows are given.
 struct ReadThreePlanes : YCbCrReader<3, 2, 2> {
+    static constexpr bool kIsFrequent = true;
+
     static constexpr std::size_t PlaneBytes(std::size_t i, std::size_t pixels) {
         return i == 0 ? pixels : (pixels + 1) / 2;
     }

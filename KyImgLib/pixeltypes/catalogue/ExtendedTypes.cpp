@@ -1,63 +1,24 @@
-#include <KyImgLib/conversion/KyComplexConverter.h>
+#include <KyImgLib/conversion/KyIdentityConverter.h>
 #include <KyImgLib/converters/bayer/KyBayerRGB16ToRGB.h>
 #include <KyImgLib/converters/colour/ReorderInternal.h>
 #include <KyImgLib/converters/colour/YCbCrInternal.h>
 #include <KyImgLib/converters/grayscale/UnpackInternal.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
-#include <KyImgLib/pixeltypes/KyPixelType.h>
-#include <KyImgLib/pixeltypes/KyPixelTypeFactory.h>
 #include <KyImgLib/pixeltypes/PixelFormatInternal.h>
-#include <KyImgLib/pixeltypes/catalogue/Constructor.h>
-
-#include <new>
-#include <vector>
+#include <KyImgLib/pixeltypes/catalogue/ExtendedConstructor.h>
 
 namespace ky {
 
 namespace {
 
-/// One that is there already stays.
-void RegisterType(const KyPixelType& type, const char* name) {
-    if (KyPixelTypeFactory::RegisterPixelType(type.GetTypeID(), &type, name) == KY_STATUS_OUT_OF_MEMORY)
-        throw std::bad_alloc();
-}
-
-void RegisterType(const ExtendedType& row) {
+/// A type of single samples or of YCbCr.
+void RegisterRow(const ExtendedType& row) {
     const bool isBayer = (row.id & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_RGB;
     const PixelGroup& group = row.group;
     const std::uint32_t bytes =
         row.otherPlanes.count != 0 ? (row.bits + 7) / 8 : (group.bytes + group.pixels - 1) / group.pixels;
     RegisterType(KyPixelType(row.id, static_cast<std::uint16_t>(row.bits), static_cast<std::uint16_t>(bytes), isBayer),
                  row.name);
-}
-
-std::vector<std::int64_t> DestinationsOf(std::int64_t source) {
-    std::vector<std::int64_t> types;
-    std::int64_t type = 0;
-    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, source, type); ++i) types.push_back(type);
-    return types;
-}
-
-std::vector<std::int64_t> SourcesOf(std::int64_t destination) {
-    std::vector<std::int64_t> types;
-    std::int64_t type = 0;
-    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterTo(i, destination, type); ++i) types.push_back(type);
-    return types;
-}
-
-/// A converter that is there already stays, and no other one is made.
-template <class Converter, class... Arguments>
-void AddMissing(Constructor& construct, std::int64_t source, std::int64_t destination, const Arguments&... arguments) {
-    if (!KyPixelTypeFactory::HasConverter(source, destination)) construct.Add<Converter>(arguments...);
-}
-
-/// A chain through `intermediate`.
-void AddChain(Constructor& construct, std::int64_t source, std::int64_t intermediate, std::int64_t destination) {
-    if (source == intermediate || intermediate == destination || source == destination) return;
-    const KyPixelConverter* const first = KyPixelTypeFactory::FindConverter(source, intermediate);
-    const KyPixelConverter* const second = KyPixelTypeFactory::FindConverter(intermediate, destination);
-    if (first != nullptr && second != nullptr)
-        AddMissing<KyComplexConverter>(construct, source, destination, first, second);
 }
 
 /// All that a mosaic of 16-bit words converts to: there is no plain type that does.
@@ -70,15 +31,12 @@ void AddBayer16(Constructor& construct) {
     AddMissing<KyBayerRGB16ToRGB32>(construct, kSource, KY_TYPE_RGB32, kSource, kRGB, kShift, kReserved);
     AddMissing<KyBayerRGB16ToRGB32>(construct, kSource, KY_TYPE_BGR32, kSource, kBGR, kShift, kReserved);
     AddMissing<KyBayerRGB16ToRGB48>(construct, kSource, KY_TYPE_RGB48, kSource, false, kReserved);
-    AddChain(construct, kSource, KY_TYPE_RGB24, KY_TYPE_RGB24_PLANAR);
 }
 
-/// To colours of bytes, and from there to everything else.
+/// To colours of bytes; see ConstructWordDestinations for the others.
 void AddYCbCr(Constructor& construct, const ExtendedType& row) {
     for (const std::int64_t colours : {KY_TYPE_RGB24, KY_TYPE_BGR24, KY_TYPE_RGB32, KY_TYPE_BGR32})
         AddMissing<YCbCrToRGBConverter>(construct, row.id, colours, row.id, colours);
-    for (const std::int64_t destination : DestinationsOf(KY_TYPE_RGB24))
-        AddChain(construct, row.id, KY_TYPE_RGB24, destination);
 }
 
 /// What everything that becomes RGB24 converts to.
@@ -91,21 +49,23 @@ void AddEncoderTypes(Constructor& construct) {
             AddMissing<RGBToYCbCrConverter>(construct, KY_TYPE_RGB24, type, type, true);
             // The filter has been applied by what makes RGB24.
             const KyPixelConverter& unfiltered = construct.Add<RGBToYCbCrConverter>(type, false);
-            for (const std::int64_t source : sources) {
-                if (source == KY_TYPE_RGB24 || source == type) continue;
-                AddMissing<KyComplexConverter>(construct, source, type,
-                                               KyPixelTypeFactory::FindConverter(source, KY_TYPE_RGB24), &unfiltered);
-            }
+            for (const std::int64_t source : sources)
+                if (source != type)
+                    AddChain(construct, KyPixelTypeFactory::FindConverter(source, KY_TYPE_RGB24), &unfiltered);
         }
 }
 
-/// To the plain type, and from there to everything that it converts to.
+/// To the plain type, and from there to everything that it converts to but planes, for which see ConstructWordDestinations.
 void AddConverters(Constructor& construct, const ExtendedType& row) {
     if (row.packing == Packing::kYCbCr) return AddYCbCr(construct, row);
     if (row.plain == row.id) return AddBayer16(construct);
-    AddMissing<UnpackConverter>(construct, row.id, row.plain, row);
+    if (row.packing == Packing::kNone)
+        AddMissing<KyIdentityConverter>(construct, row.id, row.plain, row.id, row.plain, row.group.bytes,
+                                        row.group.bytes);
+    else
+        AddMissing<UnpackConverter>(construct, row.id, row.plain, row);
     for (const std::int64_t destination : DestinationsOf(row.plain))
-        AddChain(construct, row.id, row.plain, destination);
+        if (destination != KY_TYPE_RGB24_PLANAR) AddChain(construct, row.id, row.plain, destination);
 }
 
 /// Four bytes a pixel, and how they come from and go to R, G, B, 0.
@@ -124,18 +84,25 @@ constexpr FourBytes kFourBytes[] = {
     {KY_TYPE_ABGR32, "ABGR 32-bits", {{3, 2, 1, kZero}}, {{kFull, 2, 1, 0}}},
 };
 
-/// From and to all that RGB32 is made from and converts to.
+/// From and to all that RGB32 is made from and converts to. Of two stages that could apply a filter, the reordering one ignores
+/// it.
 void AddFourBytes(Constructor& construct) {
     constexpr std::int64_t kRGB32 = KY_TYPE_RGB32;
+    constexpr bool kAppliesFilter = true, kIgnoresFilter = false;
     for (const FourBytes& row : kFourBytes) {
         RegisterType(KyPixelType(row.id, 32, 4, false), row.name);
-        AddMissing<ReorderConverter>(construct, row.id, kRGB32, row.id, kRGB32, row.toRGB32);
-        AddMissing<ReorderConverter>(construct, kRGB32, row.id, kRGB32, row.id, row.fromRGB32);
+        AddMissing<ReorderConverter>(construct, row.id, kRGB32, row.id, kRGB32, row.toRGB32, kAppliesFilter);
+        AddMissing<ReorderConverter>(construct, kRGB32, row.id, kRGB32, row.id, row.fromRGB32, kAppliesFilter);
     }
     const std::vector<std::int64_t> destinations = DestinationsOf(kRGB32), sources = SourcesOf(kRGB32);
     for (const FourBytes& row : kFourBytes) {
-        for (const std::int64_t destination : destinations) AddChain(construct, row.id, kRGB32, destination);
-        for (const std::int64_t source : sources) AddChain(construct, source, kRGB32, row.id);
+        const KyPixelConverter& to = construct.Add<ReorderConverter>(row.id, kRGB32, row.toRGB32, kIgnoresFilter);
+        const KyPixelConverter& from = construct.Add<ReorderConverter>(kRGB32, row.id, row.fromRGB32, kIgnoresFilter);
+        for (const std::int64_t destination : destinations)
+            if (destination != kRGB32 && destination != KY_TYPE_RGB24_PLANAR)
+                AddChain(construct, &to, KyPixelTypeFactory::FindConverter(kRGB32, destination));
+        for (const std::int64_t source : sources)
+            if (source != kRGB32) AddChain(construct, KyPixelTypeFactory::FindConverter(source, kRGB32), &from);
     }
 }
 
@@ -143,11 +110,14 @@ void AddFourBytes(Constructor& construct) {
 
 void ConstructExtendedTypes(Constructor& construct) {
     for (const ExtendedType& row : AllExtendedTypes()) {
-        RegisterType(row);
+        if (row.packing == Packing::kColours) continue;
+        RegisterRow(row);
         AddConverters(construct, row);
     }
+    ConstructColourSources(construct);
     AddFourBytes(construct);
     AddEncoderTypes(construct);
+    ConstructWordDestinations(construct);
 }
 
 }  // namespace ky
