@@ -88,7 +88,8 @@ void PeerTest::CompareRow(std::uint32_t width, std::uint32_t height) const {
     const Row& row = GetParam();
     std::int64_t from = 0, to = 0;
     std::uint32_t flags = 0;
-    ASSERT_EQ(KY_STATUS_SUCCESS, KyPixelFormat::Find(row.from, from, &flags)) << KyImageConverter::GetError();
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyPixelFormat::Find(row.here != nullptr ? row.here : row.from, from, &flags))
+        << KyImageConverter::GetError();
     ASSERT_EQ(KY_STATUS_SUCCESS, KyPixelFormat::Find(row.to, to)) << KyImageConverter::GetError();
     const bool isDemosaicing = flags != 0;
     if (isDemosaicing) flags |= KY_FLAG_BAYER_INTERPOLATE;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <filesystem>
 #include <ostream>
@@ -15,6 +17,9 @@
 namespace interchange {
 
 using Bytes = std::vector<std::uint8_t>;
+
+/// Matrix and range of a source's YUV.
+enum class Colours : std::uint8_t { k601, k601FullRange, k709, k709FullRange };
 
 /// A conversion, by the names that the other tool has for its formats. The library finds its types by the same names.
 struct Row {
@@ -26,6 +31,9 @@ struct Row {
     std::uint8_t lowest = 0, highest = 0xFF;  ///< bytes of a source
     /// Bits that are compared in the bytes of a line of the results, over and over.
     Bytes resultMask = {0xFF};
+    Colours colours = Colours::k601;
+    const char* here =
+        nullptr;   ///< the library's name of the source, where names of the other tool do not say the colours
     int code = 0;  ///< of the conversion, where the other tool has codes instead of names
 };
 
@@ -33,7 +41,12 @@ inline void PrintTo(const Row& row, std::ostream* out) { *out << row.from << " t
 
 /// Name of a row's test.
 inline std::string NameOf(const testing::TestParamInfo<Row>& row) {
-    return row.param.from + std::string("_to_") + row.param.to;
+    std::string name = row.param.from;
+    if (row.param.here != nullptr) name.append("_").append(row.param.here);
+    name.append("_to_").append(row.param.to);
+    std::ranges::replace_if(
+        name, [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+    return name;
 }
 
 /// Lines follow one another without padding.

@@ -98,6 +98,44 @@ TEST_F(ColourTest, LinesMayBePaddedAndFieldsOfUnlikeHeight) {
         }
 }
 
+/// Lines of a plane may be longer than those of another, and are padded in another way.
+TEST_F(ColourTest, PlanesOfUnlikeSize) {
+    constexpr std::size_t kStride = 8;
+    struct {
+        const char* name;
+        std::vector<std::pair<std::size_t, std::size_t>> planes;  ///< bytes of a line, and stride, for each line of 5x3
+    } const sources[] = {{"NV12", {{5, 8}, {5, 8}, {5, 8}, {6, 8}, {6, 8}}},
+                         {"NV16", {{5, 8}, {5, 8}, {5, 8}, {6, 8}, {6, 8}, {6, 8}}},
+                         {"I420", {{5, 8}, {5, 8}, {5, 8}, {3, 4}, {3, 4}, {3, 4}, {3, 4}}},
+                         {"0x820002", {{5, 8}, {5, 8}, {5, 8}, {5, 8}, {5, 8}, {5, 8}, {5, 8}, {5, 8}, {5, 8}}}};
+    EXPECT_NE(Run("convert in.raw -t NV12 -s 5x3 -o no.raw --line-bytes 7").messages.find("even number"),
+              std::string::npos);
+    for (const auto& source : sources) {
+        SCOPED_TRACE(source.name);
+        Bytes tight, padded;
+        for (const auto& [bytes, stride] : source.planes) {
+            const Bytes line = MakeBytes(tight.size() + bytes);
+            tight.insert(tight.end(), line.end() - static_cast<std::ptrdiff_t>(bytes), line.end());
+            padded.insert(padded.end(), line.end() - static_cast<std::ptrdiff_t>(bytes), line.end());
+            padded.insert(padded.end(), stride - bytes, 0xAA);
+        }
+        std::int64_t type = 0;
+        ASSERT_EQ(KyExtendedTypes::Register(), KY_STATUS_SUCCESS);
+        ASSERT_EQ(KyPixelFormat::Find(source.name, type), KY_STATUS_SUCCESS);
+        const std::int64_t to = type == KY_TYPE_RGB24_PLANAR ? type : KY_TYPE_RGB24;
+        const Bytes expected = ConvertHere(type, tight, 5, 3, to);
+        const std::string command = "--format raw -o - --to " + std::to_string(to);
+        Write("in.raw", tight);
+        EXPECT_EQ(Run(CommandFor(type, 5, 3) + command).output, Text(expected));
+        // Two frames: the second begins where the padding of the first one ends.
+        Write("in.raw", Bytes(padded.size(), 0x55));
+        std::ofstream(folder / "files" / "in.raw", std::ios::app | std::ios::binary) << Text(padded);
+        EXPECT_EQ(
+            Run(CommandFor(type, 5, 3) + "--frames 2-2 --line-bytes " + std::to_string(kStride) + " " + command).output,
+            Text(expected));
+    }
+}
+
 /// In conversions only green counts; a picture of the words themselves has all colours.
 TEST_F(ColourTest, WordsOf565AsAPicture) {
     Write("in.raw", {0x00, 0xF8, 0xE0, 0x07, 0x1F, 0x00, 0xFF, 0xFF, 0x10, 0x84, 0, 0});

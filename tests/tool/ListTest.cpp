@@ -121,6 +121,9 @@ TEST_F(ListTest, InfoTellsOfOneType) {
     for (const auto& [frame, bytes] : {std::pair("0x420011 --size 5x3", "27"),
                                        {"RGB24 --size 5x3", "45"},
                                        {"0x640006 --size 5x3", "36"},
+                                       {"NV12 --size 5x3", "27"},
+                                       {"I420 --size 5x3", "27"},
+                                       {"P010 --size 5x3", "54"},
                                        {"0x10010001 --size 65536x65537", "4295032832"}})
         EXPECT_NE(Run(std::string("info ") + frame).output.find(bytes + std::string(" bytes for ")), std::string::npos)
             << frame;

@@ -21,26 +21,22 @@ namespace {
 bool IsInterlaced(std::int64_t type) { return (type & KY_TYPE_INTERLACED) != 0; }
 bool HasDualLines(std::int64_t type) { return (type & KY_TAP_LAYOUT_MASK) == KY_TAP_DUAL_LINES; }
 
-std::uint32_t PlanesOf(std::int64_t type) {
-    const bool isPlanar = (type & KY_TYPE_PLANAR) != 0;
-    return isPlanar ? KyPixelTypeFactory::FindPixelType(type)->GetPixelByteSize() : 1;
-}
+struct PixelGroup {
+    std::uint32_t pixels = 0, bytes = 0;
 
-/// Whether some planes have fewer lines or pixels than others.
-bool HasUnlikePlanes(std::int64_t type) { return PlanesOf(type) > 1 && (type & KY_COLOUR_SPACE_YUV) != 0; }
+    explicit PixelGroup(std::int64_t type) { KyPixelTypeFactory::FindPixelType(type)->GetPixelGroup(pixels, bytes); }
+};
 
-/// Of a frame with padded lines, the padding of its last line included: of the widest image with such lines.
-std::size_t BytesOfWholeLines(KyImage image) {
-    std::size_t bytes = SizeOf(image), wider = 0;
-    const std::uint32_t narrow = image.width;
-    for (std::uint32_t step = 1u << 30; step != 0; step /= 2) {
-        image.width += step;
-        const bool fits = image.width > narrow && KyImage_GetSize(&image, &wider) == KY_STATUS_SUCCESS;
-        if (fits)
-            bytes = wider;
-        else
-            image.width -= step;
-    }
+/// Bytes of an image whose lines are padded, also the last one of each plane: those of an image that has pixels there.
+std::size_t PaddedSize(KyImage image) {
+    const PixelGroup group(image.type);
+    image.width = static_cast<std::uint32_t>(image.stride / group.bytes * group.pixels);
+    std::size_t bytes = 0;
+    if (KyImage_GetSize(&image, &bytes) != KY_STATUS_SUCCESS)
+        throw UsageError(
+            fmt::format("--line-bytes: {} bytes end within a group of pixels of the other planes; give room "
+                        "for an even number of pixels",
+                        image.stride));
     return bytes;
 }
 
@@ -90,15 +86,11 @@ void SourceFrame::PlaceLines(const ConvertOptions& options) {
         throw UsageError(fmt::format("{}: {}", options.stride == 0 ? "--size" : "--line-bytes", KyImage_GetError()));
 
     const std::size_t tightBytes = SizeOf(MakeImage(image.type, image.width, image.height));
-    if (HasUnlikePlanes(image.type)) {
-        fileBytes = options.stride == 0 ? tightBytes : BytesOfWholeLines(image);
-        if (options.stride != 0) linesText = fmt::format(" in lines of {} bytes", options.stride);
-        return;
-    }
-    const std::uint32_t planes = PlanesOf(image.type);
-    const std::uint64_t lineBytes = tightBytes / planes / image.height;
+    const PixelGroup group(image.type);
+    const std::uint64_t lineBytes = (std::uint64_t{size.width} + group.pixels - 1) / group.pixels * group.bytes;
     const std::uint64_t stride = options.stride == 0 ? lineBytes : options.stride;
-    fileBytes = stride * planes * size.height;
+    fileBytes = stride * size.height;
+    if ((image.type & KY_TYPE_PLANAR) != 0) fileBytes = options.stride == 0 ? tightBytes : PaddedSize(image);
     // Pixels that share bytes are there together: a last one has room for its neighbour.
     const bool endsInGroup = SizeOf(MakeImage(image.type, size.width + 1, image.height)) == tightBytes;
     if (stride == lineBytes && !endsInGroup) return;
