@@ -127,8 +127,8 @@ inline constexpr std::int64_t KY_TYPE_RGBA64_SCALED =
     0x100020031;  ///< words R, G, B, A; A is 65535, ignored in a source
 ///@}
 
-/// 16-bit little-endian words R, G, B, A, LSB-aligned as in RGB48. A is the largest sample of the source's depth (255, 1023, ...).
-/// As a source it has 16 bits, and A is ignored.
+/// 16-bit little-endian words R, G, B, A, LSB-aligned as in RGB48. A is the largest sample of the source's depth: 255, 1023 and
+/// so on. As a source it has 16 bits, and A is ignored.
 inline constexpr std::int64_t KY_TYPE_RGBA64 = 0x100020032;
 
 /// \name Few bits: sources, but for BGR565p

@@ -24,7 +24,8 @@ struct WordConversion {
     bool appliesFilter;  ///< before anything else; where false, filters are ignored
 };
 
-/// From RGB24, RGB48 or gray to words or floats, or to bytes. As a stage of a chain it ignores filters, since the stage before it has applied them.
+/// From RGB24, RGB48 or gray to words or floats, or to bytes. As a stage of a chain it ignores filters: the stage before it has
+/// applied them.
 class WordsConverter final : public PlanesConverter {
 public:
     explicit WordsConverter(const WordConversion& conversion);

@@ -39,7 +39,9 @@ struct WordScale {
         }
         scale.factor = static_cast<std::uint16_t>(lacking / common);
         scale.addend = static_cast<std::uint16_t>(divisor / 2);
-        const auto reciprocal = [&](unsigned down) { return ((std::uint64_t{65536} << down) + divisor - 1) / divisor; };
+        const auto reciprocal = [&](unsigned shifted) {
+            return ((std::uint64_t{65536} << shifted) + divisor - 1) / divisor;
+        };
         while (reciprocal(scale.down + 1u) < 65536) ++scale.down;
         scale.multiplier = static_cast<std::uint16_t>(reciprocal(scale.down));
         return scale;
