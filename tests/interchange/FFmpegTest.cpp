@@ -80,8 +80,8 @@ const Row kRows[] = {
     {"rgb48le", "rgb24", kRounding},
     {"rgba64le", "rgb24", kRounding},
     {"rgb24", "rgb565le"},
-    // From 5-6-5 the library converts green only, and leaves its two low bits 0.
-    {.from = "rgb565le", .to = "rgb24", .resultMask = {0, 0xFC, 0}},
+    // Samples of 5 and 6 bits are rounded to 255 steps here, and widened by their own bits there.
+    {.from = "rgb565le", .to = "rgb24", .resultMask = {0xF8, 0xFC, 0xF8}},
 
     {"gray10be", "gray10le", 0, kBig10},
     {"gray12be", "gray12le", 0, kBig12},

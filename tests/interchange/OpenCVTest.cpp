@@ -41,8 +41,8 @@ const Row kRows[] = {
     {.from = "RGB", .to = "BGRA", .code = cv::COLOR_RGB2BGRA},
     {.from = "GRAY8", .to = "RGB", .code = cv::COLOR_GRAY2RGB},
     {.from = "RGB", .to = "rgb565le", .code = cv::COLOR_RGB2BGR565},
-    // From 5-6-5 the library converts green only.
-    {.from = "rgb565le", .to = "RGB", .resultMask = {0, 0xFF, 0}, .code = cv::COLOR_BGR5652RGB},
+    // Samples of 5 and 6 bits are rounded to 255 steps here, and shifted there.
+    {.from = "rgb565le", .to = "RGB", .resultMask = {0xF8, 0xFC, 0xF8}, .code = cv::COLOR_BGR5652RGB},
 
     {.from = "bayer_grbg8", .to = "RGB", .limit = kRounding, .code = cv::COLOR_BayerGRBG2RGB},
     {.from = "bayer_rggb8", .to = "RGB", .limit = kRounding, .code = cv::COLOR_BayerRGGB2RGB},

@@ -66,6 +66,7 @@ inline Bytes ConvertHere(std::int64_t type, Bytes pixels, std::uint32_t width, s
     Bytes converted(SizeHere(destinationType, width, height));
     const KyImage destination = {destinationType, width, height, converted.data(), converted.size(), 0, 0};
     const KyConversion conversion = {sizeof conversion, flags, filter, 0, 0};
+    EXPECT_EQ(KyExtendedTypes_Register(), KY_STATUS_SUCCESS);
     EXPECT_EQ(KyImage_Convert(&source, &destination, &conversion), KY_STATUS_SUCCESS) << KyImage_GetError();
     return converted;
 }
