@@ -205,8 +205,9 @@ KYIMGLIB_API uint32_t KyPixelConverter_ConvertLine(const KyPixelConverter* conve
                                                    uint8_t* destination, uint32_t count);
 /* Converts the first `width` pixels of the first `height` lines. Source lines are GetSourceByteSize(sourceWidth) bytes
    apart, destination lines GetDestinationByteSize(destinationWidth) + destinationPadding. Heights are the buffers'
-   lines; destinationHeight must not be larger than the number of source lines. A planar destination has its planes
-   destinationWidth x destinationHeight bytes apart and lines of sourceWidth bytes. The buffers must not overlap.
+   lines; destinationHeight must not be larger than the number of source lines. A built-in planar destination has its planes
+   destinationWidth x destinationHeight bytes apart and lines of sourceWidth bytes; images of extended types in planes have
+   no padding, as KyImage has them without strides. The buffers must not overlap.
    The height is rounded down to a multiple of 2 for interlaced sources and for Bayer sources
    without interpolation, where an odd last pixel is left out too; without a pattern flag a Bayer source is taken as GRBG.
    Strides are 32-bit. KY_STATUS_SUCCESS, KY_STATUS_BAD_ARGUMENT for null, what a chain's failing stage returned. */
@@ -245,7 +246,9 @@ KYIMGLIB_API uint32_t KyImage_GetSize(const KyImage* image, size_t* bytes);
 
 /* Describes a rectangle of an image, without a copy: `part`, which may be `image` itself, gets its data, size and strides.
    It begins and ends at a group of pixels that share bytes; it may end inside of one only where the image does. Types with
-   taps have whole lines; interlaced types and dual lines go in pairs of lines. `flags` may be null; of a Bayer type it is
+   taps have whole lines; interlaced types and dual lines go in pairs of lines. Where pixels of several lines or columns share
+   samples of another plane (NV12), x and y are multiples of as many; I420 and its kin, whose third plane is where the height
+   says, have no parts but the whole. `flags` may be null; of a Bayer type it is
    given with the KY_FLAG_BAYER_... pattern of the image (none: GRBG) and gets that of the part. Other flags stay. */
 KYIMGLIB_API uint32_t KyImage_Crop(const KyImage* image, uint32_t x, uint32_t y, uint32_t width, uint32_t height,
                                    KyImage* part, uint32_t* flags);

@@ -10,6 +10,7 @@
 #include <KyImgLib/pixeltypes/PixelFormatInternal.h>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace ky {
@@ -150,25 +151,55 @@ struct WholeImage {
     }
 };
 
-void ConvertAreaAsImage(const Stages& stages, const Area& area, const std::uint8_t* source, std::uint8_t* destination,
+/// Lines of all planes.
+void CopyPlanes(const PixelFormat& format, const ImageConversion& image) {
+    const auto copy = [](const std::uint8_t* from, std::ptrdiff_t fromStride, std::uint8_t* to, std::ptrdiff_t toStride,
+                         std::uint64_t bytes, std::uint32_t lines) {
+        for (std::uint32_t y = 0; y < lines; ++y, from += fromStride, to += toStride)
+            std::memcpy(to, from, static_cast<std::size_t>(bytes));
+    };
+    copy(image.source, image.sourceStride, image.destination, image.destinationStride, format.LineBytes(image.width),
+         image.height);
+    const OtherPlanes& others = format.otherPlanes;
+    for (std::uint32_t i = 0; i < others.count; ++i) {
+        const auto n = static_cast<std::ptrdiff_t>(i);
+        copy(image.source + image.sourcePlanes.toSecond + n * image.sourcePlanes.step, image.sourcePlanes.stride,
+             image.destination + image.destinationPlanes.toSecond + n * image.destinationPlanes.step,
+             image.destinationPlanes.stride, others.LineBytes(image.width), others.Lines(image.height));
+    }
+}
+
+/// False where the stages have not all kernels, or too many.
+bool ConvertAreaAsImage(const Stages& stages, const Area& area, const std::uint8_t* source, std::uint8_t* destination,
                         const KyRGBFilter* filter) {
-    const WholeImage from(stages.converters[0]->GetSourceType(), area.sourceWidth, area.sourceHeight);
-    const WholeImage to(stages.converters[stages.count - 1]->GetDestinationType(), area.destinationWidth,
-                        area.destinationHeight);
+    const KyPixelConverter& first = *stages.converters[0];
+    const KyPixelConverter& last = *stages.converters[stages.count - 1];
+    if (!KyPixelTypeFactory::HasPixelType(first.GetSourceType()) ||
+        !KyPixelTypeFactory::HasPixelType(last.GetDestinationType()))
+        return false;
+    const WholeImage from(first.GetSourceType(), area.sourceWidth, area.sourceHeight);
+    const WholeImage to(last.GetDestinationType(), area.destinationWidth, area.destinationHeight);
+    const std::uint32_t padding = to.format.otherPlanes.count == 0 ? area.destinationPadding : 0;
     ImageConversion image = {};
     image.source = source;
     image.sourceRowBytes = from.rowBytes;
     image.sourceStride = static_cast<std::ptrdiff_t>(from.rowBytes);
+    image.fieldStride = static_cast<std::ptrdiff_t>(area.sourceHeight / 2 * from.rowBytes);
     image.sourcePlanes = from.planes;
     image.destination = destination;
-    image.destinationStride = static_cast<std::ptrdiff_t>(to.rowBytes + area.destinationPadding);
+    image.destinationStride = static_cast<std::ptrdiff_t>(to.rowBytes + padding);
     image.destinationPlanes = to.planes;
     image.width = area.width;
-    image.height = area.height;
+    image.height = IsInterlaced(first) ? area.height - area.height % 2 : area.height;
     image.flags = area.flags;
     image.filter = filter;
-    image.endLine = area.height;
-    ConvertImage(stages, image);
+    image.endLine = image.height;
+    if (stages.count == 1 && stages.Copies(0)) {
+        if (from.format.group != to.format.group || from.format.otherPlanes != to.format.otherPlanes) return false;
+        CopyPlanes(from.format, image);
+        return true;
+    }
+    return ConvertImage(stages, image);
 }
 
 }  // namespace
@@ -202,10 +233,8 @@ bool ConvertAreaByKernels(const Stages& stages, const Area& area, const std::uin
     const KyPixelConverter& last = *stages.converters[stages.count - 1];
     // Areas know where RGB24_PLANAR's planes lie, but only write them.
     const bool readsPlanes = (first.GetSourceType() & KY_TYPE_PLANAR) != 0 && !stages.Copies(0);
-    if (readsPlanes || HasPlanesOfItsOwn(last.GetDestinationType())) {
-        ConvertAreaAsImage(stages, area, source, destination, context.filter);
-        return true;
-    }
+    if (readsPlanes || HasPlanesOfItsOwn(last.GetDestinationType()))
+        return ConvertAreaAsImage(stages, area, source, destination, context.filter);
     // All but the last convert an image into one of the same size.
     const Area whole = {area.sourceWidth, area.sourceHeight, area.sourceWidth, area.sourceHeight,
                         area.sourceWidth, area.sourceHeight, area.flags,       0};

@@ -34,16 +34,18 @@ void SetPlanes(Rows<Byte> (&rows)[2], Byte* first, const ImagePlanes& planes) {
 
 }  // namespace
 
-std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags) {
+std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags, const KyRGBFilter* filter) {
     Pipeline pipeline;
-    if (!AddStages(Stages::Of(converter), {nullptr, flags, 2, 2, 2, true, 0}, pipeline)) return 0;
+    if (!AddStages(Stages::Of(converter), {filter, flags, 2, 2, 2, true, 0}, pipeline)) return 0;
     return std::max(pipeline.RowStep(), IsInterlaced(converter) ? 2u : 1u);
 }
 
-void ConvertImage(const Stages& stages, const ImageConversion& image) {
+bool ConvertImage(const Stages& stages, const ImageConversion& image) {
     Pipeline pipeline;
-    AddStages(stages, {image.filter, image.flags, image.width, image.height, image.width, true, image.sourceRowBytes},
-              pipeline);
+    if (!AddStages(stages,
+                   {image.filter, image.flags, image.width, image.height, image.width, true, image.sourceRowBytes},
+                   pipeline))
+        return false;
     for (std::size_t i = 0; i < pipeline.Count(); ++i) pipeline.SetSize(i, image.width, image.height, image.height);
 
     Pipeline::Images images;
@@ -58,6 +60,7 @@ void ConvertImage(const Stages& stages, const ImageConversion& image) {
     SetPlanes(images.sourcePlanes, image.source, image.sourcePlanes);
     SetPlanes(images.destinationPlanes, image.destination, image.destinationPlanes);
     pipeline.Run(images, image.firstLine, image.endLine);
+    return true;
 }
 
 }  // namespace ky

@@ -35,10 +35,11 @@ struct ImageConversion {
 
 /// Lines that bands are multiples of; 0 when the library knows no kernels of the converter (an application's own class, or a
 /// chain with one): then only its area form can convert, the whole image at a time.
-std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags);
+std::uint32_t BandStepOf(const KyPixelConverter& converter, std::uint32_t flags, const KyRGBFilter* filter);
 
-/// Converts the lines; exactly `width` pixels of each. Only where BandStepOf() is not 0. Throws std::bad_alloc.
-void ConvertImage(const Stages& stages, const ImageConversion& conversion);
+/// Converts the lines; exactly `width` pixels of each. False, and nothing is done, where BandStepOf() is 0. Throws
+/// std::bad_alloc.
+bool ConvertImage(const Stages& stages, const ImageConversion& conversion);
 
 }  // namespace ky
 

@@ -88,9 +88,10 @@ public:
     /// \param destinationPadding  bytes after each destination line:
     ///                            its stride is GetDestinationByteSize(destinationWidth) + destinationPadding
     ///
-    /// A planar destination of a source that is not planar has its planes one after the other, each destinationWidth x
-    /// destinationHeight bytes, and the stride of each plane is sourceWidth bytes: padding is ignored, so give the
-    /// destination the width of the source.
+    /// A built-in planar destination of a source that is not planar has its planes one after the other, each
+    /// destinationWidth x destinationHeight bytes, and the stride of each plane is sourceWidth bytes: padding is ignored, so
+    /// give the destination the width of the source. Images of extended types in planes, source or destination, have their
+    /// planes one after the other and no padding, as KyImage has them without strides; padding is ignored.
     ///
     /// No argument is checked. Sources in pixel groups (4:2:2 pairs, 4:1:1 quadruples) write whole groups.
     /// Returns KY_STATUS_SUCCESS; the status of single line calls is not reported. (A KyComplexConverter reports a stage
@@ -101,7 +102,8 @@ public:
                                   std::uint32_t flags, std::uint32_t destinationPadding) const;
 
     /// Converts `count` pixels on each of the lines per convert, with strides, filter and flags from the thread's
-    /// context. A class that does not override it returns KY_STATUS_NOT_SUPPORTED; the library's own all convert.
+    /// context. A class that does not override it returns KY_STATUS_NOT_SUPPORTED; so do those of the
+    /// library's own whose source or destination is an extended type in planes. All its others convert.
     virtual std::uint32_t Convert(const std::uint8_t* source, std::uint8_t* destination, std::uint32_t count) const;
 
     /// Converts one pixel. The base class returns KY_STATUS_NOT_SUPPORTED.

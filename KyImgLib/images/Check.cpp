@@ -28,22 +28,31 @@ std::uint32_t RefusePair(std::int64_t sourceType, std::int64_t destinationType) 
     return refusal;
 }
 
-constexpr std::uint32_t kPixels = 8;  ///< whole groups of every type that kernels read
-
 bool CopiesLines(const ImagePair& pair) {
-    const Layout &from = pair.source, &to = pair.destination;
-    return typeid(*pair.converter) == typeid(KyIdentityConverter) && from.groupPixels == to.groupPixels &&
-           from.groupBytes == to.groupBytes && from.hasOwnRule == to.hasOwnRule && from.Planes() == to.Planes() &&
-           from.LineBytesOfPlanes(kPixels) == to.LineBytesOfPlanes(kPixels);
+    return typeid(*pair.converter) == typeid(KyIdentityConverter) && pair.source.HasPlanesOf(pair.destination);
+}
+
+/// Whether images of a type have the planes that a converter was made for, of another type perhaps.
+bool HasPlanesOf(std::int64_t type, const Layout& layout, std::int64_t madeFor) {
+    if (type == madeFor) return true;
+    Layout expected;
+    const bool arePlanar = ((type | madeFor) & KY_TYPE_PLANAR) != 0;
+    return !arePlanar || (FindLayout("", madeFor, expected) == KY_STATUS_SUCCESS && layout.HasPlanesOf(expected));
 }
 
 /// Whether kernels of the converter stay inside of images of these types. An application may have made a converter for
 /// types of other sizes, or registered one for types that it was not made for.
 bool AgreesOnBytes(const ImagePair& pair) {
+    constexpr std::uint32_t kPixels = 8;  // whole groups of every type that kernels read
     const KyPixelConverter& converter = *pair.converter;
     const std::int64_t differences = (converter.GetSourceType() ^ pair.sourceType) & KY_TYPE_INTERLACED;
-    return differences == 0 && converter.GetSourceByteSize(kPixels) == pair.source.LineBytesOfPlanes(kPixels) &&
-           converter.GetDestinationByteSize(kPixels) == pair.destination.LineBytesOfPlanes(kPixels);
+    // The identity's kernel copies single planes only.
+    const bool copiesPlanes = typeid(converter) == typeid(KyIdentityConverter) && pair.source.Planes() > 1;
+    return differences == 0 && !copiesPlanes &&
+           converter.GetSourceByteSize(kPixels) == pair.source.LineBytesOfPlanes(kPixels) &&
+           converter.GetDestinationByteSize(kPixels) == pair.destination.LineBytesOfPlanes(kPixels) &&
+           HasPlanesOf(pair.sourceType, pair.source, converter.GetSourceType()) &&
+           HasPlanesOf(pair.destinationType, pair.destination, converter.GetDestinationType());
 }
 
 std::uint32_t FindLayouts(std::int64_t sourceType, std::int64_t destinationType, ImagePair& pair) {
@@ -134,7 +143,9 @@ std::uint32_t CheckShapes(const ImagePair& pair, const KyImage& source, const Ky
     if (const std::uint32_t status = PlaceImage("source", source, pair.source, checked.sourcePlace)) return status;
     if (const std::uint32_t status = PlaceImage("destination", destination, pair.destination, checked.destinationPlace))
         return status;
-    checked.step = pair.copiesLines ? 1 : pair.agreesOnBytes ? BandStepOf(*pair.converter, checked.flags) : 0;
+    checked.step = pair.copiesLines     ? 1
+                   : pair.agreesOnBytes ? BandStepOf(*pair.converter, checked.flags, checked.filter)
+                                        : 0;
     checked.hasKernels = checked.step != 0;
     if (!checked.hasKernels) checked.step = std::max<std::uint32_t>(source.height, 1);
     return KY_STATUS_SUCCESS;

@@ -183,7 +183,8 @@ private:
         const Placement& place = checked.sourcePlace;
         const std::size_t converterLine = converter.GetSourceByteSize(width);
         const bool isPlanar = IsPlanar(checked.pair->source);
-        if (place.IsTight() && (isPlanar || place.first.lineBytes == converterLine)) return nullptr;
+        const bool isEnough = isPlanar ? place.size >= converterLine * height : place.first.lineBytes == converterLine;
+        if (place.IsTight() && isEnough) return nullptr;
         const std::size_t strides[] = {isPlanar ? place.first.lineBytes : converterLine,
                                        isPlanar ? place.others.lineBytes : converterLine};
         const std::size_t size = std::max(converterLine * height, CopySize(place, strides)) + kSlack;

@@ -95,6 +95,13 @@ std::uint32_t CropImage(const KyImage* image, std::uint32_t x, std::uint32_t y, 
         if (const std::uint32_t status = CheckBuffer("image", *image, whole)) return status;
         if (const std::uint32_t status = CheckPart(*image, layout, {x, y, width, height})) return status;
 
+        if (width == image->width && height == image->height) {
+            // Strides of its own may say what those of a part cannot.
+            const std::size_t size = whole.size;
+            *part = *image;
+            part->size = size;
+            return KY_STATUS_SUCCESS;
+        }
         KyImage made = *image;
         made.width = width;
         made.height = height;

@@ -28,7 +28,8 @@ typedef struct KyRGBFilter KyRGBFilter;
  *     packed gray or Bayer, 10 and
  *     12 bits                       2 pixels in 3 bytes
  *
- * so 5 pixels of 8-bit 4:2:2 are 3 groups in 12 bytes. (YUV types are told apart by the bits and bytes of a pixel: 16 in
+ * so 5 pixels of 8-bit 4:2:2 are 3 groups in 12 bytes. (KyPixelType::GetPixelGroup tells the groups of every type, extended
+ * ones too.) (YUV types are told apart by the bits and bytes of a pixel: 16 in
  * 2, 20 in 4, 12 in 2.) Every other type has the bytes of its pixels one after the other;
  * RGB 24 and BGR 24 have 3 bytes a pixel, whatever KyPixelType_GetBufferSizeFor counts. For a type of an application's
  * own class, KyPixelType::GetBufferSizeFor() tells the bytes of a line. */
@@ -46,12 +47,12 @@ typedef struct KyImage {
        the next. 0: lines follow one another without padding. */
     size_t stride;
     /* Bytes from the first byte of a part to the first one of the next part:
-       - planar RGB: the planes, in the order of the colours. 0: stride x height.
+       - planar RGB: the planes, in the order of the type's name. 0: stride x height.
        - YCbCr in planes (NV12, I420 ...): from the plane of Y to the next one. 0: stride x height. Where Cb and Cr have
          planes of their own, their lines are half of `stride` apart, rounded up, and the third plane follows the second. A
          stride of 0 means lines without padding in each plane.
        - interlaced types: the two fields, each of half the lines. 0: stride x height / 2.
-       Parts may lie one after the other or take turns line by line; they must not overlap. Not used for other types. (The
+       Parts may lie one after the other or, if all have the same lines, take turns line by line; they must not overlap. Not used for other types. (The
        destination of a conversion has its lines in the order of the picture even where its type is interlaced; then
        planeStride is not used.) */
     size_t planeStride;

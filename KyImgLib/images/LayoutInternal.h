@@ -28,6 +28,11 @@ struct Layout {
         return otherPlanes.count == 0 || (otherPlanes.group.pixels == groupPixels &&
                                           otherPlanes.group.bytes == groupBytes && otherPlanes.sharedLines == 1);
     }
+    /// Whether images of both have the same planes, with lines of the same groups.
+    bool HasPlanesOf(const Layout& other) const {
+        return groupPixels == other.groupPixels && groupBytes == other.groupBytes && hasOwnRule == other.hasOwnRule &&
+               otherPlanes == other.otherPlanes;
+    }
     /// Of the first plane.
     std::uint64_t LineBytes(std::uint32_t width) const;
     /// Of all planes together.

@@ -19,6 +19,8 @@ enum class Packing : std::uint8_t {
 
 struct PixelGroup {
     std::uint32_t pixels, bytes;
+
+    bool operator==(const PixelGroup&) const = default;
 };
 
 /// Bytes of so many pixels, whole groups.
@@ -31,6 +33,8 @@ struct OtherPlanes {
     std::uint32_t count = 0;
     PixelGroup group = {1, 1};      ///< pixels of the picture, and the bytes of a plane for them
     std::uint32_t sharedLines = 1;  ///< lines of the picture that share a line of a plane
+
+    bool operator==(const OtherPlanes&) const = default;
 
     std::uint64_t LineBytes(std::uint32_t width) const { return BytesOf(group, width); }
     std::uint32_t Lines(std::uint32_t height) const { return height / sharedLines + (height % sharedLines != 0); }

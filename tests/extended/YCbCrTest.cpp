@@ -380,6 +380,8 @@ TEST(YCbCrPlanes, Parts) {
     odd.stride = odd.planeStride = 0;
     odd.width = 29;
     expectRefused(odd, 0, 0, 28, 8, "expected an even stride");
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Crop(&odd, 0, 0, 29, 11, &part, nullptr)) << KyImage_GetError();
+    EXPECT_EQ(0u, part.stride);
     odd.stride = 29;
     std::size_t size = 0;
     EXPECT_EQ(KY_STATUS_BAD_ARGUMENT, KyImage_GetSize(&odd, &size));
@@ -404,6 +406,88 @@ TEST(YCbCrPlanes, Parts) {
         ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&rgb, &banded, &band)) << KyImage_GetError();
     }
     EXPECT_EQ(bytes, inBands);
+}
+
+/// Areas of types in planes are tight images: of interlaced sources both fields, all planes of the identity, no padding.
+TEST(YCbCrPlanes, Areas) {
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyExtendedTypes_Register());
+    constexpr std::uint32_t kWidth = 40, kHeight = 6;
+    support::Random random(13);
+    const auto sizeOf = [](std::int64_t type) {
+        KyImage image = {type, kWidth, kHeight, nullptr, 0, 0, 0};
+        EXPECT_EQ(KY_STATUS_SUCCESS, KyImage_GetSize(&image, &image.size));
+        return image.size;
+    };
+    constexpr std::int64_t kInterlaced = 0x00240001,
+                           kPlaneTypes[] = {KY_TYPE_NV12, KY_TYPE_I420, KY_TYPE_P010, KY_TYPE_RGB48_PLANAR_SCALED,
+                                            KY_TYPE_RGB_FLOAT_PLANAR};
+    for (const std::int64_t source : {kInterlaced, KY_TYPE_RGB24, KY_TYPE_NV12, KY_TYPE_RGB10P})
+        for (const std::int64_t type :
+             {kPlaneTypes[0], kPlaneTypes[1], kPlaneTypes[2], kPlaneTypes[3], kPlaneTypes[4], KY_TYPE_RGB48}) {
+            const KyPixelConverter* const converter = KyPixelTypeFactory::FindConverter(source, type);
+            if (converter == nullptr) continue;
+            std::vector<std::uint8_t> bytes = random.Bytes(sizeOf(source)), image(sizeOf(type));
+            const KyImage from = {source, kWidth, kHeight, bytes.data(), bytes.size(), 0, 0};
+            const KyImage to = {type, kWidth, kHeight, image.data(), image.size(), 0, 0};
+            ASSERT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&from, &to, nullptr)) << KyImage_GetError();
+            support::GuardedBuffer area(image.size(), support::GuardedBuffer::Side::kEnd, 0);
+            const std::uint32_t padding = (type & KY_TYPE_PLANAR) != 0 ? 16 : 0;
+            EXPECT_EQ(KY_STATUS_SUCCESS, converter->Convert(bytes.data(), kWidth, kHeight, area.data(), kWidth, kHeight,
+                                                            kWidth, kHeight, 0, padding));
+            EXPECT_TRUE(std::equal(image.begin(), image.end(), area.data())) << std::hex << source << " to " << type;
+        }
+    for (const std::int64_t type : kPlaneTypes) {
+        const std::vector<std::uint8_t> bytes = random.Bytes(sizeOf(type));
+        support::GuardedBuffer area(bytes.size(), support::GuardedBuffer::Side::kEnd, 0);
+        EXPECT_EQ(KY_STATUS_SUCCESS,
+                  KyPixelTypeFactory::FindConverter(type, type)
+                      ->Convert(bytes.data(), kWidth, kHeight, area.data(), kWidth, kHeight, kWidth, kHeight, 0, 0));
+        EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), area.data())) << std::hex << type;
+    }
+}
+
+/// What an application makes of the library's classes for types with other planes touches nothing outside of the images.
+TEST(YCbCrPlanes, ConvertersOfApplications) {
+    ASSERT_EQ(KY_STATUS_SUCCESS, KyExtendedTypes_Register());
+    constexpr std::uint32_t kWidth = 64, kHeight = 4;
+    const auto convert = [](std::int64_t source, std::int64_t destination, const KyRGBFilter* filter) {
+        KyImage from = {source, kWidth, kHeight, nullptr, 0, 0, 0},
+                to = {destination, kWidth, kHeight, nullptr, 0, 0, 0};
+        EXPECT_EQ(KY_STATUS_SUCCESS, KyImage_GetSize(&from, &from.size));
+        EXPECT_EQ(KY_STATUS_SUCCESS, KyImage_GetSize(&to, &to.size));
+        support::GuardedBuffer in(from.size, support::GuardedBuffer::Side::kEnd, 0),
+            out(to.size, support::GuardedBuffer::Side::kEnd, 0);
+        std::fill_n(in.data(), from.size, std::uint8_t{200});
+        from.data = in.data();
+        to.data = out.data();
+        KyConversion conversion = {};
+        conversion.structSize = sizeof conversion;
+        conversion.filter = filter;
+        EXPECT_EQ(KY_STATUS_SUCCESS, KyImage_Convert(&from, &to, &conversion)) << KyImage_GetError();
+        return std::vector<std::uint8_t>(out.data(), out.data() + to.size);
+    };
+    static const KyIdentityConverter copy(KY_TYPE_NV12, KY_TYPE_NV16, 2, 2), back(KY_TYPE_NV16, KY_TYPE_NV12, 2, 2);
+    convert(KY_TYPE_NV12, KY_TYPE_NV16, nullptr);
+    convert(KY_TYPE_NV16, KY_TYPE_NV12, nullptr);
+
+    // One stage more than a pipeline has room for, when there is a filter.
+    KyRGBFilter filter(8);
+    filter.SetMultipliers(0.5, 0.5, 0.5);
+    const auto find = [](std::int64_t source, std::int64_t destination) {
+        return KyPixelTypeFactory::FindConverter(source, destination);
+    };
+    static const KyComplexConverter two(find(KY_TYPE_RGBA32, KY_TYPE_RGB32), find(KY_TYPE_RGB32, KY_TYPE_RGB24));
+    static const KyComplexConverter three(&two, find(KY_TYPE_RGB24, KY_TYPE_NV12));
+    constexpr std::int64_t kOther = 0x1000200F0;  // so that the pair is free for the chain
+    static const KyPixelType other(kOther, 32, 4, false);
+    EXPECT_EQ(KY_STATUS_SUCCESS, KyPixelTypeFactory::RegisterPixelType(kOther, &other, "A type of a test"));
+    EXPECT_EQ(KY_STATUS_SUCCESS, KyPixelTypeFactory::RegisterPixelConverter(kOther, KY_TYPE_NV12, &three));
+    const std::vector<std::uint8_t> image = convert(kOther, KY_TYPE_NV12, &filter);
+    std::vector<std::uint8_t> source(4 * kWidth * kHeight, 200), area(image.size());
+    EXPECT_EQ(KY_STATUS_SUCCESS, three.Convert(filter, source.data(), kWidth, kHeight, area.data(), kWidth, kHeight,
+                                               kWidth, kHeight, 0, 0));
+    EXPECT_EQ(area, image);
+    EXPECT_NE(0, area[0]);
 }
 
 INSTANTIATE_TEST_SUITE_P(Levels, YCbCr, testing::ValuesIn(support::AvailableLevels()),

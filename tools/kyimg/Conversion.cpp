@@ -27,7 +27,6 @@ std::int64_t ColourSpace(std::int64_t id) { return id & KY_COLOUR_SPACE_MASK; }
 
 bool IsMosaic(std::int64_t id) { return KyPixelTypeFactory::FindPixelType(id)->IsBayerPattern(); }
 
-/// Whether a filter counts.
 /// Whether a converter passes colours through a filter. Stages of chains that are not registered leave that to another one.
 bool MakesColours(const KyPixelConverter& converter) {
     const KyPixelConverter* const registered =

@@ -41,7 +41,7 @@ std::uint32_t BitsInRGB48(std::int64_t source) {
     const std::uint32_t bits = type.GetPixelBitSize();
     if (type.IsBayerPattern()) return KyPixelTypeFactory::FindPixelType(type.GetPlainTypeID())->GetPixelBitSize();
     if ((source & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_RGB) return 8;
-    if (bits == 30) return 10;
+    if (bits == 30 || bits == 36) return bits / 3;  // of three samples together
     if (type.GetPixelByteSize() < 6) return 8;
     return bits == 10 || bits == 12 ? bits : 16;
 }

@@ -25,7 +25,11 @@ std::optional<PictureLayout> GrayLayout(std::int64_t id, std::uint32_t bits, std
 
 std::optional<PictureLayout> ColourLayout(std::int64_t id, std::uint32_t bits, std::size_t pixelBytes,
                                           std::size_t planeBytes) {
-    if ((id & KY_TYPE_PLANAR) != 0) return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
+    if ((id & KY_TYPE_PLANAR) != 0) {
+        const std::int64_t index = id & ~KY_TYPE_PLANAR;
+        if (index != KY_TYPE_RGB24 && index != 0x0002000A) return std::nullopt;
+        return PictureLayout{3, 8, false, 1, {0, planeBytes, 2 * planeBytes}};
+    }
     switch (id & KY_TYPE_INDEX_MASK) {
         case 0x01:
         case 0x34: return PictureLayout{3, 8, true, pixelBytes, {}};

@@ -65,7 +65,8 @@ struct RGBFactors {
 /// The same for vectors.
 class ToYCbCr : public ToYCbCrPixels {
 public:
-    explicit ToYCbCr(const YCbCrSettings& settings) : ToYCbCrPixels(settings) {
+    /// \param streamed  false: Cb and Cr are read again soon, and never streamed
+    ToYCbCr(const YCbCrSettings& settings, bool streamed) : ToYCbCrPixels(settings), streamsColours(streamed) {
         const RGBToYCbCrFactors factors(settings.colours);
         luma = RGBFactors(factors.luma);
         first = RGBFactors(settings.crFirst ? factors.cr : factors.cb);
@@ -131,6 +132,9 @@ private:
 
     RGBFactors luma, first, second;
     int black;
+
+public:
+    bool streamsColours;
 };
 
 struct RGBPairs {
@@ -146,7 +150,7 @@ struct ToYCbCrStep : PixelStep<RGBPairs, 1, 3, 2> {
         const Planes8 above = Deinterleave<3>(rows.in[0]), below = Deinterleave<3>(rows.in[1]);
         Put(rule.LumaOf(above), rows.out[0], streams);
         Put(rule.LumaOf(below), rows.out[1], streams);
-        Put(rule.ColoursOf(above, below), rows.out[2], streams);
+        Put(rule.ColoursOf(above, below), rows.out[2], streams && rule.streamsColours);
     }
 };
 
@@ -184,8 +188,10 @@ inline void ConvertToYCbCr(const RowKernel& kernel, const Tile& tile, std::uint3
     const WalkColumns columns = {0, whole, whole, tile.readable, tile.streams};
     Prefetch prefetch = {tile.prefetch.rows, tile.prefetch.ahead, 0, 0};
     if (tile.prefetch.bytes != 0) {
-        prefetch.begin = tile.prefetch.begin + 3 * (begin - tile.begin);
-        prefetch.bytes = 3 * whole;
+        // The part of these columns, in whatever the pipeline's source is.
+        const std::size_t columnsOfTile = tile.end - tile.begin;
+        prefetch.begin = tile.prefetch.begin + tile.prefetch.bytes * (begin - tile.begin) / columnsOfTile;
+        prefetch.bytes = tile.prefetch.bytes * (end - begin) / columnsOfTile;
     }
     RowWalk<ToYCbCrStep>(rule, here, columns, prefetch, row).Run();
     if (begin + whole < end) rule.Convert(rows.from, begin + whole, end, rows.y, colours + whole);
@@ -218,25 +224,26 @@ inline void ConvertToThreePlanes(const RowKernel& kernel, const Tile& tile) {
         }
 }
 
-inline void SetToYCbCr(const YCbCrSettings& settings, RowKernel::Run run, RowKernel& kernel) {
+inline void SetToYCbCr(const YCbCrSettings& settings, RowKernel::Run run, bool streamsColours, RowKernel& kernel) {
     RowKernel::Needs needs;
     needs.group = 2;
     needs.groupBytes = 6;
-    needs.planes = 2;
+    needs.planes = 2;  // for the bytes that are written: Cb and Cr together are half of a plane
     needs.rowStep = 2;
     needs.rowsAtOnce = 2;
     needs.isComputeBound = true;
 #if KY_SCALAR
+    static_cast<void>(streamsColours);
     kernel.Set(needs, run, ToYCbCrPixels(settings));
 #else
-    kernel.Set(needs, run, ToYCbCr(settings));
+    kernel.Set(needs, run, ToYCbCr(settings, streamsColours));
 #endif
 }
 
 inline void MakeToTwoPlanes(const YCbCrSettings& settings, RowKernel& kernel) {
-    SetToYCbCr(settings, &ConvertToTwoPlanes, kernel);
+    SetToYCbCr(settings, &ConvertToTwoPlanes, true, kernel);
 }
 
 inline void MakeToThreePlanes(const YCbCrSettings& settings, RowKernel& kernel) {
-    SetToYCbCr(settings, &ConvertToThreePlanes, kernel);
+    SetToYCbCr(settings, &ConvertToThreePlanes, false, kernel);
 }

@@ -74,6 +74,8 @@ void MakeSamples(const WordSettings& settings, RowKernel& kernel) {
     needs.group = kGroup;
     needs.groupBytes = settings.samples * kGroup / std::uint32_t{Reader::kGroup} * std::uint32_t{Reader::kGroupBytes};
     needs.pixelBytes = 2 * settings.samples;
-    needs.areaPartialGroup = RowKernel::PartialGroup::kLeftOut;
+    // Of single samples as everywhere; pixels of three are all made, as where a filter follows.
+    needs.areaPartialGroup =
+        settings.samples == 1 ? RowKernel::PartialGroup::kLeftOut : RowKernel::PartialGroup::kConverted;
     kernel.Set(needs, &ConvertSamples<Reader>, SampleState<Reader>{Reader(settings), settings.samples});
 }

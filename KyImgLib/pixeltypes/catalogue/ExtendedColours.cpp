@@ -122,10 +122,11 @@ Types AllTypes() {
 
 /// The mosaic of words, in scan order and LSB-aligned, that a type of its samples becomes; 0 for other types.
 std::int64_t MosaicOf(std::int64_t source) {
-    const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(source);
-    const std::int64_t plain = FormatOf(type).plain;
+    const KyPixelType* const type = KyPixelTypeFactory::FindPixelType(source);
+    if (type == nullptr) return 0;  // an application may have a converter from a type that it has not registered
+    const std::int64_t plain = FormatOf(*type).plain;
     const bool isMosaic =
-        type.IsBayerPattern() && std::find(std::begin(kMosaics), std::end(kMosaics), plain) != std::end(kMosaics);
+        type->IsBayerPattern() && std::find(std::begin(kMosaics), std::end(kMosaics), plain) != std::end(kMosaics);
     return isMosaic ? plain : 0;
 }
 
