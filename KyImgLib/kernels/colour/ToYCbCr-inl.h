@@ -67,11 +67,11 @@ class ToYCbCr : public ToYCbCrPixels {
 public:
     /// \param streamed  false: Cb and Cr are read again soon, and never streamed
     ToYCbCr(const YCbCrSettings& settings, bool streamed) : ToYCbCrPixels(settings), streamsColours(streamed) {
-        const RGBToYCbCrFactors factors(settings.colours);
-        luma = RGBFactors(factors.luma);
-        first = RGBFactors(settings.crFirst ? factors.cr : factors.cb);
-        second = RGBFactors(settings.crFirst ? factors.cb : factors.cr);
-        black = factors.black;
+        const RGBToYCbCrFactors ofColours(settings.colours);
+        luma = RGBFactors(ofColours.luma);
+        first = RGBFactors(settings.crFirst ? ofColours.cr : ofColours.cb);
+        second = RGBFactors(settings.crFirst ? ofColours.cb : ofColours.cr);
+        black = ofColours.black;
     }
 
     /// Y of a vector of pixels.
