@@ -144,6 +144,7 @@ struct RGBPairs {
 /// Two rows to their Y and to what they share of Cb and Cr, in turn.
 struct ToYCbCrStep : PixelStep<RGBPairs, 1, 3, 2> {
     static constexpr std::size_t kPrefetchRows = 2;
+    static constexpr bool kStreamsApart = true;
     using State = ToYCbCr;
 
     static HWY_INLINE void Run(const State& rule, const Rows& rows, std::size_t, bool streams) {
