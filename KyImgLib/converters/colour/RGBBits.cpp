@@ -6,10 +6,6 @@ namespace ky {
 
 namespace {
 
-constexpr std::uint32_t BytesOfGroups(const PixelGroup& group, std::uint32_t pixels) {
-    return (pixels / group.pixels + (pixels % group.pixels != 0 ? 1 : 0)) * group.bytes;
-}
-
 /// Bytes of a pixel, rounded up.
 std::uint32_t PixelBytes(RGBBits layout) {
     const PixelGroup group = GroupOf(layout);
@@ -105,7 +101,9 @@ RGBBitsToRGB::RGBBitsToRGB(const RGBBitsFormat& source, std::int64_t destination
                                             destinationType == KY_TYPE_RGB24_PLANAR, RGBBytes(destinationType)});
 }
 
-std::uint32_t RGBBitsToRGB::GetSourceByteSize(std::uint32_t count) const { return BytesOfGroups(group, count); }
+std::uint32_t RGBBitsToRGB::GetSourceByteSize(std::uint32_t count) const {
+    return static_cast<std::uint32_t>(BytesOf(group, count));
+}
 
 RGBBitsToRGB48::RGBBitsToRGB48(const RGBBitsFormat& source)
     : KyPixelConverter(source.id, KY_TYPE_RGB48, PixelBytes(source.layout), 6, GroupOf(source.layout).pixels, 1),
@@ -114,6 +112,8 @@ RGBBitsToRGB48::RGBBitsToRGB48(const RGBBitsFormat& source)
                                  ToRGB48Maker{source.layout, source.isBGR, source.bits, source.wordShift});
 }
 
-std::uint32_t RGBBitsToRGB48::GetSourceByteSize(std::uint32_t count) const { return BytesOfGroups(group, count); }
+std::uint32_t RGBBitsToRGB48::GetSourceByteSize(std::uint32_t count) const {
+    return static_cast<std::uint32_t>(BytesOf(group, count));
+}
 
 }  // namespace ky

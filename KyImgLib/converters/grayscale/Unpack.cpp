@@ -33,7 +33,7 @@ UnpackConverter::UnpackConverter(const ExtendedType& source)
 }
 
 std::uint32_t UnpackConverter::GetSourceByteSize(std::uint32_t count) const {
-    return (count / group.pixels + (count % group.pixels != 0 ? 1 : 0)) * group.bytes;
+    return static_cast<std::uint32_t>(BytesOf(group, count));
 }
 
 }  // namespace ky

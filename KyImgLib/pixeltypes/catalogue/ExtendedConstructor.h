@@ -23,22 +23,21 @@ void AddMissing(Constructor& construct, std::int64_t source, std::int64_t destin
     if (!KyPixelTypeFactory::HasConverter(source, destination)) construct.Add<Converter>(arguments...);
 }
 
-/// What a type converts to, itself left out.
-inline std::vector<std::int64_t> DestinationsOf(std::int64_t source) {
+/// What the registry enumerates for a type, itself left out.
+inline std::vector<std::int64_t> Listed(bool (*enumerate)(std::uint32_t, const std::int64_t&, std::int64_t&),
+                                        std::int64_t of) {
     std::vector<std::int64_t> types;
     std::int64_t type = 0;
-    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterFrom(i, source, type); ++i)
-        if (type != source) types.push_back(type);
+    for (std::uint32_t i = 0; enumerate(i, of, type); ++i)
+        if (type != of) types.push_back(type);
     return types;
 }
-
-/// What converts to a type, itself left out.
+/// What a type converts to, and what converts to it.
+inline std::vector<std::int64_t> DestinationsOf(std::int64_t source) {
+    return Listed(&KyPixelTypeFactory::EnumConverterFrom, source);
+}
 inline std::vector<std::int64_t> SourcesOf(std::int64_t destination) {
-    std::vector<std::int64_t> types;
-    std::int64_t type = 0;
-    for (std::uint32_t i = 0; KyPixelTypeFactory::EnumConverterTo(i, destination, type); ++i)
-        if (type != destination) types.push_back(type);
-    return types;
+    return Listed(&KyPixelTypeFactory::EnumConverterTo, destination);
 }
 
 /// A chain of two, where there are two.
