@@ -8,44 +8,78 @@ class FilterStage<Filter16, true> {
 public:
     explicit HWY_INLINE FilterStage(const Filter16& filter) : mask(filter.indexMask), bits(filter.shift) {}
 
-    template <int kChannel>
-    HWY_INLINE V16 Apply(V16 v) const {
-        return hn::And(v, hn::Set(D16(), mask));
+    HWY_INLINE void Apply(V16& first, V16& second, V16& third) const {
+        const V16 largest = hn::Set(D16(), mask);
+        first = hn::And(first, largest);
+        second = hn::And(second, largest);
+        third = hn::And(third, largest);
     }
-    int Shift() const { return bits; }
+    /// The same as bytes, of two vectors each. Channel by channel: that is all that fits into the registers.
+    HWY_INLINE Planes8 Apply(const Planes16& lower, const Planes16& upper) const {
+        const V16 largest = hn::Set(D16(), mask);
+        const auto bytes = [&](V16 first, V16 second) HWY_ATTR {
+            return LowBytes(hn::ShiftRightSame(hn::And(first, largest), bits),
+                            hn::ShiftRightSame(hn::And(second, largest), bits));
+        };
+        return {bytes(lower.first, upper.first), bytes(lower.second, upper.second), bytes(lower.third, upper.third)};
+    }
 
 private:
     std::uint16_t mask;
     int bits;
 };
 
-/// Leaves identity channels alone, computes those whose table is linear and looks the others up one by one. Branches on the
-/// kind of the channel once for each vector, always the same way, which branch prediction makes all but free.
+/// Computes what the tables would give where all are linear, or else looks all three up. Branches on what is known of them
+/// for each vector, always the same way, which branch prediction makes all but free.
 template <>
 class FilterStage<Filter16, false> {
 public:
-    explicit HWY_INLINE FilterStage(const Filter16& source) : filter(source) {}
-
-    template <int kChannel>
-    HWY_INLINE V16 Apply(V16 v) const {
-        const FilterChannel16& channel = filter.channel[kChannel];
-        const V16 index = hn::And(v, hn::Set(D16(), filter.indexMask));
-        if (channel.isIdentity) return index;
-        if (HWY_UNLIKELY(!channel.isLinear)) {
-            HWY_ALIGN std::uint16_t words[kLanes / 2];
-            hn::Store(index, D16(), words);
-            LookUp(channel.table, words);
-            return hn::Load(D16(), words);
-        }
-        return Compute(channel, index, filter.indexMask);
+    explicit HWY_INLINE FilterStage(const Filter16& source) : filter(source), looksUp(false) {
+        for (const FilterChannel16& channel : filter.channel)
+            if (!channel.isIdentity && !channel.isLinear) looksUp = true;
     }
-    int Shift() const { return filter.shift; }
+
+    HWY_INLINE void Apply(V16& first, V16& second, V16& third) const {
+        if (HWY_UNLIKELY(looksUp)) {
+            V16 planes[] = {first, second, third};
+            LookUp(filter, planes);
+            first = planes[0];
+            second = planes[1];
+            third = planes[2];
+        } else {
+            first = Compute<0>(first);
+            second = Compute<1>(second);
+            third = Compute<2>(third);
+        }
+    }
+
+    /// The same as bytes, of two vectors each. Channel by channel: that is all that fits into the registers.
+    HWY_INLINE Planes8 Apply(const Planes16& lower, const Planes16& upper) const {
+        V8 first, second, third;
+        if (HWY_UNLIKELY(looksUp)) {
+            V16 planes[] = {lower.first, lower.second, lower.third}, rest[] = {upper.first, upper.second, upper.third};
+            LookUp(filter, planes);
+            LookUp(filter, rest);
+            first = Narrow(planes[0], rest[0]);
+            second = Narrow(planes[1], rest[1]);
+            third = Narrow(planes[2], rest[2]);
+        } else {
+            first = Narrow(Compute<0>(lower.first), Compute<0>(upper.first));
+            second = Narrow(Compute<1>(lower.second), Compute<1>(upper.second));
+            third = Narrow(Compute<2>(lower.third), Compute<2>(upper.third));
+        }
+        return {first, second, third};
+    }
 
 private:
     /// i * fraction >> 32 in words: with the fraction's halves as h and l, (i * h + (i * l >> 16)) >> 16, where the sum
     /// of the lower words may carry into the upper one.
-    static HWY_INLINE V16 Compute(const FilterChannel16& channel, V16 index, std::uint16_t largest) {
+    template <int kChannel>
+    HWY_INLINE V16 Compute(V16 sample) const {
         const D16 d;
+        const FilterChannel16& channel = filter.channel[kChannel];
+        const V16 largest = hn::Set(d, filter.indexMask), index = hn::And(sample, largest);
+        if (channel.isIdentity) return index;
         const V16 high = hn::Set(d, static_cast<std::uint16_t>(channel.fractionGain >> 16));
         const V16 low = hn::Set(d, static_cast<std::uint16_t>(channel.fractionGain & 0xFFFF));
         const V16 product = hn::Mul(index, high);
@@ -54,14 +88,46 @@ private:
         V16 value = hn::Sub(hn::MulHigh(index, high), carry);
         if (channel.wholeGain != 0) value = hn::Add(value, hn::Mul(index, hn::Set(d, channel.wholeGain)));
         if (channel.offset != 0) value = hn::Add(value, hn::Set(d, channel.offset));
-        return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), hn::Set(d, largest), value);
+        return hn::IfThenElse(hn::Gt(index, hn::Set(d, channel.last)), largest, value);
     }
-    /// Takes and returns samples in memory: with a vector as argument the caller would spill its other vectors.
-    static HWY_NOINLINE void LookUp(const std::uint16_t* HWY_RESTRICT table, std::uint16_t* HWY_RESTRICT words) {
-        for (std::size_t i = 0; i < kLanes / 2; ++i) words[i] = table[words[i]];
+    HWY_INLINE V8 Narrow(V16 first, V16 second) const {
+        return LowBytes(hn::ShiftRightSame(first, filter.shift), hn::ShiftRightSame(second, filter.shift));
     }
+    /// In memory: as arguments, the planes would have the caller spill its other vectors also where nothing is looked up.
+    static HWY_NOINLINE void LookUp(const Filter16& filter, V16 (&planes)[3]) {
+        for (int channel = 0; channel < 3; ++channel) {
+            HWY_ALIGN std::uint16_t indices[kLanes / 2];
+            hn::Store(hn::And(planes[channel], hn::Set(D16(), filter.indexMask)), D16(), indices);
+            planes[channel] = Entries(D16(), filter.channel[channel].table, indices);
+        }
+    }
+#if HWY_ARCH_X86
+    /// Put together in registers: a vector that was stored word by word is slow to load.
+    template <class D>
+    static HWY_INLINE hn::Vec<D> Entries(D d, const std::uint16_t* table, const std::uint16_t* indices) {
+        if constexpr (hn::MaxLanes(D()) > 8) {
+            const hn::Half<D> half;
+            return hn::Combine(d, Entries(half, table, indices + hn::MaxLanes(half)), Entries(half, table, indices));
+        } else {
+            __m128i entries = _mm_cvtsi32_si128(table[indices[0]]);
+            entries = _mm_insert_epi16(entries, table[indices[1]], 1);
+            entries = _mm_insert_epi16(entries, table[indices[2]], 2);
+            entries = _mm_insert_epi16(entries, table[indices[3]], 3);
+            entries = _mm_insert_epi16(entries, table[indices[4]], 4);
+            entries = _mm_insert_epi16(entries, table[indices[5]], 5);
+            entries = _mm_insert_epi16(entries, table[indices[6]], 6);
+            return hn::Vec<D>{_mm_insert_epi16(entries, table[indices[7]], 7)};
+        }
+    }
+#else
+    static HWY_INLINE V16 Entries(D16 d, const std::uint16_t* table, std::uint16_t* indices) {
+        for (std::size_t i = 0; i < kLanes / 2; ++i) indices[i] = table[indices[i]];
+        return hn::Load(d, indices);
+    }
+#endif
 
     Filter16 filter;
+    bool looksUp;
 };
 
 #endif

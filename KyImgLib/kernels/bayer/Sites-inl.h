@@ -182,37 +182,26 @@ public:
     template <std::size_t kCopies>
     HWY_INLINE void Write(const SitePlanes<Sample> (&sites)[kVectors], bool ownIsBlue,
                           std::uint8_t* const (&to)[kCopies], bool streams) const {
-        auto first = sites[0].own, third = sites[0].opposite;
+        // Vector by vector: records that meet behind a branch go through memory.
+        auto first = sites[0].own, second = sites[0].green, third = sites[0].opposite;
+        auto nextFirst = sites[kVectors - 1].own, nextThird = sites[kVectors - 1].opposite;
         if (ownIsBlue) {
             first = sites[0].opposite;
             third = sites[0].own;
+            nextFirst = sites[kVectors - 1].opposite;
+            nextThird = sites[kVectors - 1].own;
         }
         if constexpr (kVectors == 1) {
-            Store(filter.template Apply<0>(first), filter.template Apply<1>(sites[0].green),
-                  filter.template Apply<2>(third), to, streams);
+            filter.Apply(first, second, third);
+            for (std::uint8_t* const copy : to) Writer::Store(first, second, third, &copy, streams);
         } else {
-            auto nextFirst = sites[1].own, nextThird = sites[1].opposite;
-            if (ownIsBlue) {
-                nextFirst = sites[1].opposite;
-                nextThird = sites[1].own;
-            }
-            Store(Narrow<0>(first, nextFirst), Narrow<1>(sites[0].green, sites[1].green), Narrow<2>(third, nextThird),
-                  to, streams);
+            const Planes8 pixels = filter.Apply({first, second, third}, {nextFirst, sites[1].green, nextThird});
+            for (std::uint8_t* const copy : to)
+                Writer::Store(pixels.first, pixels.second, pixels.third, &copy, streams);
         }
     }
 
 private:
-    template <class V, std::size_t kCopies>
-    static HWY_INLINE void Store(V first, V second, V third, std::uint8_t* const (&to)[kCopies], bool streams) {
-        for (std::uint8_t* const copy : to) Writer::Store(first, second, third, &copy, streams);
-    }
-
-    template <int kChannel>
-    HWY_INLINE V8 Narrow(V16 v, V16 next) const {
-        return LowBytes(hn::ShiftRightSame(filter.template Apply<kChannel>(v), filter.Shift()),
-                        hn::ShiftRightSame(filter.template Apply<kChannel>(next), filter.Shift()));
-    }
-
     Filter filter;
 };
 

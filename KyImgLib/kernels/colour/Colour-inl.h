@@ -58,14 +58,13 @@ public:
     /// A vector of bytes for each channel, from the start of a group on.
     HWY_INLINE Planes8 Read(const std::uint8_t* from) const {
         if constexpr (sizeof(typename Reader::Sample) == 1) {
-            const Planes8 pixels = Exchanged(Reader::ReadVector(from, reader));
-            return {filter.template Apply<0>(pixels.first), filter.template Apply<1>(pixels.second),
-                    filter.template Apply<2>(pixels.third)};
+            Planes8 pixels = Exchanged(Reader::ReadVector(from, reader));
+            filter.Apply(pixels.first, pixels.second, pixels.third);
+            return pixels;
         } else {
             const Planes16 lower = Exchanged(Reader::ReadVector(from, reader));
             const Planes16 upper = Exchanged(Reader::ReadVector(from + kLanes / 2 * Reader::kGroupBytes, reader));
-            return {Narrow<0>(lower.first, upper.first), Narrow<1>(lower.second, upper.second),
-                    Narrow<2>(lower.third, upper.third)};
+            return filter.Apply(lower, upper);
         }
     }
 
@@ -76,12 +75,6 @@ private:
         if constexpr (std::is_same_v<Reader, ReadRGB16>) return pixels;
         if (isExchanged) return {pixels.third, pixels.second, pixels.first};
         return pixels;
-    }
-
-    template <int kChannel>
-    HWY_INLINE V8 Narrow(V16 lower, V16 upper) const {
-        return LowBytes(hn::ShiftRightSame(filter.template Apply<kChannel>(lower), filter.Shift()),
-                        hn::ShiftRightSame(filter.template Apply<kChannel>(upper), filter.Shift()));
     }
 
     FilterStage<typename Settings::Filter, kIsIdentity> filter;

@@ -181,8 +181,8 @@ struct FilterWordsStep : PixelStep<Reader, Write48::kPixelBytes> {
             Planes16 pixels = Reader::ReadVector(rows.in[0] + i * kLanes / 2 * Reader::kGroupBytes, state.reader);
             if (state.isExchanged) std::swap(pixels.first, pixels.third);
             std::uint8_t* const to = rows.out[0] + i * kLanes / 2 * Write48::kPixelBytes;
-            Write48::Store(state.filter.template Apply<0>(pixels.first), state.filter.template Apply<1>(pixels.second),
-                           state.filter.template Apply<2>(pixels.third), &to, streams);
+            state.filter.Apply(pixels.first, pixels.second, pixels.third);
+            Write48::Store(pixels.first, pixels.second, pixels.third, &to, streams);
         }
     }
 };
@@ -272,14 +272,16 @@ struct PlaneStep : PixelStep<PlanePixels<Settings>, 3 * sizeof(PlaneSample<Setti
     static HWY_INLINE void Run(const State& state, const typename PlaneStep::Rows& rows, std::size_t, bool streams) {
         const auto& [first, second, third] = rows.in;
         if constexpr (std::is_same_v<Settings, Colour8Settings>) {
-            Write24::Store(state.filter.template Apply<0>(Load(first)), state.filter.template Apply<1>(Load(second)),
-                           state.filter.template Apply<2>(Load(third)), rows.out, streams);
+            Planes8 pixels = {Load(first), Load(second), Load(third)};
+            state.filter.Apply(pixels.first, pixels.second, pixels.third);
+            Write24::Store(pixels.first, pixels.second, pixels.third, rows.out, streams);
         } else {
             for (std::size_t i = 0; i < 2; ++i) {
                 std::uint8_t* const to = rows.out[0] + i * 3 * kLanes;
-                Write48::Store(state.filter.template Apply<0>(Words(Load(first + i * kLanes))),
-                               state.filter.template Apply<1>(Words(Load(second + i * kLanes))),
-                               state.filter.template Apply<2>(Words(Load(third + i * kLanes))), &to, streams);
+                const std::size_t at = i * kLanes;
+                Planes16 pixels = {Words(Load(first + at)), Words(Load(second + at)), Words(Load(third + at))};
+                state.filter.Apply(pixels.first, pixels.second, pixels.third);
+                Write48::Store(pixels.first, pixels.second, pixels.third, &to, streams);
             }
         }
     }

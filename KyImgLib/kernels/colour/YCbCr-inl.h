@@ -130,9 +130,9 @@ struct YCbCrStep : PixelStep<Reader, Writer::kPixelBytes, 1, Reader::kPlanes> {
 
     static HWY_INLINE void Run(const State& state, const Rows& rows, std::size_t, bool streams) {
         const Planes8 rgb = ReadRGB<Reader>(rows.in, state.layout, state.rule);
-        const Planes8 pixels = state.isExchanged ? Planes8{rgb.third, rgb.second, rgb.first} : rgb;
-        Writer::Store(state.filter.template Apply<0>(pixels.first), state.filter.template Apply<1>(pixels.second),
-                      state.filter.template Apply<2>(pixels.third), rows.out, streams);
+        Planes8 pixels = state.isExchanged ? Planes8{rgb.third, rgb.second, rgb.first} : rgb;
+        state.filter.Apply(pixels.first, pixels.second, pixels.third);
+        Writer::Store(pixels.first, pixels.second, pixels.third, rows.out, streams);
     }
 };
 
