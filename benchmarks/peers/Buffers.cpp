@@ -30,7 +30,7 @@ std::size_t FrameBytes(std::int64_t type, Size size) {
     return bytes;
 }
 
-Buffers::Buffers(const std::vector<const Operation*>& operations, const std::vector<Size>& sizes) {
+Buffers::Buffers(const std::vector<const Operation*>& operations, const std::vector<Size>& sizes, bool hasOthers) {
     constexpr std::size_t kScratchBytes = 8;
     const auto grow = [](Buffer& buffer, std::size_t bytes) {
         buffer.resize(std::max(buffer.size(), bytes / sizeof(Block) + 1));
@@ -38,9 +38,9 @@ Buffers::Buffers(const std::vector<const Operation*>& operations, const std::vec
     for (const Operation* const operation : operations)
         for (const Size size : sizes) {
             grow(sources[static_cast<std::size_t>(operation->samples)], FrameBytes(operation->source, size));
-            grow(arranged, FrameBytes(operation->source, size));
             grow(destination, FrameBytes(operation->destination, size));
-            grow(scratch, kScratchBytes * size.GetPixelCount());
+            grow(arranged, hasOthers ? FrameBytes(operation->source, size) : 0);
+            grow(scratch, hasOthers ? kScratchBytes * size.GetPixelCount() : 0);
         }
     std::mt19937_64 random;
     for (std::size_t kind = 0; kind < sources.size(); ++kind)
@@ -52,8 +52,13 @@ Buffers::Buffers(const std::vector<const Operation*>& operations, const std::vec
 }
 
 Work Buffers::MakeWork(const Operation& operation, Size size, const Contender* contender) {
-    Work work = {BytesOf(sources[static_cast<std::size_t>(operation.samples)]), BytesOf(destination), BytesOf(scratch),
-                 size.width, size.height};
+    Work work = {BytesOf(sources[static_cast<std::size_t>(operation.samples)]),
+                 BytesOf(destination),
+                 BytesOf(scratch),
+                 size.width,
+                 size.height,
+                 FrameBytes(operation.source, size),
+                 FrameBytes(operation.destination, size)};
     if (contender != nullptr && contender->arrange != nullptr) {
         contender->arrange(work, BytesOf(arranged));
         work.source = BytesOf(arranged);

@@ -14,8 +14,9 @@ namespace kybench {
 /// What all contenders read and write: 64-byte aligned, all pages in memory.
 class Buffers {
 public:
-    /// As large as any of `operations` needs at any of `sizes`.
-    Buffers(const std::vector<const Operation*>& operations, const std::vector<Size>& sizes);
+    /// As large as any of `operations` needs at any of `sizes`. Only other libraries need memory of their own between two
+    /// steps.
+    Buffers(const std::vector<const Operation*>& operations, const std::vector<Size>& sizes, bool hasOthers);
 
     /// Random samples of the kind that an operation takes, or another layout of them for a peer that has only that.
     Work MakeWork(const Operation& operation, Size size, const Contender* contender = nullptr);

@@ -9,11 +9,11 @@ namespace kybench {
 int Differences::GetLargest() const { return *std::max_element(channels.begin(), channels.end()); }
 
 Differences MeasureDifferences(const Operation& operation, const Contender& contender, Buffers& buffers) {
-    constexpr Size size = kSizes.front();
+    constexpr Size size = kCheckSize;
     const Picture source = {buffers.MakeWork(operation, size).source, size.width, size.height};
     const Work work = buffers.MakeWork(operation, size, &contender);
     // Nothing of the result of another contender.
-    std::memset(work.destination, 0xA5, FrameBytes(operation.destination, size));
+    std::memset(work.destination, 0xA5, work.destinationBytes);
     contender.convert(work);
     const Picture result = {work.destination, size.width, size.height};
 

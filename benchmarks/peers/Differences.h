@@ -9,6 +9,9 @@
 
 namespace kybench {
 
+/// Of the image that is compared.
+inline constexpr Size kCheckSize = kSizes.front();
+
 /// Largest difference of a result from the exact one, for each channel of the destination.
 struct Differences {
     std::array<int, 3> channels;
@@ -16,7 +19,7 @@ struct Differences {
     int GetLargest() const;
 };
 
-/// Converts a small image and compares every sample.
+/// Converts an image and compares every sample.
 Differences MeasureDifferences(const Operation& operation, const Contender& contender, Buffers& buffers);
 
 }  // namespace kybench

@@ -16,7 +16,7 @@ constexpr int kRGB = 3, kRGBA = 4;
 /// even number of lines.
 template <typename Steps>
 void InBands(const Work& work, Steps steps) {
-    constexpr int kBandBytes = 1 << 16;
+    constexpr int kBandBytes = 1 << 15;
     const int lines = std::max(kBandBytes / (kRGBA * work.GetWidth()) & ~1, 2);
     for (int y = 0; y < work.GetHeight(); y += lines) steps(y, std::min(lines, work.GetHeight() - y));
 }
@@ -71,7 +71,7 @@ Peer MakeLibyuv(InstructionSet set) {
                  : set == InstructionSet::kAVX2 ? ~kAVX512
                                                 : ~(kAVX512 | kAVXOnwards));
 
-    Peer peer{"libyuv", {}};
+    Peer peer{"libyuv", true, {}};
     const auto add = [&](const char* operation, void (*convert)(const Work&), bool swapsRedBlue = false,
                          void (*arrange)(const Work&, std::uint8_t*) = nullptr) {
         peer.contenders.push_back({operation, convert, swapsRedBlue, arrange});

@@ -79,7 +79,7 @@ void RestrictOpenCV(InstructionSet set, char** argv) {
 
 Peer MakeOpenCV(InstructionSet set) {
     cv::setNumThreads(1);
-    Peer peer{"OpenCV", {}};
+    Peer peer{"OpenCV", true, {}};
     const auto add = [&](const char* operation, std::function<void(const Work&)> convert,
                          void (*arrange)(const Work&, std::uint8_t*) = nullptr) {
         peer.contenders.push_back({operation, std::move(convert), false, arrange});

@@ -21,6 +21,8 @@ struct Work {
     std::uint8_t* scratch;  ///< eight bytes a pixel, for libraries that need two steps
     std::uint32_t width;
     std::uint32_t height;
+    std::size_t sourceBytes;
+    std::size_t destinationBytes;
 
     int GetWidth() const { return static_cast<int>(width); }
     int GetHeight() const { return static_cast<int>(height); }
@@ -35,13 +37,21 @@ struct Contender {
         false;  ///< writes B, G, R where the operation has R, G, B; there is no function for the other order
     /// Not null: the peer has the same pixels in another layout, written once before the clock starts.
     void (*arrange)(const Work& original, std::uint8_t* arranged) = nullptr;
+    std::uint32_t cores = 0;  ///< that it may use; 0 is a call that uses one thread anyway
 };
 
-/// Another library, or the plain loops.
+/// Who converts: the library, another one, or the plain loops.
 struct Peer {
-    const char* name;
+    std::string name;
+    bool isOther;  ///< not the library itself
     std::vector<Contender> contenders;
 };
+
+/// The library as most applications call it, on one thread.
+Peer MakeOurs();
+
+/// The library on several threads of its own, of which each has a core.
+Peer MakeOurs(std::uint32_t threads);
 
 /// For a CPU level of the library; throws std::runtime_error when peers have nothing like it.
 InstructionSet InstructionSetOf(const std::string& level);

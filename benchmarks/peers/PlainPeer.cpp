@@ -24,7 +24,7 @@ void Run(const PlainLoop& loop, const Work& work) {
 }  // namespace
 
 Peer MakePlainLoops(InstructionSet set) {
-    Peer peer{"plain C", {}};
+    Peer peer{"plain C", true, {}};
     for (const PlainLoop* loop = LoopsOf(set); loop->operation != nullptr; ++loop)
         peer.contenders.push_back({loop->operation, [loop](const Work& work) { Run(*loop, work); }});
     return peer;

@@ -117,7 +117,7 @@ Peer MakeSwscale(InstructionSet set) {
     av_force_cpu_flags(set == InstructionSet::kAVX512 ? all
                        : set == InstructionSet::kAVX2 ? all & ~kAVX512
                                                       : all & ~(kAVX512 | kAVXOnwards));
-    Peer peer{"swscale", {}};
+    Peer peer{"swscale", true, {}};
     for (const Conversion& conversion : kConversions)
         peer.contenders.push_back({conversion.operation, [&conversion](const Work& work) { Convert(conversion, work); },
                                    false, conversion.arrange});

@@ -1,272 +1,81 @@
-#include "Buffers.h"
-#include "Differences.h"
-#include "Operations.h"
+#include "Comparison.h"
 #include "Peer.h"
-#include "Table.h"
 
-#include "../BaselineKernels.h"
 #include "../Options.h"
-#include "../Registration.h"
 
-#include <KyImgLib/KyImgLib.h>
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
+#include <KyImgLib/platform/KyCpuLevel.h>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <limits>
-#include <map>
-#include <memory>
 #include <new>
-#include <optional>
-#include <set>
 #include <stdexcept>
+#include <thread>
 
 namespace kybench {
 
 namespace {
 
-constexpr const char* kOurs = "KyImgLib";
+constexpr const char* kPeersHelp =
+    R"(Measures conversions beside the same operations of other libraries and of plain C, in one interleaved run, and says how
+far each result is from the exact one.
 
-/// The library itself, as one of the contenders.
-Contender MakeOurs(const Operation& operation) {
-    const KyPixelConverter* const converter =
-        KyPixelTypeFactory::FindConverter(operation.source, operation.destination);
-    if (converter == nullptr) throw std::runtime_error(std::string("no converter for ") + operation.name);
-    if (!operation.hasTables)
-        return {operation.name, [converter, flags = operation.flags](const Work& w) {
-                    converter->Convert(w.source, w.width, w.height, w.destination, w.width, w.height, w.width, w.height,
-                                       flags, 0);
-                }};
-    const auto filter = std::make_shared<KyRGBFilter>(8);
-    for (std::uint32_t i = 0; i < 256; ++i) {
-        filter->SetRedValue(i, Tables()[0][i]);
-        filter->SetGreenValue(i, Tables()[1][i]);
-        filter->SetBlueValue(i, Tables()[2][i]);
-    }
-    return {operation.name, [converter, filter, flags = operation.flags](const Work& w) {
-                converter->Convert(*filter, w.source, w.width, w.height, w.destination, w.width, w.height, w.width,
-                                   w.height, flags, 0);
-            }};
+  --level NAME     CPU level that all are held to: sse4, avx2, avx512 or avx512vbmi. Without it: the active one, which is the
+                   highest, or what KYIMGLIB_CPU_LEVEL allows
+  --filter REGEX   measure only the rows whose name matches
+  --growth         this library alone, from 64x64 to 16384x16384 pixels and on one to all cores
+  --help           this text
+
+All flags of Google Benchmark work as well. The usual ones, with their defaults here:
+
+  --benchmark_repetitions=11                    how often each row is measured
+  --benchmark_min_time=0.01                     seconds of one repetition
+  --benchmark_enable_random_interleaving=true   all repetitions of all rows in random order
+  --benchmark_out=FILE                          also write every repetition to a JSON file
+)";
+
+/// One of each kind: reordered, arithmetic, demosaiced, through tables, unpacked.
+constexpr const char* kGrowthFilter =
+    "^(RGB24ToRGB32|YUYVToRGB24|RGB24ToNV12|Bayer8ToRGB24/bilinear|RGB24ToRGB24/tables|Mono12pToGray12)/[0-9]";
+
+std::vector<Size> SquareSizes() {
+    std::vector<Size> sizes;
+    for (std::uint32_t edge = 64; edge <= 16384; edge *= 2) sizes.push_back({edge, edge});
+    return sizes;
 }
 
-std::vector<Peer> MakeAll(InstructionSet set) {
-    Peer ours{kOurs, {}};
-    for (const Operation& operation : AllOperations()) ours.contenders.push_back(MakeOurs(operation));
-    return {std::move(ours), MakeLibyuv(set), MakeOpenCV(set), MakeSwscale(set), MakePlainLoops(set)};
-}
-
-const Contender* FindContender(const Peer& peer, const Operation& operation) {
-    for (const Contender& contender : peer.contenders)
-        if (contender.operation == std::string_view(operation.name)) return &contender;
-    return nullptr;
-}
-
-std::string TextOf(Size size) {
-    std::string text = std::to_string(size.width);
-    return text.append("x").append(std::to_string(size.height));
-}
-
-/// An operation at a size.
-struct Item {
-    const Operation* operation;
-    Size size;
-
-    std::string GetName() const { return std::string(operation->name).append("/").append(TextOf(size)); }
-    std::string NameOf(const Peer& peer) const {
-        return std::string("Peers/").append(GetName()).append("/").append(peer.name);
-    }
-    std::vector<BaselineKernel> GetBaselineKernels() const {
-        return BaselineKernelsFor(FrameBytes(operation->source, size), FrameBytes(operation->destination, size));
-    }
-    /// Of the kernels that move as many bytes as the operation has.
-    std::string GetBaselineName() const {
-        const auto bytesOf = [this](std::int64_t type) {
-            char text[16];
-            std::snprintf(text, sizeof text, "%g",
-                          static_cast<double>(FrameBytes(type, size)) / static_cast<double>(size.GetPixelCount()));
-            return std::string(text);
-        };
-        return "Baseline/" + bytesOf(operation->source) + ":" + bytesOf(operation->destination) + "/" + TextOf(size);
-    }
-};
-
-/// Everything that is measured in a run.
-class Comparison : public benchmark::BenchmarkReporter {
-public:
-    Comparison(const Options& options, InstructionSet set, const std::vector<Size>& sizes) : peers(MakeAll(set)) {
-        std::set<const Operation*> wanted;
-        for (const Operation& operation : AllOperations())
-            for (const Size size : sizes)
-                if (const Item item{&operation, size}; std::regex_search(item.GetName(), options.filter)) {
-                    items.push_back(item);
-                    wanted.insert(&operation);
-                }
-        if (items.empty()) throw std::runtime_error("the filter matches no row");
-        for (const Operation& operation : AllOperations())
-            if (wanted.count(&operation) > 0) operations.push_back(&operation);
-        std::vector<Size> allSizes = sizes;
-        allSizes.push_back(kSizes.front());  // of the check
-        buffers.emplace(operations, allSizes);
-    }
-
-    /// Says how far each result is from the exact one. Throws std::runtime_error when the library's own is.
-    void PrintDifferences() {
-        Table table(Header("largest difference"));
-        for (const Operation* const operation : operations) {
-            std::vector<std::string> row{operation->name};
-            for (const Peer& peer : peers) row.push_back(DifferencesOf(*operation, peer));
-            table.Add(std::move(row));
-        }
-        table.Print();
-        std::puts("");
-        std::fflush(stdout);
-    }
-
-    void Register() {
-        std::set<std::string> baselines;
-        for (const Item& item : items) {
-            for (const Peer& peer : peers) RegisterContender(item, peer);
-            if (baselines.insert(item.GetBaselineName()).second) RegisterBaselines(item);
-        }
-    }
-
-    bool ReportContext(const Context&) override { return true; }
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs)
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                repetitions[run.run_name.function_name].push_back(run.cpu_accumulated_time * 1e9 /
-                                                                  static_cast<double>(run.iterations));
-    }
-
-    void Finalize() override {
-        std::vector<std::string> header = Header("ns per pixel, median");
-        header.insert(header.begin() + 1, "baseline");
-        header.insert(header.end(), {"times baseline", "fastest peer", "times its time"});
-        Table table(header);
-        for (const Item& item : items) table.Add(RowOf(item));
-        table.Print();
-    }
-
-private:
-    std::vector<std::string> Header(const char* first) const {
-        std::vector<std::string> header{first};
-        for (const Peer& peer : peers) header.push_back(peer.name);
-        return header;
-    }
-
-    std::string DifferencesOf(const Operation& operation, const Peer& peer) {
-        const Contender* const contender = FindContender(peer, operation);
-        if (contender == nullptr) return "-";
-        const Differences differences = MeasureDifferences(operation, *contender, *buffers);
-        if (differences.GetLargest() == 0) return "0";
-        if (peer.name == std::string_view(kOurs))
-            throw std::runtime_error(std::string(operation.name) + ": the library is off by up to " +
-                                     std::to_string(differences.GetLargest()));
-        std::string text;
-        for (int channel = 0; channel < ChannelCount(operation.layout); ++channel) {
-            if (channel > 0) text.append(" ");
-            text.append(std::to_string(differences.channels[static_cast<std::size_t>(channel)]));
-        }
-        return text;
-    }
-
-    void RegisterContender(const Item& item, const Peer& peer) {
-        const Contender* const contender = FindContender(peer, *item.operation);
-        if (contender == nullptr) return;
-        RegisterByCpuTime(item.NameOf(peer), [this, item, contender](benchmark::State& state) {
-            const Work work = buffers->MakeWork(*item.operation, item.size, contender);
-            contender->convert(work);  // what a library prepares for a size is not timed
-            for ([[maybe_unused]] auto _ : state) {
-                contender->convert(work);
-                benchmark::ClobberMemory();
-            }
-            state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(work.GetPixelCount()));
-            state.SetLabel(item.GetBaselineName());
-        });
-    }
-
-    void RegisterBaselines(const Item& item) {
-        for (const BaselineKernel& kernel : item.GetBaselineKernels())
-            RegisterByCpuTime(
-                item.GetBaselineName() + "/" + kernel.name, [this, item, kernel](benchmark::State& state) {
-                    const Work work = buffers->MakeWork(*item.operation, item.size);
-                    const std::size_t sourceBytes = FrameBytes(item.operation->source, item.size);
-                    for ([[maybe_unused]] auto _ : state) {
-                        kernel.move(work.source, work.destination, sourceBytes);
-                        benchmark::ClobberMemory();
-                    }
-                    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(work.GetPixelCount()));
-                });
-    }
-
-    /// Nanoseconds; infinite when it was not measured.
-    double MedianOf(const std::string& name) const {
-        const auto found = repetitions.find(name);
-        if (found == repetitions.end()) return std::numeric_limits<double>::infinity();
-        std::vector<double> times = found->second;
-        std::sort(times.begin(), times.end());
-        return (times[(times.size() - 1) / 2] + times[times.size() / 2]) / 2;
-    }
-
-    double BaselineOf(const Item& item) const {
-        double fastest = std::numeric_limits<double>::infinity();
-        for (const BaselineKernel& kernel : item.GetBaselineKernels())
-            fastest = std::min(fastest, MedianOf(item.GetBaselineName() + "/" + kernel.name));
-        return fastest;
-    }
-
-    std::vector<std::string> RowOf(const Item& item) const {
-        const auto format = [](const char* pattern, double value) {
-            char text[32];
-            std::snprintf(text, sizeof text, pattern, value);
-            return std::string(text);
-        };
-        const auto pixels = static_cast<double>(item.size.GetPixelCount());
-        const double ours = MedianOf(item.NameOf(peers.front())), baseline = BaselineOf(item);
-        std::vector<std::string> row{item.GetName(), format("%.4f", baseline / pixels)};
-        const Peer* fastest = nullptr;
-        for (const Peer& peer : peers) {
-            const bool takesPart = FindContender(peer, *item.operation) != nullptr;
-            const double median = MedianOf(item.NameOf(peer));
-            row.push_back(takesPart ? format("%.4f", median / pixels) : "-");
-            if (&peer == &peers.front() || !takesPart) continue;
-            if (fastest == nullptr || median < MedianOf(item.NameOf(*fastest))) fastest = &peer;
-        }
-        row.push_back(format("%.2f", ours / baseline));
-        row.push_back(fastest == nullptr ? "-" : fastest->name);
-        row.push_back(fastest == nullptr ? "-" : format("%.2f", ours / MedianOf(item.NameOf(*fastest))));
-        return row;
-    }
-
+std::vector<Peer> MakeThreads() {
     std::vector<Peer> peers;
-    std::vector<Item> items;
-    std::vector<const Operation*> operations;
-    std::optional<Buffers> buffers;
-    std::map<std::string, std::vector<double>> repetitions;  ///< by name of the benchmark
-};
+    for (std::uint32_t threads = 1; threads <= std::max(std::thread::hardware_concurrency(), 1u); ++threads)
+        peers.push_back(MakeOurs(threads));
+    return peers;
+}
 
 /// Hands our own choice and the user's flags to Google Benchmark; the last one of a flag counts.
-void InitializeGoogleBenchmark(char* program, std::vector<std::string> flags) {
-    flags.insert(flags.begin() + 2, {"--benchmark_repetitions=11", "--benchmark_min_time=0.01"});
+void InitializeGoogleBenchmark(char* program, const std::vector<std::string>& flags) {
+    std::vector<std::string> all{"--benchmark_repetitions=11", "--benchmark_min_time=0.01",
+                                 "--benchmark_enable_random_interleaving=true"};
+    all.insert(all.end(), flags.begin(), flags.end());
     std::vector<char*> arguments{program};
-    for (std::string& flag : flags) arguments.push_back(flag.data());
+    for (std::string& flag : all) arguments.push_back(flag.data());
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         throw std::runtime_error("unknown arguments; --help lists the known ones");
 }
 
-void Run(char** argv, const std::vector<std::string>& arguments) {
+void Run(char** argv, std::vector<std::string> arguments) {
+    const bool isGrowth = std::erase(arguments, "--growth") > 0;
+    if (isGrowth) arguments.insert(arguments.begin(), {"--filter", kGrowthFilter});
     const Options options = ParseOptions(arguments);
     if (options.help) {
-        std::fputs(kHelp, stdout);
+        std::fputs(kPeersHelp, stdout);
         return;
     }
-    if (options.levels.size() != 1) throw std::runtime_error("one CPU level in a run");
+    if (options.levels.size() != 1) throw std::runtime_error("a run has one CPU level");
     const std::string level = KyCpuLevel::GetName(options.levels.front());
     const InstructionSet set = InstructionSetOf(level);
     RestrictOpenCV(set, argv);
@@ -274,8 +83,11 @@ void Run(char** argv, const std::vector<std::string>& arguments) {
     InitializeGoogleBenchmark(argv[0], options.forGoogleBenchmark);
     benchmark::AddCustomContext("level", level);
 
-    Comparison comparison(options, set, {kSizes.begin(), kSizes.end()});
-    comparison.PrintDifferences();
+    Comparison comparison =
+        isGrowth ? Comparison(MakeThreads(), SquareSizes(), options.filter)
+                 : Comparison({MakeOurs(), MakeLibyuv(set), MakeOpenCV(set), MakeSwscale(set), MakePlainLoops(set)},
+                              {kSizes.begin(), kSizes.end()}, options.filter);
+    if (!isGrowth) comparison.PrintDifferences();
     comparison.Register();
     benchmark::RunSpecifiedBenchmarks(options.wantsOtherFormat ? nullptr : &comparison);
     benchmark::Shutdown();
