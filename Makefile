@@ -6,7 +6,7 @@ DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-windows docs format check-format deps deps-cross
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-peers bench-windows docs format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
@@ -67,6 +67,17 @@ bench:
 	cmake --preset release -DKYIMGLIB_BUILD_BENCHMARKS=ON
 	cmake --build --preset release --target kyimglib-benchmarks
 	build/release/bin/kyimglib-benchmarks $(BENCH_ARGS)
+
+# The CPU levels to compare at; each is a run of its own.
+PEER_LEVELS := avx2 avx512vbmi
+
+bench-peers:
+	@scripts/install-dependencies --peers
+	cmake --preset release -DKYIMGLIB_BUILD_BENCHMARKS=ON -DKYIMGLIB_BUILD_PEERS=ON
+	cmake --build --preset release --target kyimglib-peers
+	@mkdir -p build/peers
+	for level in $(PEER_LEVELS); do build/release/bin/kyimglib-peers --level $$level \
+	    --benchmark_out=build/peers/$$level.json $(BENCH_ARGS) | tee build/peers/$$level.md || exit 1; done
 
 bench-windows: deps-cross
 	cmake --preset windows -DKYIMGLIB_BUILD_BENCHMARKS=ON
