@@ -10,6 +10,7 @@
 #include <KyImgLib/kernels/colour/Samples-inl.h>
 #include <KyImgLib/kernels/colour/YUVArithmetic-inl.h>
 #include <KyImgLib/kernels/colour/Readers-inl.h>
+#include <KyImgLib/kernels/colour/Reorder-inl.h>
 // clang-format on
 
 template <class Settings>
@@ -92,6 +93,13 @@ struct ColourStep : PixelStep<Reader, Writer::kPixelBytes, Writer::kPlanes> {
     }
 };
 
+/// Whether a ReorderStep does it where there is no filter. Not three bytes to three with vectors of a cache line: two loads
+/// for each, of which hardly one is aligned, take longer than planes.
+template <class Reader, class Writer>
+constexpr bool kIsReordered = (std::is_same_v<Reader, ReadRGBBytes<3>> || std::is_same_v<Reader, ReadRGBBytes<4>>)&&(
+    std::is_same_v<Writer, Write24> ||
+    std::is_same_v<Writer, Write32>)&&(kLanes<64 || Reader::kGroupBytes + Writer::kPixelBytes> 6);
+
 template <class Step>
 void ConvertColours(const RowKernel& kernel, const Tile& tile) {
     WalkPixels<Step>(kernel.Get<typename Step::State>(), tile, tile.GetColumns());
@@ -101,10 +109,19 @@ template <class Reader, class Writer, class Settings>
 void SetColours(const RowKernel::Needs& needs, const Settings& settings, RowKernel& kernel) {
     using Identity = ColourStep<Reader, Writer, Settings, true>;
     using Filtered = ColourStep<Reader, Writer, Settings, false>;
-    if (settings.filter.IsIdentity())
-        kernel.Set(needs, &ConvertColours<Identity>, typename Identity::State(settings));
-    else
+    if (!settings.filter.IsIdentity()) {
         kernel.Set(needs, &ConvertColours<Filtered>, typename Filtered::State(settings));
+    } else if constexpr (kIsReordered<Reader, Writer>) {
+        using Step = ReorderStep<Reader::kGroupBytes, Writer::kPixelBytes>;
+        kernel.Set(needs, &ConvertColours<Step>, typename Step::State(settings.isExchanged));
+    } else if constexpr (std::is_same_v<Reader, ReadRGBWords<3>> && std::is_same_v<Writer, Write24>) {
+        if (settings.isExchanged)
+            kernel.Set(needs, &ConvertColours<Identity>, typename Identity::State(settings));
+        else
+            kernel.Set(needs, &ConvertColours<NarrowStep>, NarrowStep::State(settings.filter));
+    } else {
+        kernel.Set(needs, &ConvertColours<Identity>, typename Identity::State(settings));
+    }
 }
 
 #endif
