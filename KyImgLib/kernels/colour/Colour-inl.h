@@ -96,9 +96,11 @@ struct ColourStep : PixelStep<Reader, Writer::kPixelBytes, Writer::kPlanes> {
 /// Whether a ReorderStep does it where there is no filter. Not three bytes to three with vectors of a cache line: two loads
 /// for each, of which hardly one is aligned, take longer than planes.
 template <class Reader, class Writer>
-constexpr bool kIsReordered = (std::is_same_v<Reader, ReadRGBBytes<3>> || std::is_same_v<Reader, ReadRGBBytes<4>>)&&(
-    std::is_same_v<Writer, Write24> ||
-    std::is_same_v<Writer, Write32>)&&(kLanes<64 || Reader::kGroupBytes + Writer::kPixelBytes> 6);
+constexpr bool IsReordered() {
+    const bool readsBytes = std::is_same_v<Reader, ReadRGBBytes<3>> || std::is_same_v<Reader, ReadRGBBytes<4>>;
+    const bool writesBytes = std::is_same_v<Writer, Write24> || std::is_same_v<Writer, Write32>;
+    return readsBytes && writesBytes && (kLanes < 64 || Reader::kGroupBytes + Writer::kPixelBytes > 6);
+}
 
 template <class Step>
 void ConvertColours(const RowKernel& kernel, const Tile& tile) {
@@ -111,7 +113,7 @@ void SetColours(const RowKernel::Needs& needs, const Settings& settings, RowKern
     using Filtered = ColourStep<Reader, Writer, Settings, false>;
     if (!settings.filter.IsIdentity()) {
         kernel.Set(needs, &ConvertColours<Filtered>, typename Filtered::State(settings));
-    } else if constexpr (kIsReordered<Reader, Writer>) {
+    } else if constexpr (IsReordered<Reader, Writer>()) {
         using Step = ReorderStep<Reader::kGroupBytes, Writer::kPixelBytes>;
         kernel.Set(needs, &ConvertColours<Step>, typename Step::State(settings.isExchanged));
     } else if constexpr (std::is_same_v<Reader, ReadRGBWords<3>> && std::is_same_v<Writer, Write24>) {

@@ -98,6 +98,10 @@ struct SharedSamples {
 struct SharedSampleHalves {
     SharedSamples lower, upper;
 };
+/// The same where every pixel has its own Cb and Cr: once with those of the first pixel of each pair, once with the others.
+struct OwnSamples {
+    SharedSampleHalves even, odd;
+};
 
 /// The bytes of a vector as words.
 HWY_INLINE V16 LowerAsWords(V8 v) { return Words(hn::InterleaveLower(D8(), v, hn::Zero(D8()))); }
@@ -116,7 +120,7 @@ HWY_INLINE V8 PackBytes(V16 lower, V16 upper) {
 #endif
 }
 
-/// The rule for 8-bit samples whose pairs of pixels share Cb and Cr, in words: all but the last floor of green fits.
+/// The rule for 8-bit samples, in words: all but the last floor of green fits.
 class YCbCrOfPairs {
 public:
     explicit YCbCrOfPairs(YCbCrColours colours) {

@@ -6,8 +6,8 @@
 //     kGroup, kGroupBytes           pixels that share bytes, and those bytes, in the first plane
 //     PlaneBytes(i, pixels)         bytes of so many pixels in plane i
 //     ReadPixel(rows, x, layout)    the samples of pixel x
-//     ReadVector(rows, layout)      the samples of a vector's worth of pixels, of bytes that pairs of pixels share
-//     ReadVector<n>(rows, layout)   those of its n-th quarter, of others
+//     ReadVector(rows, layout)      the samples of a vector's worth of pixels, of bytes
+//     ReadVector<n>(rows, layout)   those of its n-th quarter, of words
 
 /// What readers are told, see YCbCrSettings.
 struct YCbCrLayout {
@@ -151,14 +151,6 @@ struct ReadThreePlanes : YCbCrReader<3, 2, 2> {
 #endif
 };
 
-#if !KY_SCALAR
-using D64 = TagOf<std::uint64_t>;
-using V64 = VectorOf<std::uint64_t>;
-
-/// A pair of words for both pixels of each double word.
-HWY_INLINE V32 ForBoth(V64 pairs) { return hn::BitCast(D32(), hn::Or(pairs, hn::ShiftLeft<32>(pairs))); }
-#endif
-
 /// Y, Cb and Cr of each pixel, bytes in any order.
 struct ReadPixels : YCbCrReader<1, 1, 3> {
     static YCbCrSample ReadPixel(const std::uint8_t* const* rows, std::size_t x, const YCbCrLayout& layout) {
@@ -166,18 +158,34 @@ struct ReadPixels : YCbCrReader<1, 1, 3> {
         return {pixel[layout.places[0]], pixel[layout.places[1]], pixel[layout.places[2]]};
     }
 #if !KY_SCALAR
-    template <std::size_t n>
-    static HWY_INLINE WideSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
-        HWY_ALIGN std::uint32_t y[kLanes / 4], cbcr[kLanes / 4];
-        const std::uint8_t* pixel = rows[0] + 3 * n * kLanes / 4;
-        for (std::size_t x = 0; x < kLanes / 4; ++x, pixel += 3) {
-            y[x] = pixel[layout.places[0]];
-            cbcr[x] = pixel[layout.places[1]] | static_cast<std::uint32_t>(pixel[layout.places[2]]) << 16;
-        }
-        return {hn::Load(D32(), y), hn::Load(D32(), cbcr)};
+    /// As if pairs of pixels shared Cb and Cr: those of the first pixel, and those of the second.
+    static HWY_INLINE OwnSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
+        const Planes8 samples = Deinterleave<3>(rows[0]);
+        const V8 y = At(samples, layout.places[0]), cb = At(samples, layout.places[1]),
+                 cr = At(samples, layout.places[2]);
+        const V16 low = hn::Set(D16(), 0x00FF);
+        return {HalvesOf(y, hn::And(Words(cb), low), hn::And(Words(cr), low)),
+                HalvesOf(y, hn::ShiftRight<8>(Words(cb)), hn::ShiftRight<8>(Words(cr)))};
+    }
+
+private:
+    static HWY_INLINE SharedSampleHalves HalvesOf(V8 y, V16 cb, V16 cr) {
+        return {{LowerAsWords(y), hn::InterleaveLower(D16(), cb, cr)},
+                {UpperAsWords(y), hn::InterleaveUpper(D16(), cb, cr)}};
+    }
+    static HWY_INLINE V8 At(const Planes8& samples, std::uint8_t place) {
+        return place == 0 ? samples.first : place == 1 ? samples.second : samples.third;
     }
 #endif
 };
+
+#if !KY_SCALAR
+using D64 = TagOf<std::uint64_t>;
+using V64 = VectorOf<std::uint64_t>;
+
+/// A pair of words for both pixels of each double word.
+HWY_INLINE V32 ForBoth(V64 pairs) { return hn::BitCast(D32(), hn::Or(pairs, hn::ShiftLeft<32>(pairs))); }
+#endif
 
 /// Words Y0 Cb Y1 Cr of two pixels.
 struct ReadWordPairs : YCbCrReader<1, 2, 8> {
