@@ -90,23 +90,10 @@ private:
     }
 };
 
-HWY_INLINE Planes16 RGBOfPixels(const SharedSamples& even, const SharedSamples& odd, const YCbCrOfPairs& rule) {
-    const Planes16 first = rule.RGBOf(even), second = rule.RGBOf(odd);
-    return {hn::OddEven(second.first, first.first), hn::OddEven(second.second, first.second),
-            hn::OddEven(second.third, first.third)};
-}
-
 template <class Reader>
 HWY_INLINE Planes8 ReadRGB(const std::uint8_t* const* rows, const YCbCrLayout& layout, const YCbCrOfPairs& rule) {
     const auto samples = Reader::ReadVector(rows, layout);
-    Planes16 lower, upper;
-    if constexpr (std::is_same_v<Reader, ReadPixels>) {
-        lower = RGBOfPixels(samples.even.lower, samples.odd.lower, rule);
-        upper = RGBOfPixels(samples.even.upper, samples.odd.upper, rule);
-    } else {
-        lower = rule.RGBOf(samples.lower);
-        upper = rule.RGBOf(samples.upper);
-    }
+    const Planes16 lower = rule.RGBOf(samples.lower), upper = rule.RGBOf(samples.upper);
     return {PackBytes(lower.first, upper.first), PackBytes(lower.second, upper.second),
             PackBytes(lower.third, upper.third)};
 }

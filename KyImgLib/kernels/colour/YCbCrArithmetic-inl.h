@@ -98,9 +98,12 @@ struct SharedSamples {
 struct SharedSampleHalves {
     SharedSamples lower, upper;
 };
-/// The same where every pixel has its own Cb and Cr: once with those of the first pixel of each pair, once with the others.
+/// The same where every pixel has its own Cb and Cr: those of the first pixel of each pair, and those of the second.
 struct OwnSamples {
-    SharedSampleHalves even, odd;
+    V16 y, cbcrOfEven, cbcrOfOdd;
+};
+struct OwnSampleHalves {
+    OwnSamples lower, upper;
 };
 
 /// The bytes of a vector as words.
@@ -143,15 +146,20 @@ public:
     HWY_INLINE Planes16 RGBOf(const SharedSamples& samples) const {
         static constexpr BlockBytes kFirst = {{0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13}};
         static constexpr BlockBytes kSecond = {{2, 3, 2, 3, 6, 7, 6, 7, 10, 11, 10, 11, 14, 15, 14, 15}};
-        const V16 cbcr = samples.cbcr;
-        const V16 fractions = hn::MulHigh(hn::Add(cbcr, ahead.Words()), fraction.Words());
-        const V16 blueAndRed = hn::Add(hn::Mul(cbcr, whole.Words()), fractions);
-        const VI32 greenSum = green.SumOf(hn::Sub(cbcr, hn::Set(D16(), 128)), kGreenBias);
-        const VI32 greens = hn::ShiftRight<kGreenShift>(hn::Add(greenSum, hn::Set(DI32(), greenOffset)));
-        const V16 luma = hn::Mul(samples.y, hn::Set(D16(), YCbCrFactors::kLuma));
-        return {Rounded<0>(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kSecond))),
-                Rounded<1>(luma, hn::TableLookupBytes(hn::BitCast(D8(), greens), LoadBlock(kFirst))),
-                Rounded<2>(luma, hn::TableLookupBytes(Bytes(blueAndRed), LoadBlock(kFirst)))};
+        const Colours colours = ColoursOf(samples.cbcr);
+        const V8 blueAndRed = hn::BitCast(D8(), colours.blueAndRed), green = hn::BitCast(D8(), colours.green);
+        return Rounded(samples.y, Words(hn::TableLookupBytes(blueAndRed, LoadBlock(kSecond))),
+                       Words(hn::TableLookupBytes(green, LoadBlock(kFirst))),
+                       Words(hn::TableLookupBytes(blueAndRed, LoadBlock(kFirst))));
+    }
+
+    HWY_INLINE Planes16 RGBOf(const OwnSamples& samples) const {
+        const Colours even = ColoursOf(samples.cbcrOfEven), odd = ColoursOf(samples.cbcrOfOdd);
+        const auto inTurn = [](V32 ofOdd, V32 ofEven)
+                                HWY_ATTR { return hn::OddEven(hn::BitCast(D16(), ofOdd), hn::BitCast(D16(), ofEven)); };
+        return Rounded(samples.y, inTurn(odd.blueAndRed, hn::ShiftRight<16>(even.blueAndRed)),
+                       inTurn(hn::ShiftLeft<16>(odd.green), even.green),
+                       inTurn(hn::ShiftLeft<16>(odd.blueAndRed), even.blueAndRed));
     }
 
 private:
@@ -172,11 +180,27 @@ private:
 
     static std::int16_t Bits(int word) { return static_cast<std::int16_t>(static_cast<std::uint16_t>(word)); }
 
+    /// What a pair of Cb and Cr adds, with the excess: two words, and a double word of which the lower one counts.
+    struct Colours {
+        V32 blueAndRed, green;
+    };
+    HWY_INLINE Colours ColoursOf(V16 cbcr) const {
+        const V16 fractions = hn::MulHigh(hn::Add(cbcr, ahead.Words()), fraction.Words());
+        const V16 blueAndRed = hn::Add(hn::Mul(cbcr, whole.Words()), fractions);
+        const VI32 sum = green.SumOf(hn::Sub(cbcr, hn::Set(D16(), 128)), kGreenBias);
+        const VI32 greens = hn::ShiftRight<kGreenShift>(hn::Add(sum, hn::Set(DI32(), greenOffset)));
+        return {hn::BitCast(D32(), blueAndRed), hn::BitCast(D32(), greens)};
+    }
+
+    HWY_INLINE Planes16 Rounded(V16 y, V16 red, V16 green, V16 blue) const {
+        const V16 luma = hn::Mul(y, hn::Set(D16(), YCbCrFactors::kLuma));
+        return {Rounded<0>(luma, red), Rounded<1>(luma, green), Rounded<2>(luma, blue)};
+    }
     /// What is left of luma and colour above the excess, divided: not yet limited to a byte. No sum is beyond a word.
     template <int kChannel>
-    HWY_INLINE V16 Rounded(V16 luma, V8 colour) const {
+    HWY_INLINE V16 Rounded(V16 luma, V16 colour) const {
         const D16 d;
-        const V16 sum = hn::SaturatedSub(hn::Add(luma, Words(colour)), hn::Set(d, excess[kChannel]));
+        const V16 sum = hn::SaturatedSub(hn::Add(luma, colour), hn::Set(d, excess[kChannel]));
         return hn::ShiftRight<6>(hn::MulHigh(sum, hn::Set(d, inverse)));
     }
 

@@ -158,21 +158,19 @@ struct ReadPixels : YCbCrReader<1, 1, 3> {
         return {pixel[layout.places[0]], pixel[layout.places[1]], pixel[layout.places[2]]};
     }
 #if !KY_SCALAR
-    /// As if pairs of pixels shared Cb and Cr: those of the first pixel, and those of the second.
-    static HWY_INLINE OwnSamples ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
+    static HWY_INLINE OwnSampleHalves ReadVector(const std::uint8_t* const* rows, const YCbCrLayout& layout) {
         const Planes8 samples = Deinterleave<3>(rows[0]);
         const V8 y = At(samples, layout.places[0]), cb = At(samples, layout.places[1]),
                  cr = At(samples, layout.places[2]);
         const V16 low = hn::Set(D16(), 0x00FF);
-        return {HalvesOf(y, hn::And(Words(cb), low), hn::And(Words(cr), low)),
-                HalvesOf(y, hn::ShiftRight<8>(Words(cb)), hn::ShiftRight<8>(Words(cr)))};
+        const V16 cbEven = hn::And(Words(cb), low), crEven = hn::And(Words(cr), low);
+        const V16 cbOdd = hn::ShiftRight<8>(Words(cb)), crOdd = hn::ShiftRight<8>(Words(cr));
+        const D16 d;
+        return {{LowerAsWords(y), hn::InterleaveLower(d, cbEven, crEven), hn::InterleaveLower(d, cbOdd, crOdd)},
+                {UpperAsWords(y), hn::InterleaveUpper(d, cbEven, crEven), hn::InterleaveUpper(d, cbOdd, crOdd)}};
     }
 
 private:
-    static HWY_INLINE SharedSampleHalves HalvesOf(V8 y, V16 cb, V16 cr) {
-        return {{LowerAsWords(y), hn::InterleaveLower(D16(), cb, cr)},
-                {UpperAsWords(y), hn::InterleaveUpper(D16(), cb, cr)}};
-    }
     static HWY_INLINE V8 At(const Planes8& samples, std::uint8_t place) {
         return place == 0 ? samples.first : place == 1 ? samples.second : samples.third;
     }
