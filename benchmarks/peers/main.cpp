@@ -47,10 +47,12 @@ std::vector<Size> SquareSizes() {
     return sizes;
 }
 
+/// One, two, four and so on, and all cores.
 std::vector<Peer> MakeThreads() {
+    const std::uint32_t cores = std::max(std::thread::hardware_concurrency(), 1u);
     std::vector<Peer> peers;
-    for (std::uint32_t threads = 1; threads <= std::max(std::thread::hardware_concurrency(), 1u); ++threads)
-        peers.push_back(MakeOurs(threads));
+    for (std::uint32_t threads = 1; threads < cores; threads *= 2) peers.push_back(MakeOurs(threads));
+    peers.push_back(MakeOurs(cores));
     return peers;
 }
 
