@@ -56,13 +56,9 @@ std::vector<Peer> MakeThreads() {
     return peers;
 }
 
-/// Hands our own choice and the user's flags to Google Benchmark; the last one of a flag counts.
-void InitializeGoogleBenchmark(char* program, const std::vector<std::string>& flags) {
-    std::vector<std::string> all{"--benchmark_repetitions=11", "--benchmark_min_time=0.01",
-                                 "--benchmark_enable_random_interleaving=true"};
-    all.insert(all.end(), flags.begin(), flags.end());
+void InitializeGoogleBenchmark(char* program, std::vector<std::string> flags) {
     std::vector<char*> arguments{program};
-    for (std::string& flag : all) arguments.push_back(flag.data());
+    for (std::string& flag : flags) arguments.push_back(flag.data());
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
@@ -71,6 +67,8 @@ void InitializeGoogleBenchmark(char* program, const std::vector<std::string>& fl
 
 void Run(char** argv, std::vector<std::string> arguments) {
     const bool isGrowth = std::erase(arguments, "--growth") > 0;
+    // Of arguments that are given twice the last one counts, so these are defaults.
+    arguments.insert(arguments.begin(), {"--benchmark_repetitions=11", "--benchmark_min_time=0.01"});
     if (isGrowth) arguments.insert(arguments.begin(), {"--filter", kGrowthFilter});
     const Options options = ParseOptions(arguments);
     if (options.help) {
