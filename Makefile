@@ -6,7 +6,7 @@ DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-peers bench-windows docs format check-format deps deps-cross
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench build-peers bench-peers bench-growth bench-windows docs docs-peers format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
@@ -16,6 +16,8 @@ help:
 	@echo 'make packages      Debian packages, a zip for Windows and a tarball of the sources, in build/packages'
 	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--filter=..." is passed on); make bench-windows: for'
 	@echo '                   Windows, with MinGW-w64 and Wine'
+	@echo 'make bench-peers   the same conversions of other libraries beside it; make bench-growth: from small images to huge ones.'
+	@echo '                   Tables and plots in build/peers, which make docs-peers puts into docs/benchmarks.md'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
 	@echo 'make format        format all sources;  make check-format: only say which would change'
 	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
@@ -68,16 +70,30 @@ bench:
 	cmake --build --preset release --target kyimglib-benchmarks
 	build/release/bin/kyimglib-benchmarks $(BENCH_ARGS)
 
-# The CPU levels to compare at; each is a run of its own.
-PEER_LEVELS := avx2 avx512vbmi
+# A run holds the other libraries to one CPU level, and writes its table beside its JSON file.
+PEERS := build/peers
+PEER_LEVELS := avx2 $(if $(shell grep -wm1 avx512_vbmi2 /proc/cpuinfo),avx512vbmi)
+RUN_PEERS = build/release/bin/kyimglib-peers $(2) $(BENCH_ARGS) --benchmark_out=$(PEERS)/$(1).json >$(PEERS)/$(1).md
 
-bench-peers:
+build-peers:
 	@scripts/install-dependencies --peers
 	cmake --preset release -DKYIMGLIB_BUILD_BENCHMARKS=ON -DKYIMGLIB_BUILD_PEERS=ON
 	cmake --build --preset release --target kyimglib-peers
-	@mkdir -p build/peers
-	for level in $(PEER_LEVELS); do build/release/bin/kyimglib-peers --level $$level \
-	    --benchmark_out=build/peers/$$level.json $(BENCH_ARGS) | tee build/peers/$$level.md || exit 1; done
+	@mkdir -p $(PEERS)
+
+bench-peers: build-peers
+	$(foreach level,$(PEER_LEVELS),$(call RUN_PEERS,$(level),--level $(level)) &&) true
+	@cat $(PEER_LEVELS:%=$(PEERS)/%.md)
+	scripts/plot-peers $(PEER_LEVELS:%=$(PEERS)/%.json) --out $(PEERS)
+
+bench-growth: build-peers
+	$(call RUN_PEERS,growth,--growth)
+	@cat $(PEERS)/growth.md
+	scripts/plot-peers $(PEERS)/growth.json --out $(PEERS)
+
+# What the two above have measured last.
+docs-peers:
+	scripts/plot-peers $(PEERS)/*.json --out docs/images --document docs/benchmarks.md
 
 bench-windows: deps-cross
 	cmake --preset windows -DKYIMGLIB_BUILD_BENCHMARKS=ON

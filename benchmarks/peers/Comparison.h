@@ -32,8 +32,8 @@ struct Item {
 /// Measures the same operations by several contenders, and prints a table in the end.
 class Comparison : public benchmark::BenchmarkReporter {
 public:
-    /// The first of `contenders` is what the baseline and the others are compared with. Throws std::runtime_error when `filter` matches no
-    /// operation at any of `sizes`.
+    /// The table compares the first of `contenders` with the baseline and with the fastest other library. Throws
+    /// std::runtime_error when `filter` matches no operation at any of `sizes`.
     Comparison(std::vector<Peer> contenders, const std::vector<Size>& sizes, const std::regex& filter);
 
     /// Says how far each result is from the exact one. Throws std::runtime_error when the library's own is.

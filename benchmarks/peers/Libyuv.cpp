@@ -16,7 +16,7 @@ constexpr int kRGB = 3, kRGBA = 4;
 /// even number of lines.
 template <typename Steps>
 void InBands(const Work& work, Steps steps) {
-    constexpr int kBandBytes = 1 << 15;
+    constexpr int kBandBytes = 1 << 14;
     const int lines = std::max(kBandBytes / (kRGBA * work.GetWidth()) & ~1, 2);
     for (int y = 0; y < work.GetHeight(); y += lines) steps(y, std::min(lines, work.GetHeight() - y));
 }

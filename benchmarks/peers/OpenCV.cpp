@@ -55,11 +55,9 @@ void ThroughTables(const cv::Mat& source, const Work& work) {
 
 /// To Y, Cr, Cb, the order that it has a conversion from.
 void ExchangeChroma(const Work& original, std::uint8_t* arranged) {
+    const cv::Mat from = Image(original.source, original, CV_8UC3);
     cv::Mat to = Image(arranged, original, CV_8UC3);
-    cv::cvtColor(Image(original.source, original, CV_8UC3), to, cv::COLOR_RGB2BGR);
-    // now Cr, Cb, Y
-    const int order[] = {2, 0, 0, 1, 1, 2};
-    cv::Mat from = to.clone();
+    const int order[] = {0, 0, 2, 1, 1, 2};
     cv::mixChannels(&from, 1, &to, 1, order, 3);
 }
 

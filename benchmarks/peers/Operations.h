@@ -34,8 +34,7 @@ struct Operation {
     Samples samples;
     Layout layout;
     std::uint32_t border;  ///< pixels at each edge that every library makes in a way of its own
-    /// Sample `channel` of pixel (x, y) of the destination, by the definition of the formats, in real numbers where
-    /// that has some; rounded as the library says.
+    /// What sample `channel` of pixel (x, y) of the destination has to be, from the definition of the formats alone.
     int (*exact)(const Picture& source, std::uint32_t x, std::uint32_t y, int channel);
 };
 

@@ -33,8 +33,8 @@ struct Work {
 struct Contender {
     const char* operation;
     std::function<void(const Work&)> convert;
-    bool swapsRedBlue =
-        false;  ///< writes B, G, R where the operation has R, G, B; there is no function for the other order
+    /// Writes B, G, R where the operation has R, G, B: there is no function for the other order.
+    bool swapsRedBlue = false;
     /// Not null: the peer has the same pixels in another layout, written once before the clock starts.
     void (*arrange)(const Work& original, std::uint8_t* arranged) = nullptr;
     std::uint32_t cores = 0;  ///< that it may use; 0 is a call that uses one thread anyway
@@ -47,16 +47,16 @@ struct Peer {
     std::vector<Contender> contenders;
 };
 
-/// The library as most applications call it, on one thread.
+/// The library as the fastest call has it, on one thread: the area form of a converter.
 Peer MakeOurs();
 
-/// The library on several threads of its own, of which each has a core.
+/// The library on a number of cores, as applications convert large images: KyImage_ConvertParallel.
 Peer MakeOurs(std::uint32_t threads);
 
 /// For a CPU level of the library; throws std::runtime_error when peers have nothing like it.
 InstructionSet InstructionSetOf(const std::string& level);
 
-/// Holds the other libraries to an instruction set, and tells what they can do. Only once in a process.
+/// Hold another library to an instruction set, for all of the process, and tell what it can do.
 ///@{
 Peer MakeLibyuv(InstructionSet set);
 Peer MakeOpenCV(InstructionSet set);

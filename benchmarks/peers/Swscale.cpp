@@ -32,9 +32,11 @@ struct Conversion {
 };
 
 Context MakeContext(const Conversion& conversion, const Work& work) {
-    // Without scaling, "point" repeats the chroma samples that pixels share, as all others do.
+    // Four pixels that become one sample of Cb and Cr are averaged; the other way round it is repeated. So do all others.
+    const bool isTo420 = conversion.to == AV_PIX_FMT_NV12 || conversion.to == AV_PIX_FMT_YUV420P;
     Context context(sws_getContext(work.GetWidth(), work.GetHeight(), conversion.from, work.GetWidth(),
-                                   work.GetHeight(), conversion.to, SWS_POINT, nullptr, nullptr, nullptr));
+                                   work.GetHeight(), conversion.to, isTo420 ? SWS_AREA : SWS_POINT, nullptr, nullptr,
+                                   nullptr));
     if (!context) throw std::runtime_error(std::string("swscale does not convert for ") + conversion.operation);
     const int* const bt601 = sws_getCoefficients(SWS_CS_ITU601);
     const int isFull = conversion.isFullRange ? 1 : 0;

@@ -47,20 +47,18 @@ std::vector<Size> SquareSizes() {
     return sizes;
 }
 
+/// One, two, four and so on, and all cores.
 std::vector<Peer> MakeThreads() {
+    const std::uint32_t cores = std::max(std::thread::hardware_concurrency(), 1u);
     std::vector<Peer> peers;
-    for (std::uint32_t threads = 1; threads <= std::max(std::thread::hardware_concurrency(), 1u); ++threads)
-        peers.push_back(MakeOurs(threads));
+    for (std::uint32_t threads = 1; threads < cores; threads *= 2) peers.push_back(MakeOurs(threads));
+    peers.push_back(MakeOurs(cores));
     return peers;
 }
 
-/// Hands our own choice and the user's flags to Google Benchmark; the last one of a flag counts.
-void InitializeGoogleBenchmark(char* program, const std::vector<std::string>& flags) {
-    std::vector<std::string> all{"--benchmark_repetitions=11", "--benchmark_min_time=0.01",
-                                 "--benchmark_enable_random_interleaving=true"};
-    all.insert(all.end(), flags.begin(), flags.end());
+void InitializeGoogleBenchmark(char* program, std::vector<std::string> flags) {
     std::vector<char*> arguments{program};
-    for (std::string& flag : all) arguments.push_back(flag.data());
+    for (std::string& flag : flags) arguments.push_back(flag.data());
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
@@ -69,6 +67,8 @@ void InitializeGoogleBenchmark(char* program, const std::vector<std::string>& fl
 
 void Run(char** argv, std::vector<std::string> arguments) {
     const bool isGrowth = std::erase(arguments, "--growth") > 0;
+    // Of arguments that are given twice the last one counts, so these are defaults.
+    arguments.insert(arguments.begin(), {"--benchmark_repetitions=11", "--benchmark_min_time=0.01"});
     if (isGrowth) arguments.insert(arguments.begin(), {"--filter", kGrowthFilter});
     const Options options = ParseOptions(arguments);
     if (options.help) {
