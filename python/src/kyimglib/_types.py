@@ -214,10 +214,7 @@ class PixelType:
 
 def types() -> list[PixelType]:
     """All pixel types, by ascending ID."""
-    # Every type that something converts to or from is connected with RGB24.
-    sources = set(_enumerate(lib.KyPixelTypeFactory_EnumConverterTo, lib.KY_RGB24))
-    found = sources.union(*(_enumerate(lib.KyPixelTypeFactory_EnumConverterFrom, source) for source in sources))
-    return [PixelType(type_id) for type_id in sorted(found)]
+    return [PixelType(type_id) for type_id in _enumerate(lib.KyPixelTypeFactory_EnumPixelTypes)]
 
 
 def converters() -> list[tuple[PixelType, PixelType]]:
@@ -307,9 +304,9 @@ def _find(name: str) -> tuple[int, int]:
     return type_id[0], flags[0]
 
 
-def _enumerate(function: Any, type_id: int) -> Iterator[int]:
-    other = ffi.new("int64_t *")
+def _enumerate(function: Any, *type_id: int) -> Iterator[int]:
+    found = ffi.new("int64_t *")
     index = 0
-    while function(index, type_id, other):
-        yield other[0]
+    while function(index, *type_id, found):
+        yield found[0]
         index += 1
