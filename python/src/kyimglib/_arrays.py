@@ -56,25 +56,23 @@ def source_image(
     return *_image(type, array, layout), array
 
 
-def new_destination(type: PixelType, width: int, height: int) -> npt.NDArray[Any]:
-    return np.empty(_shape(type.id, width, height), type.dtype)
-
-
-def destination_image(type: PixelType, array: Any, width: int, height: int) -> Any:
-    """The KyImage of the array that a conversion writes to. Nothing is ever copied into it."""
+def destination_image(type: PixelType, out: Any, width: int, height: int) -> tuple[Any, npt.NDArray[Any]]:
+    """The KyImage to write to, and its array: `out`, into which nothing is ever copied, or a new one where that is None."""
     shape = _shape(type.id, width, height)
-    if not isinstance(array, np.ndarray):
-        raise TypeError(f"out is {array.__class__.__name__}: an array of NumPy is needed")
-    if array.shape != shape or array.dtype != type.dtype:
-        error = ValueError if array.dtype == type.dtype else TypeError
-        text = _describe(array.shape, array.dtype)
-        raise error(f"out is {text}: {width}x{height} of {type.name} needs {_describe(shape, type.dtype)}")
-    if not array.flags.writeable:
+    if out is None:
+        out = np.empty(shape, type.dtype)
+    elif not isinstance(out, np.ndarray):
+        raise TypeError(f"out is {out.__class__.__name__}: an array of NumPy is needed")
+    elif out.shape != shape or out.dtype != type.dtype:
+        error = ValueError if out.dtype == type.dtype else TypeError
+        text = f"{width}x{height} of {type.name} needs {_describe(shape, type.dtype)}"
+        raise error(f"out is {_describe(out.shape, out.dtype)}: {text}")
+    elif not out.flags.writeable:
         raise ValueError("out is read-only")
-    layout = _lay_out(type.id, array.dtype, array.shape, array.strides, (width, height), 0)
+    layout = _lay_out(type.id, out.dtype, out.shape, out.strides, (width, height), 0)
     if layout.refusal:
         raise ValueError(f"out cannot be written without a copy: {layout.refusal}")
-    return _image(type, array, layout)[0]
+    return _image(type, out, layout)[0], out
 
 
 class _Layout(NamedTuple):

@@ -8,7 +8,7 @@ from typing import Any, Optional, Union
 
 import numpy.typing as npt
 
-from ._arrays import as_array, destination_image, new_destination, source_image
+from ._arrays import as_array, destination_image, source_image
 from ._errors import check
 from ._filter import Filter
 from ._native import ffi, lib
@@ -91,9 +91,7 @@ class Converter:
         return self._convert(source, conversion, self.to, width, height, out)
 
     def _convert(self, source: Any, conversion: Any, to: PixelType, width: int, height: int, out: Optional[Array]) -> Array:
-        if out is None:
-            out = new_destination(to, width, height)
-        destination = destination_image(to, out, width, height)
+        destination, out = destination_image(to, out, width, height)
         # cffi releases the GIL for the call; references of the callers keep the memory of both images.
         if self.threads == 1:
             status = lib.KyImage_Convert(source, destination, conversion)
