@@ -1,6 +1,7 @@
 """The programs of examples/python, run as a user runs them."""
 
 import os
+import shutil
 import signal
 import subprocess
 import sys
@@ -71,3 +72,38 @@ def test_fleet_survives_a_killed_worker(tmp_path, random, source, target):
     times = {entry.name: entry.stat().st_mtime_ns for entry in (tmp_path / target).iterdir()}
     assert "0 of 300 frames converted, 300 were there" in run("fleet.py", *command[2:], cwd=tmp_path)
     assert times == {entry.name: entry.stat().st_mtime_ns for entry in (tmp_path / target).iterdir()}, "made twice"
+
+
+def test_live_preview_of_a_fake_camera(tmp_path):
+    pytest.importorskip("gi")
+    cv2 = pytest.importorskip("cv2")
+    camera = shutil.which("arv-fake-gv-camera-0.8") or pytest.skip("there is no arv-fake-gv-camera-0.8")
+    process = subprocess.Popen([camera, "--interface=127.0.0.1"], stdout=subprocess.DEVNULL)
+    try:
+        time.sleep(1)
+        assert process.poll() is None, "the fake camera ended: does another one have its address?"
+        pictures = []
+        for pattern in ("RG", "BG", "GR", "GB"):
+            path = str(tmp_path / f"{pattern}.png")
+            said = run("live_preview.py", "--camera", "127.0.0.1", "--pixel-format", f"Bayer{pattern}8", "--frames", 3, "--save", path)
+            assert said == "3 frames of 512x512, Bayer RGB 8-bits\n"
+            pictures.append(cv2.imread(path).astype(int).mean((0, 1)))
+        # The scene moves, but has the same colours in all patterns.
+        assert np.ptp(pictures, 0).max() < 5 < pictures[0].min()
+    finally:
+        process.terminate()
+        process.wait()
+
+
+def test_notebook(tmp_path):
+    pytest.importorskip("nbconvert")
+    pytest.importorskip("ipykernel")
+    pytest.importorskip("matplotlib")
+    command = [sys.executable, "-m", "nbconvert", "--to", "notebook", "--execute", "--output-dir", str(tmp_path)]
+    # The kernel may be that of another interpreter, which does not know of this environment.
+    package = str(Path(kyimglib.__file__).parent.parent)
+    environment = dict(os.environ, PYTHONPATH=package, KYIMGLIB_PICTURES=str(tmp_path), HOME=str(tmp_path))
+    subprocess.run([*command, str(EXAMPLES / "white_balance.ipynb")], env=environment, check=True, capture_output=True)
+    pictures = EXAMPLES.parent.parent / "docs" / "images"
+    for name in ("python-mosaic.png", "python-histogram.png", "python-white-balance.png"):
+        assert (tmp_path / name).stat().st_size > 5000 and (pictures / name).exists()
