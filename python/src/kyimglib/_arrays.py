@@ -13,7 +13,6 @@ import numpy.typing as npt
 from ._native import ffi
 from ._types import PixelType
 
-
 _IMAGE, _BYTES, _POINTER = ffi.typeof("KyImage *"), ffi.typeof("uint8_t[]"), ffi.typeof("uint8_t *")
 _SPLIT_CHROMA = (0x1008401E0, 0x1008401F0, 0x100840210)  # I420, YV12 and I422, each of four colour ranges
 
@@ -42,8 +41,9 @@ def source_image(
     """The KyImage of a frame, its width and height, and what holds its memory, to be kept as long."""
     if size is not None:
         size = (int(size[0]), int(size[1]))
-        if min(size) < 0:
-            raise ValueError(f"size is {size}: (width, height) of 0 or more is needed")
+        check_range("size", size, "(width, height)")
+    if stride:
+        check_range("stride", (stride,), "a number of bytes")
     layout = _lay_out(type.id, array.dtype, array.shape, array.strides, size, stride)
     if layout.refusal:
         if copy is False:
@@ -73,6 +73,11 @@ def destination_image(type: PixelType, out: Any, width: int, height: int) -> tup
     if layout.refusal:
         raise ValueError(f"out cannot be written without a copy: {layout.refusal}")
     return _image(type, out, layout)[0], out
+
+
+def check_range(name: str, numbers: tuple[int, ...], meaning: str) -> None:
+    if min(numbers) < 0 or max(numbers) >= 1 << 32:
+        raise ValueError(f"{name} is {numbers if len(numbers) > 1 else numbers[0]}: {meaning} from 0 to 2**32 - 1 is needed")
 
 
 class _Layout(NamedTuple):
@@ -126,7 +131,7 @@ def _size_of(
         if size is None:
             raise ValueError(f"{frame}: in one dimension, size=(width, height) must say the size")
         return size
-    if pixels == 2 and len(shape) == 3 and shape[2] == 2 and dtype == type.sample_dtype and dtype.itemsize * 4 == group_bytes:
+    if shape[2:] == (2,) and dtype == type.sample_dtype and (pixels, group_bytes) == (2, 4 * dtype.itemsize):
         found = shape[1], shape[0]  # 4:2:2 as pixels of two samples
     elif dtype != type.dtype or len(shape) != len(canonical):
         raise TypeError(f"{frame}: {_describe_arrays(type)}")

@@ -8,7 +8,7 @@ from typing import Any, Optional, Union
 
 import numpy.typing as npt
 
-from ._arrays import as_array, destination_image, source_image
+from ._arrays import as_array, check_range, destination_image, source_image
 from ._errors import check
 from ._filter import Filter
 from ._native import ffi, lib
@@ -52,9 +52,8 @@ class Converter:
         flags = lib.KY_FLAG_BAYER_INTERPOLATE if interpolate and self.source.is_bayer else 0
         if self.source.is_bayer and not self.to.is_bayer:
             if self.source.bayer is None:
-                raise ValueError(
-                    f"{self.source.name} needs a Bayer pattern: bayer='RGGB' say, or a name that has one, like 'BayerRG8'"
-                )
+                text = "needs a Bayer pattern: bayer='RGGB' say, or a name that has one, like 'BayerRG8'"
+                raise ValueError(f"{self.source.name} {text}")
             flags |= PATTERNS[self.source.bayer]
         handle = self.filter._handle if self.filter else ffi.NULL
         self._conversion = ffi.new("KyConversion *", (ffi.sizeof("KyConversion"), flags, handle, 0, 0))
@@ -91,7 +90,7 @@ class Converter:
         return self._convert(source, conversion, self.to, width, height, out)
 
     def _convert(self, source: Any, conversion: Any, to: PixelType, width: int, height: int, out: Optional[Array]) -> Array:
-        destination, out = destination_image(to, out, width, height)
+        destination, made = destination_image(to, out, width, height)
         # cffi releases the GIL for the call; references of the callers keep the memory of both images.
         if self.threads == 1:
             status = lib.KyImage_Convert(source, destination, conversion)
@@ -99,12 +98,11 @@ class Converter:
             status = lib.KyImage_ConvertParallel(source, destination, conversion, self._executor)
         if status != lib.KY_STATUS_SUCCESS:
             check(status)
-        return out
+        return made
 
     def _crop(self, source: Any, crop: tuple[int, int, int, int]) -> Any:
         """Makes `source` a part of itself, and returns the conversion with the Bayer pattern that it begins with."""
-        if min(crop) < 0:
-            raise ValueError(f"crop is {crop}: (x, y, width, height) of 0 or more is needed")
+        check_range("crop", crop, "(x, y, width, height)")
         flags = ffi.new("uint32_t *", self._conversion.flags)
         check(lib.KyImage_Crop(source, *crop, source, flags))
         return ffi.new("KyConversion *", (ffi.sizeof("KyConversion"), flags[0], self._conversion.filter, 0, 0))
@@ -118,7 +116,8 @@ class Converter:
         return _rebuild, (self.source, self.to, self.interpolate, self.filter, self.threads)
 
     def __repr__(self) -> str:
-        return f"Converter({self.source!r}, {self.to!r}, interpolate={self.interpolate}, filter={self.filter!r}, threads={self.threads})"
+        options = f"interpolate={self.interpolate}, filter={self.filter!r}, threads={self.threads}"
+        return f"Converter({self.source!r}, {self.to!r}, {options})"
 
 
 def convert(

@@ -148,11 +148,10 @@ class PixelType:
         if facts.planes:
             return facts.planes, height, width
         if self.is_planar:
-            sizes = width * height * facts.dtype.itemsize
-            rows = self.size(width, height) * height // sizes if sizes else 0
             if width % 2 or height % 2:
                 return (self.size(width, height) // facts.dtype.itemsize,)
-            return rows, width
+            samples_of_square = self.size(2, 2) // facts.dtype.itemsize
+            return height * samples_of_square // 4, width
         if facts.group_pixels > 1:
             return height, -(-width // facts.group_pixels) * facts.group_bytes
         return (height, width) if facts.samples == 1 else (height, width, facts.samples)
