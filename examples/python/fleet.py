@@ -13,6 +13,7 @@ name when it is complete, and one that is there is left alone. So a second run a
 import argparse
 import os
 import sys
+from functools import partial
 from pathlib import Path
 
 import kyimglib
@@ -26,37 +27,28 @@ class RawFolder:
     """Frames in files."""
 
     def __init__(self, path):
-        self.files = sorted(Path(path).resolve().glob("*.raw"))
+        self.path = Path(path).resolve()
 
-    def __len__(self):
-        return len(self.files)
+    def names(self):
+        return sorted(file.stem for file in self.path.glob("*.raw"))
 
-    def name(self, index):
-        return self.files[index].stem
-
-    def read(self, index):
-        return np.fromfile(self.files[index], np.uint8)
+    def read(self, index, name):
+        return np.fromfile(self.path / f"{name}.raw", np.uint8)
 
 
 class RawZarr:
     """Frames in an array of frames."""
 
     def __init__(self, path):
-        self.path = os.path.abspath(path)
-
-    def open(self):
         import zarr
 
-        return zarr.open_array(self.path, "r")
+        self.array = zarr.open_array(os.path.abspath(path), "r")
 
-    def __len__(self):
-        return self.open().shape[0]
+    def names(self):
+        return [str(index) for index in range(len(self.array))]
 
-    def name(self, index):
-        return f"{index:06}"
-
-    def read(self, index):
-        return self.open()[index]
+    def read(self, index, name):
+        return self.array[index]
 
 
 class TiffFolder:
@@ -88,49 +80,45 @@ class PictureZarr:
     def __init__(self, path, frames, shape, dtype):
         import zarr
 
-        self.path = os.path.abspath(path)
-        zarr.open_array(self.path, "a", shape=(frames, *shape), chunks=(1, *shape), dtype=dtype, fill_value=None)
+        options = dict(shape=(frames, *shape), chunks=(1, *shape), dtype=dtype, fill_value=None)
+        self.array = zarr.open_array(os.path.abspath(path), "a", **options)
 
     def has(self, index, name):
-        import zarr
-
-        array = zarr.open_array(self.path, "r")
-        return ".".join([str(index), *"0" * (array.ndim - 1)]) in array.chunk_store
+        return ".".join([str(index), *"0" * (self.array.ndim - 1)]) in self.array.chunk_store
 
     def write(self, index, name, picture):
-        import zarr
-
-        zarr.open_array(self.path, "r+")[index] = picture
+        self.array[index] = picture
 
     def clean(self):
         pass
 
 
-def convert_frames(frames, pictures, converter, size, indices):
+def convert_frames(frames, pictures, converter, size, batch):
     """A task, on a worker."""
-    for index in indices:
-        if not pictures.has(index, frames.name(index)):
-            frame = frames.read(index)
+    for index, name in batch:
+        if not pictures.has(index, name):
+            frame = frames.read(index, name)
             picture = converter(frame, size=size if frame.ndim == 1 else None)
-            pictures.write(index, frames.name(index), picture)
-    return len(indices)
+            pictures.write(index, name, picture)
+    return len(batch)
 
 
 def run(client, frames, pictures, converter, size):
-    """Converts what is missing; returns how many frames that was."""
-    missing = [index for index in range(len(frames)) if not pictures.has(index, frames.name(index))]
+    """Converts what is missing; returns how many frames that was, and how many there are."""
+    named = list(enumerate(frames.names()))
+    missing = [frame for frame in named if not pictures.has(*frame)]
     batches = [missing[begin : begin + BATCH] for begin in range(0, len(missing), BATCH)]
     # A task that fails, for a full disk say, is tried again as well.
-    tasks = client.map(lambda batch: convert_frames(frames, pictures, converter, size, batch), batches, retries=3, pure=False)
+    tasks = client.map(partial(convert_frames, frames, pictures, converter, size), batches, retries=3, pure=False)
     done = 0
     for task in as_completed(tasks):
         done += task.result()
         show_progress(done, len(missing))
     pictures.clean()
-    absent = [frames.name(index) for index in range(len(frames)) if not pictures.has(index, frames.name(index))]
+    absent = [name for index, name in named if not pictures.has(index, name)]
     if absent:
         sys.exit(f"{len(absent)} frames have no picture, {absent[0]} among them")
-    return len(missing)
+    return len(missing), len(named)
 
 
 def show_progress(done, count):
@@ -156,7 +144,7 @@ def main():
     converter = kyimglib.Converter(arguments.type, arguments.to, gains=gains)
     frames = (RawZarr if arguments.frames.endswith(".zarr") else RawFolder)(arguments.frames)
     if arguments.pictures.endswith(".zarr"):
-        pictures = PictureZarr(arguments.pictures, len(frames), converter.to.shape(*size), converter.to.dtype)
+        pictures = PictureZarr(arguments.pictures, len(frames.names()), converter.to.shape(*size), converter.to.dtype)
     else:
         pictures = TiffFolder(arguments.pictures)
     if arguments.scheduler:
@@ -164,8 +152,8 @@ def main():
     else:
         cluster = LocalCluster(arguments.workers, threads_per_worker=1, dashboard_address=None)
     with Client(cluster) as client:
-        made = run(client, frames, pictures, converter, size)
-    print(f"{made} of {len(frames)} frames converted, {len(frames) - made} were there")
+        made, count = run(client, frames, pictures, converter, size)
+    print(f"{made} of {count} frames converted, {count - made} were there")
     if not arguments.scheduler:
         cluster.close()
 
