@@ -9,6 +9,7 @@ build/python of the repository.
 
 import os
 import re
+import shlex
 import subprocess
 from pathlib import Path
 
@@ -71,7 +72,7 @@ def make_ffi() -> FFI:
 
 def read_declarations() -> str:
     """The header's declarations as cffi reads them: preprocessed, without what comes from the system's headers."""
-    command = [os.environ.get("CC", "cc"), "-E", "-D__attribute__(x)=", f"-I{ROOT}", str(ROOT / HEADER)]
+    command = [*shlex.split(os.environ.get("CC", "cc")), "-E", "-D__attribute__(x)=", f"-I{ROOT}", str(ROOT / HEADER)]
     lines, is_ours = [], False
     for line in subprocess.run(command, check=True, capture_output=True, text=True).stdout.splitlines():
         marker = re.match(r'# \d+ "(.*?)"', line)

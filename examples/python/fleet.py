@@ -150,7 +150,7 @@ def main():
     if arguments.scheduler:
         cluster = arguments.scheduler
     else:
-        cluster = LocalCluster(arguments.workers, threads_per_worker=1, dashboard_address=None)
+        cluster = LocalCluster(n_workers=arguments.workers, threads_per_worker=1, dashboard_address=":0")
     with Client(cluster) as client:
         made, count = run(client, frames, pictures, converter, size)
     print(f"{made} of {count} frames converted, {count - made} were there")

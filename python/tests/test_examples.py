@@ -51,14 +51,17 @@ def test_fleet_survives_a_killed_worker(tmp_path, random, source, target):
     else:
         zarr.save_array(str(tmp_path / source), frames, chunks=(1, None))
 
-    command = [sys.executable, str(EXAMPLES / "fleet.py"), source, target, "--type", "BayerRG12p", "--size", "160x120", "--workers", "2"]
+    options = ["--type", "BayerRG12p", "--size", "160x120", "--workers", "3"]
+    command = [sys.executable, str(EXAMPLES / "fleet.py"), source, target, *options]
     process = subprocess.Popen(command, cwd=tmp_path, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
     made_before = 0
     while process.poll() is None and made_before < 20:
         made_before = len(list((tmp_path / target).glob("[0-9]*"))) if (tmp_path / target).exists() else 0
         time.sleep(0.005)
     assert process.poll() is None, process.communicate()[1]
-    os.kill(workers_of(process)[0].pid, signal.SIGKILL)
+    workers = workers_of(process)
+    assert len(workers) == 3
+    os.kill(workers[0].pid, signal.SIGKILL)
     out, errors = process.communicate(timeout=120)
     assert process.returncode == 0 and "300 of 300 frames converted" in out, errors
 

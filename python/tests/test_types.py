@@ -12,7 +12,7 @@ from kyimglib import Filter, PixelType
 def test_types_and_converters():
     found = kyimglib.types()
     assert [type.id for type in found] == sorted({type.id for type in found})
-    assert len(found) == 279 and PixelType("NV12") in found and PixelType(0x10010001) in found
+    assert len(found) >= 279 and PixelType("NV12") in found and PixelType(0x10010001) in found
     pairs = kyimglib.converters()
     assert (PixelType(0x20010), PixelType("RGB24")) in pairs and len(pairs) > 7000
     assert PixelType("RGB24") in PixelType("Mono12p").converts_to()
