@@ -16,7 +16,7 @@ help:
 	@echo 'make test-windows  the same for Windows, with MinGW-w64 and Wine; make test-aarch64: for 64-bit ARM, with qemu;'
 	@echo '                   make test-nehalem: for a CPU without AVX, with qemu'
 	@echo 'make wheel         the package for Python, in build/wheel;  make test-python: and its tests, in a fresh environment'
-	@echo 'make packages      Debian packages, a zip for Windows and a tarball of the sources, in build/packages'
+	@echo 'make packages      Debian packages, a wheel, a zip for Windows and a tarball of the sources, in build/packages'
 	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--filter=..." is passed on); make bench-windows: for'
 	@echo '                   Windows, with MinGW-w64 and Wine'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
