@@ -1,19 +1,22 @@
 # The few commands a person types; CMakePresets.json holds what they build.
 
 JOBS := $(shell nproc)
+PYTHON := /usr/bin/python3
 KYIMG := build/release/bin/kyimg
 DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench build-peers bench-peers bench-growth bench-windows docs docs-peers format check-format deps deps-cross
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages wheel test-python bench build-peers bench-peers \
+	bench-growth bench-windows docs docs-peers format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
 	@echo 'make test          build everything and run all tests'
 	@echo 'make test-windows  the same for Windows, with MinGW-w64 and Wine; make test-aarch64: for 64-bit ARM, with qemu;'
 	@echo '                   make test-nehalem: for a CPU without AVX, with qemu'
-	@echo 'make packages      Debian packages, a zip for Windows and a tarball of the sources, in build/packages'
+	@echo 'make wheel         the package for Python, in build/wheel;  make test-python: and its tests, in a fresh environment'
+	@echo 'make packages      Debian packages, a wheel, a zip for Windows and a tarball of the sources, in build/packages'
 	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--filter=..." is passed on); make bench-windows: for'
 	@echo '                   Windows, with MinGW-w64 and Wine'
 	@echo 'make bench-peers   the same conversions of other libraries beside it; make bench-growth: from small images to huge ones.'
@@ -60,6 +63,19 @@ test-aarch64 test-nehalem: test-%: deps-cross
 	cmake --preset $*
 	cmake --build --preset $*
 	ctest --preset $* -j $(JOBS)
+
+wheel:
+	@scripts/install-dependencies --python
+	cmake --preset release
+	cmake --build --preset release --target KyImgLib
+	rm -rf build/wheel
+	KYIMGLIB_BUILD_DIR=$(CURDIR)/build/release $(PYTHON) -m pip wheel --quiet --no-build-isolation --no-deps --no-index \
+		--wheel-dir build/wheel ./python
+	@ls build/wheel/*
+
+test-python: wheel
+	cmake --build --preset release --target kyimg
+	PYTHON=$(PYTHON) scripts/test-python build/wheel/*.whl
 
 packages: deps-cross
 	scripts/make-packages build/packages
