@@ -1,6 +1,8 @@
 #ifndef KYIMG_CONVERTOPTIONS_H
 #define KYIMG_CONVERTOPTIONS_H
 
+#include "OutputFormat.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
@@ -26,6 +28,8 @@ struct ConvertOptions {
     std::uint32_t threads = 0;  ///< 0: not given
     std::string output;
     std::string format;  ///< empty: by the extension of the output
+    Encoding encoding;
+    bool noClobber = false;
     bool quiet = false;
 };
 
