@@ -50,7 +50,7 @@ TEST_F(CommandLineTest, MistakesAreToldAndLeaveNothing) {
         {"--type 0x20010 --size 640x4 --gain 1,2", 2, "--gain"},
         {"--type 0x20010 --size 640x4 --offset 0,256,0", 2, "256 is not a whole number from 0 to 255"},
         {"--type 0x20010 --size 640x4 --frames 3-2", 2, "--frames"},
-        {"--type 0x20010 --size 640x4 --format gif", 2, "png, tiff, jpeg, ppm, npy, dng, raw"},
+        {"--type 0x20010 --size 640x4 --format gif", 2, "unknown format \"gif\"; there are png, "},
         {"--type 0x410002 --size 639x4", 1, "in lines of 960 bytes without --continuous needs 3840"},
         {"--type 0x410002 --size 65536x65536 --continuous", 1, "at most 4294967295 pixels"},
         {"--type 0x20010 --size 1x640", 1, "two lines of two pixels (--interpolate does not)"},

@@ -123,10 +123,14 @@ void Conversion::DescribeMosaic(const ConvertOptions& options) {
     if (options.interpolate || !options.offsets.empty())
         throw UsageError(fmt::format("{} is not for a mosaic that is kept as it is",
                                      options.interpolate ? "--interpolate" : "--offset"));
-    for (const double gain : options.gains)
-        if (!std::isfinite(gain) || gain <= 0)
-            throw UsageError(fmt::format("--gain: {} is not a factor above 0", gain));
-    mosaic = {FindPattern(options), options.gains};
+    mosaic.bayerFlag = FindPattern(options);
+    if (options.gains.empty()) return;
+    std::array<double, 3>& gains = mosaic.gains.emplace();
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        gains[channel] = options.gains.at(channel);
+        if (!std::isfinite(gains[channel]) || gains[channel] <= 0)
+            throw UsageError(fmt::format("--gain: {} is not a factor above 0", gains[channel]));
+    }
 }
 
 void Conversion::ChoosePattern(const ConvertOptions& options) {

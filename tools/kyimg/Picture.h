@@ -1,6 +1,7 @@
 #ifndef KYIMG_PICTURE_H
 #define KYIMG_PICTURE_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,8 +11,8 @@ namespace kyimg {
 
 /// What the file of a Bayer mosaic that is not demosaiced says of it.
 struct Mosaic {
-    std::uint32_t bayerFlag = 0;  ///< pattern: a flag of KyPixelConverter; 0: not known
-    std::vector<double> gains;    ///< for red, green and blue, that make a white object white; empty: not known
+    std::uint32_t bayerFlag = 0;                 ///< pattern: a flag of KyPixelConverter; 0: not known
+    std::optional<std::array<double, 3>> gains;  ///< for red, green and blue, that make a white object white
 };
 
 /// The result of a conversion: an image whose lines follow one another without padding.

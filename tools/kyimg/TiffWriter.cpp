@@ -138,7 +138,7 @@ std::array<std::uint8_t, 4> CfaPattern(std::uint32_t bayerFlag) {
 }
 
 /// What a white object is in samples of the camera: the gains make it white.
-std::array<float, 3> CameraNeutral(const std::vector<double>& gains) {
+std::array<float, 3> CameraNeutral(const std::array<double, 3>& gains) {
     const double least = std::ranges::min(gains);
     std::array<float, 3> neutral;
     std::ranges::transform(gains, neutral.begin(), [least](double gain) { return static_cast<float>(least / gain); });
@@ -153,7 +153,10 @@ void WriteTiff(const ConvertedFrame& frame, TiffCompression compression, const B
     tiff.Set(TIFFTAG_PHOTOMETRIC, rows.GetChannels() == 1 ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB);
     if (rows.GetChannels() == 4) tiff.SetAll<std::uint16_t, 1>(TIFFTAG_EXTRASAMPLES, {EXTRASAMPLE_UNASSALPHA});
     tiff.Set(TIFFTAG_COMPRESSION, compression == TiffCompression::None ? COMPRESSION_NONE : COMPRESSION_ADOBE_DEFLATE);
-    if (compression == TiffCompression::Deflate) tiff.Set(TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+    if (compression == TiffCompression::Deflate) {
+        tiff.Set(TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+        tiff.Set(TIFFTAG_ZIPQUALITY, 1);  // a sensor's noise gets hardly smaller with more effort
+    }
     constexpr std::size_t kStripBytes = 1 << 18;
     const std::size_t stripLines = std::max<std::size_t>(1, kStripBytes / rows.GetRowSize());
     tiff.WriteStrips(static_cast<std::uint32_t>(std::min<std::size_t>(stripLines, rows.GetHeight())));
@@ -184,7 +187,7 @@ void WriteDng(const ConvertedFrame& frame, const ByteSink& sink) {
     dng.Set(TIFFTAG_CALIBRATIONILLUMINANT1, kD65);
     dng.SetAll<float, 9>(TIFFTAG_COLORMATRIX1, {3.2404542F, -1.5371385F, -0.4985314F, -0.9692660F, 1.8760108F,
                                                 0.0415560F, 0.0556434F, -0.2040259F, 1.0572252F});
-    if (!frame.mosaic.gains.empty()) dng.SetAll(TIFFTAG_ASSHOTNEUTRAL, CameraNeutral(frame.mosaic.gains));
+    if (frame.mosaic.gains) dng.SetAll(TIFFTAG_ASSHOTNEUTRAL, CameraNeutral(*frame.mosaic.gains));
     dng.WriteStrips(rows.GetHeight());
     sink(dng.Finish());
 }
