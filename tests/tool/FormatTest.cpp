@@ -152,6 +152,8 @@ TEST_F(FormatTest, WhatAFormatCannotHoldIsTold) {
         {"--to 0x100820041 -o no.tiff", "these can: npy, raw"},
         {"-i -o no.dng", "--interpolate is not for"},
         {"--gain 1,0,1 -o no.dng", "0 is not a factor above 0"},
+        {"--black 4095 -o no.dng", "not a number from 0 to below 4095"},
+        {"--black 64 -o no.png", "--black is for a DNG"},
 #else
         {"-o no.tiff", "this kyimg was built without tiff"},
 #endif
@@ -286,6 +288,15 @@ TEST_F(FormatTest, DngIsTheMosaicAsItIs) {
         EXPECT_NE(facts.find(std::string("Filter pattern: ") + source.pattern), std::string::npos) << facts;
         EXPECT_NE(facts.find("Camera multipliers: 2.000000 1.000000 1.250000"), std::string::npos) << facts;
         EXPECT_EQ(facts.find("Camera multipliers", facts.find("Camera multipliers") + 1), std::string::npos);
+
+        // Black is subtracted: a frame of nothing but black comes out black.
+        const std::string level = source.bits == 8 ? "16" : "257";
+        Write("in.raw", Bytes(frame.size(), source.bits == 8 ? 16 : 1));
+        if (type == source.plain) {
+            ASSERT_EQ(Run(command + " --black " + level).messages, "");
+            ASSERT_EQ(Shell("dcraw -r 1 1 1 1 -o 0 -W -c out.dng >black.ppm"), 0);
+            EXPECT_EQ(ReadText("black.ppm"), "P6\n64 48\n255\n" + std::string(std::size_t{3} * kWidth * kHeight, '\0'));
+        }
 
         // White is the largest sample: a frame of nothing else comes out white.
         Write("in.raw", Bytes(frame.size(), 0xFF));

@@ -15,6 +15,7 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <utility>
@@ -79,6 +80,7 @@ Conversion::Conversion(const ConvertOptions& options, bool keepsMosaic)
     if (keepsMosaic && IsMosaic(destinationType)) {
         DescribeMosaic(options);
     } else {
+        if (!options.black.empty()) throw UsageError("--black is for a DNG, whose reader subtracts it");
         ChoosePattern(options);
         ChooseFilter(options);
     }
@@ -118,12 +120,24 @@ std::uint32_t Conversion::FindPattern(const ConvertOptions& options) {
     return KyPixelConverter::FLAG_BAYER_GRBG;
 }
 
-/// The samples stay as they are; pattern and gains are told to whoever demosaics them.
+float Conversion::ParseBlack(const std::string& text) const {
+    float black = 0;
+    const auto layout = FindPictureLayout(DescribeDestination());
+    const auto white = static_cast<float>((1U << (layout ? layout->bits : 16)) - 1);
+    const char* const end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, black);
+    if (!text.empty() && (error != std::errc() || parsed != end || !(black >= 0 && black < white)))
+        throw UsageError(fmt::format("--black: \"{}\" is not a number from 0 to below {}", text, white));
+    return black;
+}
+
+/// The samples stay as they are; pattern, black level and gains are told to whoever demosaics them.
 void Conversion::DescribeMosaic(const ConvertOptions& options) {
     if (options.interpolate || !options.offsets.empty())
         throw UsageError(fmt::format("{} is not for a mosaic that is kept as it is",
                                      options.interpolate ? "--interpolate" : "--offset"));
     mosaic.bayerFlag = FindPattern(options);
+    mosaic.black = ParseBlack(options.black);
     if (options.gains.empty()) return;
     std::array<double, 3>& gains = mosaic.gains.emplace();
     for (std::size_t channel = 0; channel < 3; ++channel) {

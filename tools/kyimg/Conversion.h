@@ -51,6 +51,7 @@ private:
     void ChooseFilter(const ConvertOptions& options);
     void DescribeMosaic(const ConvertOptions& options);
     std::uint32_t FindPattern(const ConvertOptions& options);
+    float ParseBlack(const std::string& text) const;
     void NoteFlaws();
 
     std::int64_t sourceType;

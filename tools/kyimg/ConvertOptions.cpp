@@ -123,7 +123,7 @@ std::string FormatText() {
            "alpha; ppm, npy and raw have the samples as they are. npy\n"
            "is for NumPy, raw the bytes alone. dng keeps the mosaic\n"
            "as it is for a raw developer, which then knows the Bayer\n"
-           "pattern and, from --gain, the white balance" +
+           "pattern and, from --gain and --black, white and black" +
            MissingFormatsText();
 }
 
@@ -159,6 +159,8 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
             "Bilinear demosaicing, instead of nearest-neighbour: one\ncolour for each 2x2 cell of the Bayer pattern")
         ->group(kConversion);
     AddGains(command, options);
+    Add(command, kConversion, "--black", options.black, "N",
+        "Black level that a DNG tells, in values of a source sample");
     Add(command, kConversion, "--threads", options.threads, "N",
         "Convert each frame on N threads. Default: as many as the\n"
         "CPU has cores, fewer for small frames. The result is the\n"

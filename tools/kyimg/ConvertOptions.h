@@ -21,6 +21,7 @@ struct ConvertOptions {
     std::string destination;      ///< empty: the usual one for the source
     std::vector<double> gains;    ///< empty, or for red, green, blue
     std::vector<double> offsets;  ///< likewise
+    std::string black;            ///< black level: a sample value; empty: none
     std::string frames;           ///< empty: the input is one frame
     std::uint64_t skipBytes = 0;
     std::uint64_t stride = 0;  ///< in bytes; 0: not given

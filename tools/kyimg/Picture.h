@@ -12,6 +12,7 @@ namespace kyimg {
 /// What the file of a Bayer mosaic that is not demosaiced says of it.
 struct Mosaic {
     std::uint32_t bayerFlag = 0;                 ///< pattern: a flag of KyPixelConverter; 0: not known
+    float black = 0;                             ///< value of a sample without light
     std::optional<std::array<double, 3>> gains;  ///< for red, green and blue, that make a white object white
 };
 

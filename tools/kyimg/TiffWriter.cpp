@@ -179,7 +179,7 @@ void WriteDng(const ConvertedFrame& frame, const ByteSink& sink) {
 
     dng.SetAll<std::uint16_t, 2>(TIFFTAG_CFAREPEATPATTERNDIM, {2, 2});
     dng.SetAll(TIFFTAG_CFAPATTERN, CfaPattern(frame.mosaic.bayerFlag));
-    dng.SetAll<float, 1>(TIFFTAG_BLACKLEVEL, {0});
+    dng.SetAll<float, 1>(TIFFTAG_BLACKLEVEL, {frame.mosaic.black});
     dng.SetAll<std::uint32_t, 1>(TIFFTAG_WHITELEVEL, {(1U << rows.GetBits()) - 1});
 
     // From CIE XYZ to the linear colours of sRGB, under D65.
