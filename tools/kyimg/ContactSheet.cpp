@@ -57,7 +57,7 @@ ConvertedFrame ShrinkForSheet(const ConvertedFrame& frame) {
     std::uint32_t factor = 1;
     while (2 * std::size_t{frame.width / factor} + 3 * kGap > kMostWidth) ++factor;
 
-    const PictureRows rows(frame);
+    const PictureRows rows(frame, {});
     ConvertedFrame small = MakePicture(frame.width / factor, std::max(1U, frame.height / factor));
     std::vector<std::uint8_t> row(rows.GetRowSize());
     std::vector<std::uint64_t> sums(RowBytes(small));

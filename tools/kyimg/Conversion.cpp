@@ -15,6 +15,7 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <utility>
@@ -64,9 +65,10 @@ std::uint32_t FilterBits(std::int64_t id, std::int64_t destination) {
 
 }  // namespace
 
-Conversion::Conversion(const ConvertOptions& options)
+Conversion::Conversion(const ConvertOptions& options, bool keepsMosaic)
     : sourceType(FindType(options.type)),
-      destinationType(options.destination.empty() ? DefaultDestination(sourceType) : FindType(options.destination)),
+      destinationType(options.destination.empty() ? DefaultDestination(sourceType, keepsMosaic)
+                                                  : FindType(options.destination)),
       source(sourceType, ParseSize(options.size), options), threads(options.threads) {
     std::int64_t type = sourceType;
     if (source.IsContinuous()) {
@@ -75,8 +77,13 @@ Conversion::Conversion(const ConvertOptions& options)
         for (Step& step : steps) step.size = {source.GetImage().width, source.GetImage().height};
     }
     AddSteps(FindConverter(type, destinationType));
-    ChoosePattern(options);
-    ChooseFilter(options);
+    if (keepsMosaic && IsMosaic(destinationType)) {
+        DescribeMosaic(options);
+    } else {
+        if (!options.black.empty()) throw UsageError("--black is for a DNG, whose reader subtracts it");
+        ChoosePattern(options);
+        ChooseFilter(options);
+    }
     NoteFlaws();
 }
 
@@ -105,6 +112,41 @@ const Conversion::Step* Conversion::FindFilterStep() const {
     return nullptr;
 }
 
+std::uint32_t Conversion::FindPattern(const ConvertOptions& options) {
+    const std::uint32_t pattern =
+        options.bayer.empty() ? FindNamedType(options.type).bayerFlags : PatternFlag(options.bayer);
+    if (pattern != 0) return pattern;
+    notes.push_back("no --bayer given, GRBG assumed");
+    return KyPixelConverter::FLAG_BAYER_GRBG;
+}
+
+float Conversion::ParseBlack(const std::string& text) const {
+    float black = 0;
+    const auto layout = FindPictureLayout(DescribeDestination());
+    const auto white = static_cast<float>((1U << (layout ? layout->bits : 16)) - 1);
+    const char* const end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, black);
+    if (!text.empty() && (error != std::errc() || parsed != end || !(black >= 0 && black < white)))
+        throw UsageError(fmt::format("--black: \"{}\" is not a number from 0 to below {}", text, white));
+    return black;
+}
+
+/// The samples stay as they are; pattern, black level and gains are told to whoever demosaics them.
+void Conversion::DescribeMosaic(const ConvertOptions& options) {
+    if (options.interpolate || !options.offsets.empty())
+        throw UsageError(fmt::format("{} is not for a mosaic that is kept as it is",
+                                     options.interpolate ? "--interpolate" : "--offset"));
+    mosaic.bayerFlag = FindPattern(options);
+    mosaic.black = ParseBlack(options.black);
+    if (options.gains.empty()) return;
+    std::array<double, 3>& gains = mosaic.gains.emplace();
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        gains[channel] = options.gains.at(channel);
+        if (!std::isfinite(gains[channel]) || gains[channel] <= 0)
+            throw UsageError(fmt::format("--gain: {} is not a factor above 0", gains[channel]));
+    }
+}
+
 void Conversion::ChoosePattern(const ConvertOptions& options) {
     if (!IsMosaic(sourceType) || IsMosaic(destinationType)) {
         if (options.bayer.empty() && !options.interpolate) return;
@@ -112,12 +154,7 @@ void Conversion::ChoosePattern(const ConvertOptions& options) {
                                      options.interpolate ? "--interpolate" : "--bayer", DescribeType(sourceType),
                                      DescribeType(destinationType)));
     }
-    std::uint32_t pattern = options.bayer.empty() ? FindNamedType(options.type).bayerFlags : PatternFlag(options.bayer);
-    if (pattern == 0) {
-        pattern = KyPixelConverter::FLAG_BAYER_GRBG;
-        notes.push_back("no --bayer given, GRBG assumed");
-    }
-    flags = pattern | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
+    flags = FindPattern(options) | (options.interpolate ? KyPixelConverter::FLAG_BAYER_INTERPOLATE : 0U);
     const ImageSize size = source.GetShown();
     if (!options.interpolate && (size.width < 2 || size.height < 2))
         throw Failure(
@@ -165,7 +202,6 @@ void Conversion::PrintNotes() const {
     for (const std::string& note : notes) fmt::print(stderr, "kyimg: note: {}\n", note);
 }
 
-/// All but the bytes, of which there are none yet.
 ConvertedFrame Conversion::DescribeDestination() const {
     ConvertedFrame frame;
     frame.type = destinationType;
@@ -174,10 +210,9 @@ ConvertedFrame Conversion::DescribeDestination() const {
     // Averages of Bayer samples stay in the samples' range.
     if (destinationType == KY_TYPE_RGB48 || destinationType == KY_TYPE_RGBA64)
         frame.sampleBits = BitsInRGB48(sourceType);
+    frame.mosaic = mosaic;
     return frame;
 }
-
-bool Conversion::MakesPicture() const { return FindPictureLayout(DescribeDestination()).has_value(); }
 
 ConvertedFrame Conversion::Convert(const std::vector<std::uint8_t>& bytes) const {
     ConvertedFrame frame = DescribeDestination();

@@ -19,13 +19,14 @@ namespace kyimg {
 class Conversion {
 public:
     /// Throws UsageError for options that do not fit together, Failure when the library has no such conversion.
-    explicit Conversion(const ConvertOptions& options);
+    ///
+    /// \param keepsMosaic  whether a Bayer mosaic is by default not demosaiced; the gains then describe it
+    explicit Conversion(const ConvertOptions& options, bool keepsMosaic = false);
 
     const SourceFrame& GetSource() const { return source; }
 
-    /// Whether a PNG or PPM can show the result.
-    bool MakesPicture() const;
-    std::int64_t GetDestinationType() const { return destinationType; }
+    /// All of the results but their bytes.
+    ConvertedFrame DescribeDestination() const;
 
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
@@ -48,8 +49,10 @@ private:
     const Step* FindFilterStep() const;
     void ChoosePattern(const ConvertOptions& options);
     void ChooseFilter(const ConvertOptions& options);
+    void DescribeMosaic(const ConvertOptions& options);
+    std::uint32_t FindPattern(const ConvertOptions& options);
+    float ParseBlack(const std::string& text) const;
     void NoteFlaws();
-    ConvertedFrame DescribeDestination() const;
 
     std::int64_t sourceType;
     std::int64_t destinationType;
@@ -58,6 +61,7 @@ private:
     std::uint32_t flags = 0;
     std::uint32_t threads;
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
+    Mosaic mosaic;                        ///< of the destination, where it is kept
     std::vector<std::string> notes;
 };
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <optional>
 #include <string_view>
 
@@ -22,6 +23,8 @@ constexpr const char* kExamples = R"(Examples:
         --format raw -o - > frame.565
   kyimg convert film.raw --type 0x20010 --size 640x480 --bayer BGGR --frames all -o film.ppm
         writes film-0001.ppm, film-0002.ppm, ...
+  kyimg convert frame.raw --type BayerRG12p --size 2592x1536 --gain 1.9,1.0,1.6 -o frame.dng
+        for a raw developer, without demosaicing
   kyimg convert frame.yuyv --type "YUV 8-bits 4:2:2" --size 637x480 --line-bytes 1280 -o frame.png)";
 
 std::optional<std::uint64_t> ParseWhole(std::string_view digits) {
@@ -38,7 +41,7 @@ constexpr const char* kOutput = "The output";
 
 template <typename Value>
 CLI::Option* Add(CLI::App* command, const char* group, const char* name, Value& value, const char* type,
-                 const char* text) {
+                 const std::string& text) {
     return command->add_option(name, value, text)->group(group)->type_name(type);
 }
 
@@ -76,14 +79,58 @@ void AddGains(CLI::App* command, ConvertOptions& options) {
         ->expected(3);
 }
 
-void AddQuiet(CLI::App* command, ConvertOptions& options) {
+/// An option that takes one of these words, in any case of letters.
+template <typename Value>
+void AddChoice(CLI::App* command, const char* name, Value& value, const std::map<std::string, Value>& choices,
+               const char* text) {
+    command
+        ->add_option_function<std::string>(
+            name, [&value, choices](const std::string& word) { value = choices.at(word); }, text)
+        ->group(kOutput)
+        ->type_name("HOW")
+        ->check(CLI::IsMember(choices, CLI::ignore_case));
+}
+
+void AddEncoding(CLI::App* command, ConvertOptions& options) {
+    AddChoice<PngCompression>(
+        command, "--png-compression", options.encoding.png,
+        {{"fast", PngCompression::Fast}, {"default", PngCompression::Default}, {"best", PngCompression::Best}},
+        "fast does not compress, best tries several ways and keeps\n"
+        "the smallest: slow, and for frames of a camera hardly\nsmaller than default");
+    AddChoice<TiffCompression>(command, "--tiff-compression", options.encoding.tiff,
+                               {{"none", TiffCompression::None}, {"deflate", TiffCompression::Deflate}},
+                               "Default: none");
+    Add(command, kOutput, "--quality", options.encoding.jpegQuality, "N", "Of a JPEG, 1 to 100. Default: 90")
+        ->check(CLI::Range(1, 100));
+}
+
+void AddOutputRules(CLI::App* command, ConvertOptions& options) {
+    command->add_flag("--no-clobber", options.noClobber, "Fail where the file to write exists already")->group(kOutput);
     command->add_flag("-q,--quiet", options.quiet, "No notes and no progress on standard error")->group(kOutput);
+}
+
+/// What of the formats is not in this program.
+std::string MissingFormatsText() {
+    const std::string missing = ListMissingFormats();
+    return missing.empty() ? "" : fmt::format(".\nThis kyimg was built without: {}", missing);
+}
+
+std::string FormatText() {
+    return "png, tiff, jpeg, ppm (of gray: pgm), npy, dng or raw, when\n"
+           "the extension of FILE does not tell (also tif, jpg, pnm).\n"
+           "The destination type decides between 8 and 16 bits a\n"
+           "sample. png and tiff scale 10 to 14 bits to 16 and keep an\n"
+           "alpha; ppm, npy and raw have the samples as they are. npy\n"
+           "is for NumPy, raw the bytes alone. dng keeps the mosaic\n"
+           "as it is for a raw developer, which then knows the Bayer\n"
+           "pattern and, from --gain and --black, white and black" +
+           MissingFormatsText();
 }
 
 }  // namespace
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
-    CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to PNG, PPM or raw pixels");
+    CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to pictures, arrays or raw pixels");
     command->footer(kExamples);
     AddInput(command, options);
     Add(command, kInput, "-b,--bayer", options.bayer, "PATTERN",
@@ -112,6 +159,8 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
             "Bilinear demosaicing, instead of nearest-neighbour: one\ncolour for each 2x2 cell of the Bayer pattern")
         ->group(kConversion);
     AddGains(command, options);
+    Add(command, kConversion, "--black", options.black, "N",
+        "Black level that a DNG tells, in values of a source sample");
     Add(command, kConversion, "--threads", options.threads, "N",
         "Convert each frame on N threads. Default: as many as the\n"
         "CPU has cores, fewer for small frames. The result is the\n"
@@ -121,13 +170,9 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     Add(command, kOutput, "-o,--output", options.output, "FILE",
         "File to write; - is standard output. Several frames get\nnumbers: out-0001.png, out-0002.png, ...")
         ->required();
-    Add(command, kOutput, "--format", options.format, "FORMAT",
-        "png, ppm or raw, when the extension of FILE does not tell\n"
-        "(.png, .ppm, .pgm, .pnm, .raw). Gray becomes a gray PNG or\n"
-        "a PGM; in a PNG 5-6-5 is widened to 8 bits, 10 to 14 bits\n"
-        "to 16. The fourth byte of 32-bit types is left out. raw\n"
-        "has the bytes of the destination type as they are");
-    AddQuiet(command, options);
+    Add(command, kOutput, "--format", options.format, "FORMAT", FormatText());
+    AddEncoding(command, options);
+    AddOutputRules(command, options);
     return command;
 }
 
@@ -156,8 +201,10 @@ CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& op
     options.output = "patterns.png";
     Add(command, kOutput, "-o,--output", options.output, "FILE",
         "File to write; - is standard output. Default: patterns.png");
-    Add(command, kOutput, "--format", options.format, "FORMAT", "png or ppm, when the extension of FILE does not tell");
-    AddQuiet(command, options);
+    Add(command, kOutput, "--format", options.format, "FORMAT",
+        "png, tiff, jpeg, ppm or npy, when the extension of FILE\ndoes not tell" + MissingFormatsText());
+    AddEncoding(command, options);
+    AddOutputRules(command, options);
     return command;
 }
 

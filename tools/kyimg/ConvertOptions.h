@@ -1,6 +1,8 @@
 #ifndef KYIMG_CONVERTOPTIONS_H
 #define KYIMG_CONVERTOPTIONS_H
 
+#include "OutputFormat.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdint>
@@ -19,6 +21,7 @@ struct ConvertOptions {
     std::string destination;      ///< empty: the usual one for the source
     std::vector<double> gains;    ///< empty, or for red, green, blue
     std::vector<double> offsets;  ///< likewise
+    std::string black;            ///< black level: a sample value; empty: none
     std::string frames;           ///< empty: the input is one frame
     std::uint64_t skipBytes = 0;
     std::uint64_t stride = 0;  ///< in bytes; 0: not given
@@ -26,6 +29,8 @@ struct ConvertOptions {
     std::uint32_t threads = 0;  ///< 0: not given
     std::string output;
     std::string format;  ///< empty: by the extension of the output
+    Encoding encoding;
+    bool noClobber = false;
     bool quiet = false;
 };
 

@@ -72,6 +72,7 @@ void Run(int argc, const char* const* argv) {
         return;
     }
 
+    CheckCpuLevelVariable();
     if (!global.cpuLevel.empty()) ForceCpuLevel(global.cpuLevel);
     if (global.version) {
         fmt::print("kyimg {}\n", KYIMGLIB_VERSION);
