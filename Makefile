@@ -6,7 +6,7 @@ DEMO := build/demo
 SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
-.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-windows docs format check-format deps deps-cross
+.PHONY: help demo test test-windows test-aarch64 test-nehalem packages bench bench-windows docs guess-report format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
@@ -17,6 +17,7 @@ help:
 	@echo 'make bench         build and run the benchmarks (BENCH_ARGS="--filter=..." is passed on); make bench-windows: for'
 	@echo '                   Windows, with MinGW-w64 and Wine'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
+	@echo 'make guess-report  write docs/guess.md anew, with the frames of cameras in FRAMES'
 	@echo 'make format        format all sources;  make check-format: only say which would change'
 	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
 
@@ -78,6 +79,13 @@ docs: deps
 	cmake --build --preset release --target kyimg
 	$(KYIMG) reference >build/formats.md
 	mv build/formats.md docs/formats.md
+
+guess-report:
+	@scripts/install-dependencies --guess
+	cmake --preset release
+	cmake --build --preset release --target kyimg
+	scripts/guess-report $(KYIMG) '$(FRAMES)' >build/guess.md
+	mv build/guess.md docs/guess.md
 
 format:
 	@scripts/format

@@ -22,7 +22,7 @@ constexpr const char* kExamples = R"(Examples:
         --format raw -o - > frame.565
   kyimg convert film.raw --type 0x20010 --size 640x480 --bayer BGGR --frames all -o film.ppm
         writes film-0001.ppm, film-0002.ppm, ...
-  kyimg convert frame.yuyv --type "YUV 8-bits 4:2:2" --size 637x480 --line-bytes 1280 -o frame.png)";
+  kyimg convert frame.yuyv --type "YUV 8-bits 4:2:2" --size 637x480 --stride 1280 -o frame.png)";
 
 std::optional<std::uint64_t> ParseWhole(std::string_view digits) {
     std::uint64_t number = 0;
@@ -55,7 +55,7 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
     };
     Add(command, kInput, "--skip-bytes", options.skipBytes, "N", "Leave out the first N bytes, such as a file's header")
         ->check(notNegative);
-    Add(command, kInput, "--line-bytes", options.stride, "N",
+    Add(command, kInput, "--stride,--line-bytes", options.stride, "N",
         "Stride: bytes from the start of one line to that of the\n"
         "next. Default: lines without padding, of 4:2:2 and packed\n"
         "types in whole pairs of pixels, of 4:1:1 in whole groups\n"

@@ -2,6 +2,7 @@
 #include "ConvertOptions.h"
 #include "CpuLevels.h"
 #include "Errors.h"
+#include "GuessCommand.h"
 #include "InfoCommand.h"
 #include "ListCommand.h"
 #include "PatternsCommand.h"
@@ -28,6 +29,7 @@ constexpr const char* kDescription =
 constexpr const char* kExamples = R"(Examples:
   kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
   kyimg patterns frame.raw --type 0x20010 --size 2592x1536 -o patterns.png
+  kyimg guess frame.raw       what may this be?
   kyimg list --from "Bayer RGB 12-bits, Packed"
   kyimg info BayerRG8
   kyimg convert --help        options of convert, and more examples
@@ -54,6 +56,7 @@ void Run(int argc, const char* const* argv) {
     GlobalOptions global;
     ConvertOptions convert;
     ConvertOptions patterns;
+    GuessOptions guess;
     ListOptions list;
     InfoOptions info;
     AddGlobalOptions(app, global);
@@ -61,6 +64,7 @@ void Run(int argc, const char* const* argv) {
     const CLI::App* const patternsCommand = AddPatternsCommand(app, "patterns", patterns);
     // An older name, which help does not list.
     const CLI::App* const ordersCommand = AddPatternsCommand(app, "orders", patterns)->group("");
+    const CLI::App* const guessCommand = AddGuessCommand(app, guess);
     const CLI::App* const listCommand = AddListCommand(app, list);
     const CLI::App* const infoCommand = AddInfoCommand(app, info);
     const CLI::App* const referenceCommand = AddReferenceCommand(app);
@@ -80,6 +84,8 @@ void Run(int argc, const char* const* argv) {
         RunConvert(convert);
     } else if (patternsCommand->parsed() || ordersCommand->parsed()) {
         RunPatterns(patterns);
+    } else if (guessCommand->parsed()) {
+        RunGuess(guess);
     } else if (listCommand->parsed()) {
         RunList(list);
     } else if (infoCommand->parsed()) {
@@ -87,7 +93,7 @@ void Run(int argc, const char* const* argv) {
     } else if (referenceCommand->parsed()) {
         RunReference();
     } else {
-        throw UsageError("a command is missing: convert, patterns, list, info or reference; see kyimg --help");
+        throw UsageError("a command is missing: convert, patterns, guess, list, info or reference; see kyimg --help");
     }
 }
 
