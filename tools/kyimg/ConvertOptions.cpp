@@ -42,14 +42,14 @@ CLI::Option* Add(CLI::App* command, const char* group, const char* name, Value& 
     return command->add_option(name, value, text)->group(group)->type_name(type);
 }
 
-void AddInput(CLI::App* command, ConvertOptions& options) {
-    command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
-        ->type_name("FILE");
+/// Adds what says where the pixels are. `isNeeded`: whether a command can do without type and size.
+void AddLayout(CLI::App* command, ConvertOptions& options, bool isNeeded) {
     Add(command, kInput, "-t,--type", options.type, "TYPE",
         "Pixel type: ID (0x20010 or decimal), library name, or name\nof PFNC, V4L2, GStreamer or FFmpeg (BayerRG8, "
         "YUYV), see\nkyimg list and kyimg info")
-        ->required();
-    Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")->required();
+        ->required(isNeeded);
+    Add(command, kInput, "-s,--size", options.size, "WxH", "Width and height in pixels, like 1920x1080")
+        ->required(isNeeded);
     const auto notNegative = [](const std::string& text) {
         return text.starts_with('-') ? "must not be negative" : "";
     };
@@ -61,6 +61,29 @@ void AddInput(CLI::App* command, ConvertOptions& options) {
         "types in whole pairs of pixels, of 4:1:1 in whole groups\n"
         "of four")
         ->check(notNegative);
+}
+
+void AddBayer(CLI::App* command, ConvertOptions& options) {
+    Add(command, kInput, "-b,--bayer", options.bayer, "PATTERN",
+        "Bayer pattern: the colours of the first two pixels, then\n"
+        "of the two below. When not given: that of the type's name\n"
+        "(BayerRG8, RGGB), otherwise GRBG. kyimg patterns shows all")
+        ->check(CLI::IsMember({"GRBG", "GBRG", "RGGB", "BGGR"}, CLI::ignore_case));
+}
+
+void AddFrame(CLI::App* command, ConvertOptions& options) {
+    command
+        ->add_option_function<std::uint64_t>(
+            "--frame", [&options](std::uint64_t number) { options.frames = fmt::format("{0}-{0}", number); },
+            "Which one of an input that holds several frames, from 1")
+        ->group(kInput)
+        ->type_name("N");
+}
+
+void AddInput(CLI::App* command, ConvertOptions& options) {
+    command->add_option("INPUT", options.input, "Raw file without header; - or nothing is standard input")
+        ->type_name("FILE");
+    AddLayout(command, options, true);
 }
 
 void AddGains(CLI::App* command, ConvertOptions& options) {
@@ -86,11 +109,7 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     CLI::App* const command = app.add_subcommand("convert", "Convert raw frames to PNG, PPM or raw pixels");
     command->footer(kExamples);
     AddInput(command, options);
-    Add(command, kInput, "-b,--bayer", options.bayer, "PATTERN",
-        "Bayer pattern: the colours of the first two pixels, then\n"
-        "of the two below. When not given: that of the type's name\n"
-        "(BayerRG8, RGGB), otherwise GRBG. kyimg patterns shows all")
-        ->check(CLI::IsMember({"GRBG", "GBRG", "RGGB", "BGGR"}, CLI::ignore_case));
+    AddBayer(command, options);
     Add(command, kInput, "--frames", options.frames, "WHICH",
         "Frames of an input that holds several: all, N (the first\n"
         "N) or N-M. Without it the input must be a single frame");
@@ -138,12 +157,7 @@ CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& op
         "The sheet has GRBG and GBRG above, RGGB and BGGR below. Frames wider than about 800\n"
         "pixels are made smaller by a whole factor. Dark frames of more than 8 bits need a --gain.");
     AddInput(command, options);
-    command
-        ->add_option_function<std::uint64_t>(
-            "--frame", [&options](std::uint64_t number) { options.frames = fmt::format("{0}-{0}", number); },
-            "Which one of an input that holds several frames, from 1")
-        ->group(kInput)
-        ->type_name("N");
+    AddFrame(command, options);
 
     options.interpolate = true;
     command
@@ -159,6 +173,18 @@ CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& op
     Add(command, kOutput, "--format", options.format, "FORMAT", "png or ppm, when the extension of FILE does not tell");
     AddQuiet(command, options);
     return command;
+}
+
+void AddInputOptions(CLI::App* command, ConvertOptions& options) {
+    command->add_option("INPUT", options.input, "Raw file without header, PNG or PNM; - or nothing is standard input")
+        ->type_name("FILE");
+    AddInputLayout(command, options);
+}
+
+void AddInputLayout(CLI::App* command, ConvertOptions& options) {
+    AddLayout(command, options, false);
+    AddBayer(command, options);
+    AddFrame(command, options);
 }
 
 ImageSize ParseSize(const std::string& text) {

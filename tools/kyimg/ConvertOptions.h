@@ -35,6 +35,12 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options);
 CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& options);
 ///@}
 
+/// Add options of commands that read a frame, or a picture that needs none of them: with the input itself, and without.
+///@{
+void AddInputOptions(CLI::App* command, ConvertOptions& options);
+void AddInputLayout(CLI::App* command, ConvertOptions& options);
+///@}
+
 struct ImageSize {
     std::uint32_t width;
     std::uint32_t height;

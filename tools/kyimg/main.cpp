@@ -1,3 +1,4 @@
+#include "CompareCommand.h"
 #include "ConvertCommand.h"
 #include "ConvertOptions.h"
 #include "CpuLevels.h"
@@ -7,6 +8,7 @@
 #include "ListCommand.h"
 #include "PatternsCommand.h"
 #include "ReferenceCommand.h"
+#include "StatsCommand.h"
 
 #include <KyImgLib/pixeltypes/KyExtendedTypes.h>
 
@@ -57,6 +59,8 @@ void Run(int argc, const char* const* argv) {
     ConvertOptions convert;
     ConvertOptions patterns;
     GuessOptions guess;
+    StatsOptions stats;
+    CompareOptions compare;
     ListOptions list;
     InfoOptions info;
     AddGlobalOptions(app, global);
@@ -65,6 +69,8 @@ void Run(int argc, const char* const* argv) {
     // An older name, which help does not list.
     const CLI::App* const ordersCommand = AddPatternsCommand(app, "orders", patterns)->group("");
     const CLI::App* const guessCommand = AddGuessCommand(app, guess);
+    const CLI::App* const statsCommand = AddStatsCommand(app, stats);
+    const CLI::App* const compareCommand = AddCompareCommand(app, compare);
     const CLI::App* const listCommand = AddListCommand(app, list);
     const CLI::App* const infoCommand = AddInfoCommand(app, info);
     const CLI::App* const referenceCommand = AddReferenceCommand(app);
@@ -86,6 +92,10 @@ void Run(int argc, const char* const* argv) {
         RunPatterns(patterns);
     } else if (guessCommand->parsed()) {
         RunGuess(guess);
+    } else if (statsCommand->parsed()) {
+        RunStats(stats);
+    } else if (compareCommand->parsed()) {
+        RunCompare(compare);
     } else if (listCommand->parsed()) {
         RunList(list);
     } else if (infoCommand->parsed()) {
@@ -93,7 +103,9 @@ void Run(int argc, const char* const* argv) {
     } else if (referenceCommand->parsed()) {
         RunReference();
     } else {
-        throw UsageError("a command is missing: convert, patterns, guess, list, info or reference; see kyimg --help");
+        throw UsageError(
+            "a command is missing: convert, patterns, guess, stats, compare, list, info or reference; see kyimg "
+            "--help");
     }
 }
 
