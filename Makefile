@@ -36,9 +36,9 @@ demo: deps
 	cmake --build --preset release --target kyimg make-sample-frame
 	@mkdir -p $(DEMO)
 	build/release/bin/make-sample-frame $(DEMO)
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --interpolate -o $(DEMO)/bilinear.png
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/nearest.png
-	$(DEMO_CONVERT) --interpolate -o $(DEMO)/unbalanced.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/bilinear.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --demosaic nearest -o $(DEMO)/nearest.png
+	$(DEMO_CONVERT) -o $(DEMO)/unbalanced.png
 	@echo
 	@echo 'A raw frame, as a colour camera delivers it, became these pictures:'
 	@echo '  $(CURDIR)/$(DEMO)/bilinear.png    bilinear demosaicing, white balanced'

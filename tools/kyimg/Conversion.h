@@ -1,7 +1,9 @@
 #ifndef KYIMG_CONVERSION_H
 #define KYIMG_CONVERSION_H
 
+#include "Arrangement.h"
 #include "ConvertOptions.h"
+#include "Correction.h"
 #include "Picture.h"
 #include "SourceFrame.h"
 
@@ -10,6 +12,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +33,9 @@ public:
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
 
+    /// Finds in a frame what is to be found in it: the white balance, say. Before the first conversion.
+    void Adapt(const std::vector<std::uint8_t>& frame);
+
     /// Converts a frame, in a buffer of GetSource().GetBufferBytes() bytes. Throws Failure.
     ConvertedFrame Convert(const std::vector<std::uint8_t>& frame) const;
 
@@ -41,23 +47,33 @@ private:
         std::int64_t destinationType;
         ImageSize size;
         bool takesFilter;  ///< the first one that makes colours
+        bool looksUp;  ///< samples of gray that it makes go through the filter, which the library has for colours only
     };
 
     void AddSteps(const KyPixelConverter& converter);
     void AddStep(const KyPixelConverter& converter);
     const Step* FindFilterStep() const;
-    void ChoosePattern(const ConvertOptions& options);
-    void ChooseFilter(const ConvertOptions& options);
+    void ChooseCrop();
+    void ChoosePattern();
+    void ChooseFilter();
+    void FillFilter();
+    KyImage PlaceSource(const std::vector<std::uint8_t>& bytes, std::uint32_t& patternFlags) const;
+    void LookUp(std::vector<std::uint8_t>& samples) const;
     void NoteFlaws();
     ConvertedFrame DescribeDestination() const;
+    ImageSize GetSize() const { return crop ? crop->size : source.GetShown(); }
 
+    ConvertOptions options;
     std::int64_t sourceType;
     std::int64_t destinationType;
     SourceFrame source;
+    std::optional<CropArea> crop;
+    Correction correction;
     std::vector<Step> steps;
     std::uint32_t flags = 0;
     std::uint32_t threads;
     std::unique_ptr<KyRGBFilter> filter;  ///< null: none
+    std::unique_ptr<Arrangement> arrangement;
     std::vector<std::string> notes;
 };
 

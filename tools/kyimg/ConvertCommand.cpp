@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <utility>
 
 namespace kyimg {
 
@@ -40,13 +41,15 @@ OutputFormat ChooseFormat(const ConvertOptions& options, const Conversion& conve
 }  // namespace
 
 void RunConvert(const ConvertOptions& options) {
-    const Conversion conversion(options);
+    Conversion conversion(options);
     const FrameRange range = ParseFrames(options.frames);
     const OutputFormat format = ChooseFormat(options, conversion, range);
     FrameReader reader(options, conversion.GetSource(), range, "--frames all");
 
     const bool showsProgress = !options.quiet && !range.IsSingle() && IsTerminal(stderr);
+    bool isFirst = true;
     while (reader.Next()) {
+        if (std::exchange(isFirst, false)) conversion.Adapt(reader.GetFrame());  // all frames of a film alike
         const std::vector<std::uint8_t> contents = Encode(format, conversion.Convert(reader.GetFrame()));
         WriteOutput(range.IsSingle() ? options.output : NumberedPath(options.output, reader.GetNumber()), contents);
         if (showsProgress) fmt::print(stderr, "\rframe {}", reader.GetNumber());

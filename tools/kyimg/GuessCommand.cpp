@@ -83,7 +83,6 @@ ConvertOptions OptionsOf(const FrameGuess& guess, const std::string& input) {
     options.skipBytes = guess.headerBytes;
     if (guess.isPadded) options.stride = guess.stride;
     if (guess.trailerBytes != 0 || guess.frames > 1) options.frames = "1-1";
-    options.interpolate = guess.bayerFlags != 0;
     options.destination = "RGB24";
     return options;
 }
@@ -150,10 +149,12 @@ Json ToJson(const std::string& input, const std::vector<FrameGuess>& guesses) {
 void WriteSheet(const GuessOptions& options, const std::vector<FrameGuess>& guesses) {
     std::vector<SheetTile> tiles;
     for (std::size_t i = 0; i < guesses.size(); ++i) {
-        const ConvertOptions convert = OptionsOf(guesses[i], options.inputs.front());
-        const Conversion conversion(convert);
+        ConvertOptions convert = OptionsOf(guesses[i], options.inputs.front());
+        convert.levels = "0.1,99.9";
+        Conversion conversion(convert);
         FrameReader reader(convert, conversion.GetSource(), ParseFrames("1-1"), "");
         reader.Next();
+        conversion.Adapt(reader.GetFrame());
         tiles.push_back({std::to_string(i + 1), ShrinkForSheet(conversion.Convert(reader.GetFrame()))});
     }
     WriteOutput(options.sheet, Encode(FindOutputFormat(options.sheet, ""), ArrangeSheet(tiles)));

@@ -157,29 +157,42 @@ bool IsPnm(const std::string& start) {
            std::isspace(static_cast<unsigned char>(start[2])) != 0;
 }
 
-/// Of the first frame that is wanted.
-SampleImage ReadRawSamples(const ConvertOptions& input) {
-    ConvertOptions options = input;
-    const std::int64_t source = FindType(options.type);
-    const bool isMosaic = KyPixelTypeFactory::FindPixelType(source)->IsBayerPattern();
-    options.destination = fmt::format("0x{:X}", TypeToCount(source));
-    if (isMosaic) options.bayer.clear();  // nothing is demosaiced
-    const Conversion conversion(options);
-    FrameReader reader(options, conversion.GetSource(), ParseFrames(options.frames), "--frame N");
-    reader.Next();
-    const ConvertedFrame frame = conversion.Convert(reader.GetFrame());
-    const PictureRows rows(frame);
+/// Options that leave the samples of a frame as they are.
+ConvertOptions PlainOptions(const ConvertOptions& input) {
+    ConvertOptions options;
+    options.input = input.input;
+    options.type = input.type;
+    options.size = input.size;
+    options.skipBytes = input.skipBytes;
+    options.stride = input.stride;
+    options.isContinuous = input.isContinuous;
+    options.frames = input.frames;
+    options.threads = input.threads;
+    options.destination = fmt::format("0x{:X}", TypeToCount(FindType(input.type)));
+    return options;
+}
 
+SampleImage MakeSamples(const ConvertOptions& input, const ConvertedFrame& frame) {
+    const PictureRows rows(frame);
     SampleImage image;
     image.width = frame.width;
     image.height = frame.height;
     image.bits = rows.GetLayout().bits;
-    image.isMosaic = isMosaic;
+    image.isMosaic = KyPixelTypeFactory::FindPixelType(frame.type)->IsBayerPattern();
     image.channels = {"gray"};
     if (rows.GetLayout().channels == 3) image.channels = {"R", "G", "B"};
-    if (isMosaic) image.channels = NameSites(FindPattern(input));
+    if (image.isMosaic) image.channels = NameSites(FindPattern(input));
     CopySamples(rows, image);
     return image;
+}
+
+/// Of the first frame that is wanted.
+SampleImage ReadRawSamples(const ConvertOptions& input) {
+    const ConvertOptions options = PlainOptions(input);
+    const Conversion conversion(options);
+    FrameReader reader(options, conversion.GetSource(), ParseFrames(options.frames), "--frame N");
+    reader.Next();
+    return MakeSamples(input, conversion.Convert(reader.GetFrame()));
 }
 
 }  // namespace
@@ -193,6 +206,10 @@ SampleImage ReadSamples(const ConvertOptions& input, const std::string& path) {
     ConvertOptions options = input;
     options.input = path;
     return ReadRawSamples(options);
+}
+
+SampleImage SamplesOfFrame(const ConvertOptions& input, const std::vector<std::uint8_t>& frame) {
+    return MakeSamples(input, Conversion(PlainOptions(input)).Convert(frame));
 }
 
 }  // namespace kyimg

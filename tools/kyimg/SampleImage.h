@@ -33,6 +33,9 @@ struct SampleImage {
 /// \param path  of the file, instead of the one in the options; "-" for a raw frame on standard input
 SampleImage ReadSamples(const ConvertOptions& input, const std::string& path);
 
+/// Those of a raw frame in memory, as kyimg::FrameReader reads it.
+SampleImage SamplesOfFrame(const ConvertOptions& input, const std::vector<std::uint8_t>& frame);
+
 }  // namespace kyimg
 
 #endif

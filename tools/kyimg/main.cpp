@@ -29,7 +29,7 @@ constexpr const char* kDescription =
     "kyimg turns raw frames of machine-vision cameras into pictures, and tells about their pixel types.";
 
 constexpr const char* kExamples = R"(Examples:
-  kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG --interpolate -o frame.png
+  kyimg convert frame.raw --type 0x20010 --size 2592x1536 --bayer GRBG -o frame.png
   kyimg patterns frame.raw --type 0x20010 --size 2592x1536 -o patterns.png
   kyimg guess frame.raw       what may this be?
   kyimg list --from "Bayer RGB 12-bits, Packed"
