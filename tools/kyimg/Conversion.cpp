@@ -1,5 +1,6 @@
 #include "Conversion.h"
 
+#include "BitNotes.h"
 #include "ConverterChoice.h"
 #include "Errors.h"
 #include "ImageSizes.h"
@@ -171,6 +172,7 @@ void Conversion::FillFilter() {
 }
 
 void Conversion::Adapt(const std::vector<std::uint8_t>& frame) {
+    for (const std::string& note : FindOddBits(sourceType, frame)) notes.push_back(note);
     if (!correction.NeedsFrame()) return;
     ConvertOptions input = options;
     // The pattern that demosaicing takes.

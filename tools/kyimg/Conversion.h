@@ -33,7 +33,7 @@ public:
     /// Tells on standard error what the user should know although nothing is wrong.
     void PrintNotes() const;
 
-    /// Finds in a frame what is to be found in it: the white balance, say. Before the first conversion.
+    /// Looks at a frame before the first conversion: finds the white balance and the like, and what is odd about its bits.
     void Adapt(const std::vector<std::uint8_t>& frame);
 
     /// Converts a frame, in a buffer of GetSource().GetBufferBytes() bytes. Throws Failure.

@@ -49,7 +49,7 @@ void RunConvert(const ConvertOptions& options) {
     const bool showsProgress = !options.quiet && !range.IsSingle() && IsTerminal(stderr);
     bool isFirst = true;
     while (reader.Next()) {
-        if (std::exchange(isFirst, false)) conversion.Adapt(reader.GetFrame());  // all frames of a film alike
+        if (std::exchange(isFirst, false)) conversion.Adapt(reader.GetFrame());  // to all frames of a film
         const std::vector<std::uint8_t> contents = Encode(format, conversion.Convert(reader.GetFrame()));
         WriteOutput(range.IsSingle() ? options.output : NumberedPath(options.output, reader.GetNumber()), contents);
         if (showsProgress) fmt::print(stderr, "\rframe {}", reader.GetNumber());

@@ -102,13 +102,15 @@ void AddDemosaic(CLI::App* command, ConvertOptions& options) {
 void AddGains(CLI::App* command, ConvertOptions& options) {
     Add(command, kConversion, "-g,--gain", options.gains, "R,G,B",
         "Factors for red, green and blue, like 1.9,1.0,1.6, or one\nfor all, which gray takes as well")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->allow_extra_args(false);
     Add(command, kConversion, "--offset", options.offsets, "R,G,B",
         "Whole numbers to add after the gain, or one, in values of a\n"
         "source sample: of its high byte for normalized types (but\n"
         "not for Bayer types that are interlaced or have taps), of\n"
         "the 8-bit RGB that comes out of YUV")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->allow_extra_args(false);
 }
 
 /// What makes a raw frame look right at once.
@@ -199,7 +201,10 @@ CLI::App* AddPatternsCommand(CLI::App& app, const char* name, ConvertOptions& op
         app.add_subcommand(name, "Demosaic a frame by all four Bayer patterns, to see which one is right");
     command->footer(
         "The sheet has GRBG and GBRG above, RGGB and BGGR below. Frames wider than about 800\n"
-        "pixels are made smaller by a whole factor. Dark frames of more than 8 bits need a --gain.");
+        "pixels are made smaller by a whole factor. Dark frames of more than 8 bits need a --gain.\n\n"
+        "Examples:\n"
+        "  kyimg patterns frame.raw --type BayerRG8 --size 1920x1080\n"
+        "  kyimg patterns dark.raw --type BayerRG12p --size 2592x1536 --gain 8 -o patterns.png");
     AddInput(command, options);
     AddFrame(command, options);
 
