@@ -74,7 +74,8 @@ ConvertedFrame Shrink(const ConvertedFrame& frame, std::uint32_t factor) {
                     const std::size_t pixel =
                         (std::size_t{y} * factor + i / factor) * frame.width + std::size_t{x} * factor + i % factor;
                     const std::uint8_t* const in = &frame.bytes[pixel * layout.pixelBytes + sample * sampleBytes];
-                    sum += sampleBytes == 2 ? in[0] | in[1] << 8 : in[0];
+                    sum += in[0];
+                    if (sampleBytes == 2) sum += std::uint64_t{in[1]} << 8;
                 }
                 out[0] = static_cast<std::uint8_t>(sum / count);
                 if (sampleBytes == 2) out[1] = static_cast<std::uint8_t>(sum / count >> 8);

@@ -213,9 +213,8 @@ std::vector<Geometry> FindGeometries(std::span<const std::uint8_t> file, const S
                         (plain.trailerBytes == 0 ? 0 : 2 + HeaderPenalty(plain.trailerBytes));
         found.push_back(plain);
         if (hasPlanes) continue;
-        const std::size_t simple = found.size();
         AddHeaders(plain, jumps, found);
-        AddFrames(found[simple - 1], jumps, found);
+        AddFrames(plain, jumps, found);
     }
     return found;
 }

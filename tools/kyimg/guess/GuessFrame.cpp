@@ -271,7 +271,7 @@ std::vector<MosaicCell> ReadCells(File file, const SampleFormat& format, const L
 std::vector<ColourCell> ReadColours(File file, const SampleLayout& layout, const LineGrid& grid) {
     constexpr std::size_t kWindows = 24;
     const std::size_t period = std::strlen(layout.components);
-    const std::size_t red = std::strchr(layout.components, 'R') - layout.components;
+    const std::size_t red = std::string_view(layout.components).find('R');
     std::vector<ColourCell> cells;
     for (const SampleWindow& window : ReadSpread(file, *layout.format, grid, kWindows))
         for (std::size_t x = 0; x + period <= window.samples.size(); x += period) {
@@ -284,7 +284,7 @@ std::vector<ColourCell> ReadColours(File file, const SampleLayout& layout, const
 /// Whether the samples called X are all alike.
 bool HasConstantX(File file, const SampleLayout& layout, const LineGrid& grid) {
     const std::size_t period = std::strlen(layout.components);
-    const std::size_t x = std::strchr(layout.components, 'X') - layout.components;
+    const std::size_t x = std::string_view(layout.components).find('X');
     std::set<std::uint16_t> values;
     for (const SampleWindow& window : ReadSpread(file, *layout.format, grid, 24))
         for (std::size_t i = x; i < window.samples.size(); i += period) values.insert(window.samples[i]);
@@ -395,9 +395,9 @@ private:
                 swapped = 0x100020021;
             }
         }
-        const double points1 = swapped == 0 ? points : points - kPointsOfChance * std::log(std::max(ofFirst, 1e-6));
+        const double ofOrder = swapped == 0 ? 0 : -kPointsOfChance * std::log(std::max(ofFirst, 1e-6));
         guess.typeName = NameOfType(guess.type, 0);
-        scored.push_back({guess, points1});
+        scored.push_back({guess, points + ofOrder});
         if (swapped == 0) return;
         guess.type = swapped;
         guess.typeName = NameOfType(guess.type, 0);
