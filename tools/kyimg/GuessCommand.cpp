@@ -165,7 +165,8 @@ std::vector<FrameGuess> GuessInput(const std::string& input, std::size_t most) {
     if (const char* const known = KnownFormat(bytes))
         throw Failure(fmt::format("{} is {} file by its first bytes, and no raw frame", input, known));
     std::vector<FrameGuess> guesses = GuessFrame(bytes, input, most);
-    if (guesses.empty()) throw Failure(fmt::format("{}: its {} bytes are too few for a guess", input, bytes.size()));
+    if (guesses.empty())
+        throw Failure(fmt::format("{}: its {} bytes are too few, or too much alike, for a guess", input, bytes.size()));
     return guesses;
 }
 
@@ -183,8 +184,8 @@ CLI::App* AddGuessCommand(CLI::App& app, GuessOptions& options) {
 }
 
 void RunGuess(const GuessOptions& options) {
-    if (!options.sheet.empty() && options.inputs.size() != 1)
-        throw UsageError("--sheet: a contact sheet is of a single file");
+    if (!options.sheet.empty() && (options.inputs.size() != 1 || options.inputs.front() == "-"))
+        throw UsageError("--sheet: a contact sheet is of a single file, which is read twice");
     if (!options.sheet.empty() && FindOutputFormat(options.sheet, "") == OutputFormat::Raw)
         throw UsageError("a sheet is a picture: png and ppm can be written");
     Json list = Json::array();

@@ -129,6 +129,8 @@ SampleImage ReadPnm(const std::string& path) {
     image.width = ReadHeaderNumber(file.get());
     image.height = ReadHeaderNumber(file.get());
     const std::uint32_t largest = ReadHeaderNumber(file.get());
+    if (image.width == 0 || image.height == 0 || largest == 0 || largest > 0xFFFF)
+        throw Failure(fmt::format("cannot read {} as a PNM: its header is wrong", path));
     image.bits = 1;
     while (image.bits < 16 && image.GetLargest() < largest) ++image.bits;
     const bool isWide = largest > 255;

@@ -176,6 +176,7 @@ double SeamContrast(std::span<const std::uint8_t> file, const SampleLayout& layo
     constexpr std::size_t kMargin = 24;
     const SampleFormat& format = *layout.format;
     const std::size_t groups = kMargin / format.groupSamples;
+    if (grid.stride < groups * format.groupBytes || grid.lines < 2) return 1;
     LineGrid shifted = grid;
     shifted.begin = grid.begin + grid.stride - groups * format.groupBytes;
     const std::size_t left = LeftDistance(layout);

@@ -20,11 +20,10 @@ struct Geometry {
 };
 
 /// How much larger the differences from line end to line begin are than those within lines: well above 1 where lines begin
-/// where the grid says.
+/// where the grid says; 1 where lines are too short to tell.
 double SeamContrast(std::span<const std::uint8_t> file, const SampleLayout& layout, const LineGrid& grid);
 
-/// The possible images of lines that are this far apart, the first of them at one of the first two strides of the file:
-/// with and without padding, with longer headers, of several frames.
+/// The possible images of such lines: with and without padding, with headers of some lines more, of several frames.
 std::vector<Geometry> FindGeometries(std::span<const std::uint8_t> file, const SampleLayout& layout,
                                      const LineGrid& grid);
 

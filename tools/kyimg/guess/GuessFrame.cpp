@@ -209,11 +209,7 @@ std::vector<Hypothesis> MeasureAll(File file, const Strides& strides, std::size_
                 if (!windows.contains(&format)) windows[&format] = ReadSpread(file, format, grid, kWindows);
                 Hypothesis hypothesis = {&layout, grid, 8, layout.penalty};
                 Measure(file, windows[&format], kWindows / 3, hypothesis);
-                // Cheap ones only: what is unusual of the rest is looked at later.
-                const auto pixels = static_cast<std::uint64_t>(SamplesOfLine(format, stride)) /
-                                    std::strlen(layout.components) * layout.groupPixels;
-                if (pixels == 0) continue;
-                all.push_back(hypothesis);
+                if (SamplesOfLine(format, stride) >= std::strlen(layout.components)) all.push_back(hypothesis);
             }
         }
     std::ranges::sort(all, std::less(), &Hypothesis::GetPoints);
