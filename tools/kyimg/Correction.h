@@ -39,7 +39,7 @@ public:
 
 private:
     struct Levels {
-        double low, high;  ///< percentiles in percent; what Adapt() found: from 0 to 1
+        double low, high;  ///< percentiles, from 0 to 100
     };
 
     bool IsLinear() const;
@@ -57,8 +57,8 @@ private:
     double blackSample = 0;       ///< as given
     std::optional<double> black;  ///< found, from 0 to 1
     std::optional<Levels> levels;
-    double lowest = 0, highest = 1;
-    double gamma = 0;  ///< 0: none; below 0: that of sRGB
+    double lowest = 0, highest = 1;  ///< light that becomes black and white
+    double gamma = 0;                ///< 0: none; below 0: the curve of sRGB
     std::vector<std::vector<std::uint16_t>> table;
     std::vector<std::string> notes;
 };
