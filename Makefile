@@ -8,7 +8,7 @@ SAMPLE := $(DEMO)/sample_bayer8_grbg_1280x960.raw
 DEMO_CONVERT := $(KYIMG) convert $(SAMPLE) --type 0x20010 --size 1280x960 --bayer GRBG --to RGB24
 
 .PHONY: help demo test test-windows test-aarch64 test-nehalem packages wheel test-python bench build-peers bench-peers \
-	bench-growth bench-windows docs docs-peers format check-format deps deps-cross
+	bench-growth bench-windows docs docs-peers guess-report format check-format deps deps-cross
 
 help:
 	@echo 'make demo          render a sample camera frame and convert it to PNGs'
@@ -22,6 +22,7 @@ help:
 	@echo 'make bench-peers   the same conversions of other libraries beside it; make bench-growth: from small images to huge ones.'
 	@echo '                   Tables and plots in build/peers, which make docs-peers puts into docs/benchmarks.md'
 	@echo 'make docs          write docs/formats.md anew, which follows from the library'
+	@echo 'make guess-report  write docs/guess.md anew, with the frames of cameras in FRAMES'
 	@echo 'make format        format all sources;  make check-format: only say which would change'
 	@echo 'make deps          install the packages that are missing; the commands above do so by themselves'
 
@@ -40,9 +41,9 @@ demo: deps
 	cmake --build --preset release --target kyimg make-sample-frame
 	@mkdir -p $(DEMO)
 	build/release/bin/make-sample-frame $(DEMO)
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --interpolate -o $(DEMO)/bilinear.png
-	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/nearest.png
-	$(DEMO_CONVERT) --interpolate -o $(DEMO)/unbalanced.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 -o $(DEMO)/bilinear.png
+	$(DEMO_CONVERT) --gain 1.9,1.0,1.6 --demosaic nearest -o $(DEMO)/nearest.png
+	$(DEMO_CONVERT) -o $(DEMO)/unbalanced.png
 	@echo
 	@echo 'A raw frame, as a colour camera delivers it, became these pictures:'
 	@echo '  $(CURDIR)/$(DEMO)/bilinear.png    bilinear demosaicing, white balanced'
@@ -121,6 +122,13 @@ docs: deps
 	cmake --build --preset release --target kyimg
 	$(KYIMG) reference >build/formats.md
 	mv build/formats.md docs/formats.md
+
+guess-report:
+	@scripts/install-dependencies --guess
+	cmake --preset release
+	cmake --build --preset release --target kyimg
+	scripts/guess-report $(KYIMG) '$(FRAMES)' >build/guess.md
+	mv build/guess.md docs/guess.md
 
 format:
 	@scripts/format

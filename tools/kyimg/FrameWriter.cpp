@@ -27,10 +27,25 @@ std::string FrameWriter::PathOf(std::uint64_t number) const {
     return path.string();
 }
 
-void FrameWriter::Write(const ConvertedFrame& frame, std::uint64_t number) const {
-    OutputFile file(PathOf(number), limits);
-    Encode(format, options.encoding, frame, [&file](std::span<const std::uint8_t> bytes) { file.Write(bytes); });
+namespace {
+
+void WriteFrame(const std::string& path, const OutputLimits& limits, OutputFormat format, const Encoding& encoding,
+                const ConvertedFrame& frame) {
+    OutputFile file(path, limits);
+    Encode(format, encoding, frame, [&file](std::span<const std::uint8_t> bytes) { file.Write(bytes); });
     file.Finish();
+}
+
+}  // namespace
+
+void FrameWriter::Write(const ConvertedFrame& frame, std::uint64_t number) const {
+    WriteFrame(PathOf(number), limits, format, options.encoding, frame);
+}
+
+void WritePicture(const std::string& path, const OutputLimits& limits, const ConvertedFrame& picture) {
+    const OutputFormat format = FindOutputFormat(path, "");
+    CheckHolds(format, picture);
+    WriteFrame(path, limits, format, {}, picture);
 }
 
 }  // namespace kyimg

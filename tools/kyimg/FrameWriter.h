@@ -33,6 +33,10 @@ private:
     bool isNumbered;  ///< whether names of files get the number of the frame
 };
 
+/// Writes a picture in the format that the path's extension names. Throws UsageError when it names none, Failure when the
+/// picture cannot be written.
+void WritePicture(const std::string& path, const OutputLimits& limits, const ConvertedFrame& picture);
+
 }  // namespace kyimg
 
 #endif

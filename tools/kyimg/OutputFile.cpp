@@ -148,4 +148,10 @@ void OutputFile::Finish() {
     if (const std::error_code error = temporary->ReplaceTarget()) FailToWrite(name, error.message());
 }
 
+void WriteFile(const std::string& path, const OutputLimits& limits, std::span<const std::uint8_t> bytes) {
+    OutputFile file(path, limits);
+    file.Write(bytes);
+    file.Finish();
+}
+
 }  // namespace kyimg

@@ -59,6 +59,9 @@ private:
     std::unique_ptr<std::FILE, Closer> file;
 };
 
+/// Writes a file at once. Throws Failure.
+void WriteFile(const std::string& path, const OutputLimits& limits, std::span<const std::uint8_t> bytes);
+
 }  // namespace kyimg
 
 #endif
