@@ -16,15 +16,16 @@ public:
     }
     /// The same as bytes, of two vectors each. Channel by channel: that is all that fits into the registers.
     HWY_INLINE Planes8 Apply(const Planes16& lower, const Planes16& upper) const {
-        const V16 largest = hn::Set(D16(), mask);
-        const auto bytes = [&](V16 first, V16 second) HWY_ATTR {
-            return LowBytes(hn::ShiftRightSame(hn::And(first, largest), bits),
-                            hn::ShiftRightSame(hn::And(second, largest), bits));
-        };
-        return {bytes(lower.first, upper.first), bytes(lower.second, upper.second), bytes(lower.third, upper.third)};
+        return {Narrow(lower.first, upper.first), Narrow(lower.second, upper.second), Narrow(lower.third, upper.third)};
     }
 
 private:
+    HWY_INLINE V8 Narrow(V16 first, V16 second) const {
+        const V16 largest = hn::Set(D16(), mask);
+        return LowBytes(hn::ShiftRightSame(hn::And(first, largest), bits),
+                        hn::ShiftRightSame(hn::And(second, largest), bits));
+    }
+
     std::uint16_t mask;
     int bits;
 };
