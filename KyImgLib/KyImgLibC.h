@@ -168,6 +168,9 @@ KYIMGLIB_API const KyPixelConverter* KyPixelType_GetConverterFrom(const KyPixelT
    Returns KY_STATUS_SUCCESS, or KY_STATUS_OUT_OF_MEMORY: what is missing then, the next call registers. */
 KYIMGLIB_API uint32_t KyExtendedTypes_Register(void);
 
+/* The index-th type (from 0, by ascending ID): writes its ID. False, and nothing written, past the end and for a null
+   pointer. */
+KYIMGLIB_API bool KyPixelTypeFactory_EnumPixelTypes(uint32_t index, int64_t* id);
 /* Whether a type is registered under the ID. */
 KYIMGLIB_API bool KyPixelTypeFactory_HasPixelType(int64_t id);
 /* Display name, valid while the library is loaded; "Unregistered pixel type" for an unknown ID. */

@@ -12,6 +12,10 @@ constexpr KyPixelType* kNoType = nullptr;
 
 uint32_t KyExtendedTypes_Register(void) { return KyExtendedTypes::Register(); }
 
+bool KyPixelTypeFactory_EnumPixelTypes(uint32_t index, int64_t* id) {
+    return Guarded(id, false, [=](auto& found) { return KyPixelTypeFactory::EnumPixelTypes(index, found); });
+}
+
 bool KyPixelTypeFactory_HasPixelType(int64_t id) { return KyPixelTypeFactory::HasPixelType(id); }
 
 const char* KyPixelTypeFactory_GetPixelTypeName(int64_t id) { return KyPixelTypeFactory::GetPixelTypeName(id); }

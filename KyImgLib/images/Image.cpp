@@ -35,8 +35,6 @@ std::uint32_t ConvertImages(const ImagePair* known, const KyImage* source, const
 std::uint32_t ConvertImagesParallel(const ImagePair* known, const KyImage* source, const KyImage* destination,
                                     const KyConversion* conversion, const KyExecutor* executor) noexcept {
     return WithPair(known, source, destination, [&](const ImagePair& pair) -> std::uint32_t {
-        if (executor != nullptr && executor->run == nullptr)
-            return Refusal(KY_STATUS_BAD_ARGUMENT) << "executor.run is null, expected a function";
         CheckedConversion checked;
         const std::uint32_t status = Check(pair, *source, *destination, conversion, checked);
         if (status != KY_STATUS_SUCCESS || checked.IsEmpty()) return status;

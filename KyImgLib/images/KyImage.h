@@ -77,13 +77,14 @@ typedef struct KyConversion {
    library is unloaded. The child of a fork starts its own. */
 typedef struct KyExecutor {
     /* Number of bands to make, fewer where the image has not so many band steps; 0: as many as there are cores that the
-       calling thread may use. */
+       calling thread may use. Without `run`, the number of the library's threads that may take part, the calling one among
+       them. */
     uint32_t threads;
     /* Handed to `run`. */
     void* context;
     /* Calls task(state, index) once for each index from 0 to tasks - 1, in any order, on any threads, at once or one after
        the other, and returns when all these calls have returned. `tasks` is at least 1. No exception may leave it while a
-       task is running. */
+       task is running. Null: the library's own threads, as with a null executor, but up to `threads`. */
     void (*run)(void* context, uint32_t tasks, void (*task)(void* state, uint32_t index), void* state);
 } KyExecutor;
 

@@ -49,21 +49,22 @@ private:
     char text[kRefusalSize] = "";
 };
 
-/// Threads that make a conversion faster. It takes some time to start one.
-std::uint32_t ThreadsThatPay(const CheckedConversion& checked) {
+/// Threads that make a conversion faster, up to `limit` and to the number of cores; 0: no limit. It takes some time to start one.
+std::uint32_t ThreadsThatPay(const CheckedConversion& checked, std::uint32_t limit) {
     constexpr std::uint64_t kScalarBytes = 128 << 10, kVectorBytes = 6 << 20;
     const std::uint64_t line = checked.pair->source.LineBytesOfPlanes(checked.source.width) +
                                checked.pair->destination.LineBytesOfPlanes(checked.source.width);
     const std::uint64_t bytes = line * (checked.lineEnd - checked.firstLine);
     const std::uint64_t threads = bytes / (KyCpuLevel::GetActive() == 0 ? kScalarBytes : kVectorBytes);
     if (threads <= 1 || !checked.hasKernels) return 1;
-    return static_cast<std::uint32_t>(std::min<std::uint64_t>(threads, CoreCount()));
+    const std::uint32_t cores = CoreCount();
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(threads, limit == 0 ? cores : std::min(cores, limit)));
 }
 
 /// The calling thread and others take one band after the other, so that nobody waits for a thread that starts late.
-std::uint32_t ConvertOnOwnThreads(const CheckedConversion& checked) {
+std::uint32_t ConvertOnOwnThreads(const CheckedConversion& checked, std::uint32_t limit) {
     constexpr std::uint32_t kBandsOfThread = 16;
-    const std::uint32_t threads = ThreadsThatPay(checked);
+    const std::uint32_t threads = ThreadsThatPay(checked, limit);
     if (threads == 1) return ConvertBand(checked, checked.firstLine, checked.lineEnd);
 
     struct {
@@ -107,8 +108,10 @@ std::uint32_t ConvertOnExecutor(const CheckedConversion& checked, const KyExecut
 }  // namespace
 
 std::uint32_t ConvertBands(const CheckedConversion& checked, const KyExecutor* executor) noexcept {
-    return Guard(
-        [&] { return executor == nullptr ? ConvertOnOwnThreads(checked) : ConvertOnExecutor(checked, *executor); });
+    return Guard([&] {
+        if (executor != nullptr && executor->run != nullptr) return ConvertOnExecutor(checked, *executor);
+        return ConvertOnOwnThreads(checked, executor == nullptr ? 0 : executor->threads);
+    });
 }
 
 }  // namespace ky

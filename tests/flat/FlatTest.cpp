@@ -145,6 +145,11 @@ TEST(FlatFactory, Enumerates) {
     ASSERT_TRUE(KyPixelTypeFactory::EnumConverterTo(1, KY_TYPE_RGB24, expected));
     EXPECT_TRUE(KyPixelTypeFactory_EnumConverterTo(1, KY_RGB24, &other));
     EXPECT_EQ(expected, other);
+    EXPECT_FALSE(KyPixelTypeFactory_EnumPixelTypes(0, nullptr));
+    EXPECT_TRUE(KyPixelTypeFactory_EnumPixelTypes(0, &other));
+    EXPECT_EQ(KY_GRAYSCALE8, other);
+    EXPECT_FALSE(KyPixelTypeFactory_EnumPixelTypes(100000, &other));
+    EXPECT_EQ(KY_GRAYSCALE8, other);
 }
 
 TEST(FlatConverter, AnswersForNull) {

@@ -103,9 +103,9 @@ struct LargeImage {
         expected = destination.Memory();
     }
 
-    bool ConvertsAlike() {
+    bool ConvertsAlike(const KyExecutor* executor = nullptr) {
         std::memset(destination.image.data, 0, 1000);
-        return KyImage_ConvertParallel(&source.image, &destination.image, &conversion, nullptr) == KY_STATUS_SUCCESS &&
+        return KyImage_ConvertParallel(&source.image, &destination.image, &conversion, executor) == KY_STATUS_SUCCESS &&
                expected == destination.Memory();
     }
 
@@ -122,6 +122,10 @@ TEST(ParallelImages, ThreadsOfTheLibraryGiveTheBytesOfOne) {
         support::RunOnThreads(3, [&](int i) {
             LargeImage image(types[i], 42);
             for (int repetition = 0; repetition < 3; ++repetition) EXPECT_TRUE(image.ConvertsAlike());
+            for (const std::uint32_t threads : {0u, 1u, 2u, 1000u}) {
+                const KyExecutor limited = {threads, nullptr, nullptr};
+                EXPECT_TRUE(image.ConvertsAlike(&limited)) << threads;
+            }
         });
     }
 }

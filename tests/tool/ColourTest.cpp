@@ -85,7 +85,7 @@ TEST_F(ColourTest, LinesMayBePaddedAndFieldsOfUnlikeHeight) {
             const std::string options =
                 std::string("--gain 1.7,1,0.6 --offset 3,0,9 ") + (!isBayer   ? ""
                                                                    : bilinear ? "--bayer RGGB -i "
-                                                                              : "--bayer RGGB ");
+                                                                              : "--bayer RGGB --demosaic nearest ");
             SCOPED_TRACE(command + options);
             Write("in.raw", stored);
             ASSERT_EQ(Run(command + options + "-o out.png").messages, "");

@@ -43,18 +43,19 @@ TEST_F(CommandLineTest, MistakesAreToldAndLeaveNothing) {
         {"--type nonsense --size 640x4", 2, "unknown pixel type"},
         {"--type 0x10001 --size 640x4 --to 0x40001", 1, "the source converts to 0x00010001 (Grayscale 8-bits)"},
         {"--type 0x20010 --size 640x4 --bayer RGBG", 2, "--bayer"},
+        {"--type 0x10001 --size 640x4 --demosaic nearest", 2, "--demosaic is for demosaicing"},
         {"--type 0x10001 --size 640x4 --bayer RGGB", 2, "--bayer is for demosaicing"},
-        {"--type 0x10001 --size 640x4 --gain 1,2,3", 2, "conversions of colours"},
+        {"--type 0x10001 --size 640x4 --gain 1,2,3", 2, "gray takes one value"},
         {"--type 0x20010 --size 640x4 --gain -1,1,1", 2, "-1 is not a factor"},
         {"--type 0x20010 --size 640x4 --gain 1,nan,1", 2, "nan is not a factor"},
         {"--type 0x20010 --size 640x4 --gain 1,2", 2, "--gain"},
         {"--type 0x20010 --size 640x4 --offset 0,256,0", 2, "256 is not a whole number from 0 to 255"},
         {"--type 0x20010 --size 640x4 --frames 3-2", 2, "--frames"},
-        {"--type 0x20010 --size 640x4 --format gif", 2, "png, ppm and raw"},
+        {"--type 0x20010 --size 640x4 --format gif", 2, "unknown format \"gif\"; there are png, "},
         {"--type 0x410002 --size 639x4", 1, "in lines of 960 bytes without --continuous needs 3840"},
         {"--type 0x410002 --size 65536x65536 --continuous", 1, "at most 4294967295 pixels"},
-        {"--type 0x20010 --size 1x640", 1, "two lines of two pixels (--interpolate does not)"},
-        {"--type 0x410002 --size 640x4 --to 0x410002", 2, "only be written as raw"},
+        {"--type 0x20010 --size 1x640 --demosaic nearest", 1, "two lines of two pixels (--demosaic bilinear does not)"},
+        {"--type 0x410002 --size 640x4 --to 0x410002", 2, "these can: raw"},
         {"--type 0x40001 --size 639x3", 1, "639x3 YUV 8-bits 4:2:2 in lines of 1280 bytes needs 3840"},
         {"--type 0x40001 --size 11x5 --line-bytes 22", 2,
          "a line of 11 pixels of type 0x00040001 (YUV 8-bits 4:2:2) has 24 bytes"},
@@ -62,6 +63,14 @@ TEST_F(CommandLineTest, MistakesAreToldAndLeaveNothing) {
         {"--type 0x20010 --size 640x4 --line-bytes -640", 2, "negative"},
         {"--type 0x20010 --size 640x4 --line-bytes 4294967295", 1, "in lines of 4294967295 bytes needs 17179869180"},
         {"--type RGB16 --size 320x4 --gain 1,2,3", 2, "conversions of colours"},
+        {"--type Mono8 --size 600x4", 1, "2560 bytes are 4 lines of 640: --stride 640"},
+        {"--type Mono8 --size 640x3", 1, "2560 bytes are 4 lines: --size 640x4"},
+        {"--type Mono8 --size 850x3", 1, "10 bytes more may be a header: --skip-bytes 10"},
+        {"--type Mono8 --size 320x4", 1, "(for 2 frames give --frames all); such a frame of Mono10,"},
+        {"--type 0x20010 --size 512x4", 1, "such a frame of BayerGR10p, pgAA has as many"},
+        {"--type Mono8 --size 999x999", 1, "kyimg guess may find out"},
+        {"--type 0x20010 --size 640x4 --gian 2", 2, "--gian: did you mean --gain?"},
+        {"--typ 0x20010 --size 640x4", 2, "did you mean --type?"},
         {"--type 0x20010 --size 640x4 --cpu-level turbo", 2, "scalar"},
         {"--type 0x20010 --size 640x4 --threads 0", 2, "--threads"},
         {"--type 0x20010 --size 640x4 --fast", 2, "--fast"},
@@ -114,6 +123,25 @@ TEST_F(CommandLineTest, KnownFlawsAreTold) {
     EXPECT_EQ(Run("convert --size 320x4 -o out.png --type RGB16", frame).messages, "");
     ExpectMessage(Run("convert --size 16x10 -o out.png --type 0x440006", MakeBytes(240)), 0, "red");
     EXPECT_EQ(Run("convert --size 16x10 -o out.raw --type 0x440006 --to 0x440006", MakeBytes(240)).messages, "");
+}
+
+TEST_F(CommandLineTest, OddBitsAreTold) {
+    const std::string command = "convert --size 2x1 -o out.png --type ";
+    ExpectMessage(Run(command + "Mono10", {0, 3, 0, 4}), 0, "bits above the 10 of the type (0x0700)");
+    ExpectMessage(Run(command + "Mono12", {0, 1, 0xFF, 3}), 0, "no sample uses the upper 2");
+    EXPECT_EQ(Run(command + "Mono12", {0, 4, 0xFF, 3}).messages, "");
+    EXPECT_EQ(Run(command + "Mono12", {0, 0, 0, 0}).messages, "") << "black tells nothing";
+}
+
+TEST_F(CommandLineTest, HelpIsACommand) {
+    for (const std::string command : {"convert", "guess", "stats", "compare", "patterns", "list", "info", "help"}) {
+        const ToolResult help = Run("help " + command);
+        EXPECT_EQ(help.output, Run(command + " --help").output);
+        EXPECT_NE(help.output.find("Example"), std::string::npos) << command;
+    }
+    EXPECT_EQ(Run("help").output, Run("--help").output);
+    ExpectMessage(Run("help conver"), 2, "did you mean convert?");
+    ExpectMessage(Run("patern"), 2, "did you mean patterns?");
 }
 
 TEST_F(CommandLineTest, AssumedBayerPatternIsTold) {

@@ -28,7 +28,8 @@ TEST_F(ConvertTest, PictureIsTheLibrarysWithEveryBayerPatternAndDemosaicing) {
     for (const Pattern& pattern :
          {Pattern{"GRBG", 0x10}, Pattern{"gbrg", 0x20}, Pattern{"RGGB", 0x40}, Pattern{"BGGR", 0x80}})
         for (const bool interpolate : {false, true}) {
-            const std::string options = std::string("--bayer ") + pattern.name + (interpolate ? " -i" : "");
+            const std::string options =
+                std::string("--bayer ") + pattern.name + (interpolate ? "" : " --demosaic nearest");
             const ToolResult result = Run(kCommand + options + " -o out.png");
             ASSERT_EQ(result.status, 0) << result.messages;
             EXPECT_EQ(result.messages, "");
@@ -58,7 +59,7 @@ TEST_F(ConvertTest, EveryDestinationShowsTheSamePicture) {
 }
 
 TEST_F(ConvertTest, PpmAndRawHoldTheSameBytes) {
-    ASSERT_EQ(Run(kCommand + "--bayer GRBG -o out.ppm").status, 0);
+    ASSERT_EQ(Run(kCommand + "--bayer GRBG --demosaic nearest -o out.ppm").status, 0);
     EXPECT_EQ(ReadText("out.ppm"), "P6\n21 9\n255\n" + Text(Expected(KY_TYPE_RGB24, 0x10)));
     for (const std::int64_t type : {KY_TYPE_RGB16, KY_TYPE_BGR24, KY_TYPE_RGB32}) {
         ASSERT_EQ(Run(kCommand + "--bayer GRBG -i --format raw -o out.bin --to " + std::to_string(type)).status, 0);

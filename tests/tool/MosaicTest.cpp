@@ -55,7 +55,7 @@ TEST_F(MosaicTest, SheetHasWhatConvertMakesWithEachBayerPattern) {
     Write("in.raw", MakeWords(12));
     const std::string source = "in.raw --type 0x20012 --size 22x10 --gain 2,1,1.5 ";
     for (const bool interpolate : {true, false}) {
-        ASSERT_EQ(Run("patterns " + source + (interpolate ? "" : "--no-interpolate")).messages, "");
+        ASSERT_EQ(Run("patterns " + source + (interpolate ? "" : "--demosaic nearest")).messages, "");
         const DecodedPng sheet = DecodePng("patterns.png");
         const auto sheetAt = [&sheet](std::size_t x, std::size_t y) {
             return &sheet.samples[3 * (y * sheet.width + x)];
@@ -64,8 +64,10 @@ TEST_F(MosaicTest, SheetHasWhatConvertMakesWithEachBayerPattern) {
         std::set<std::string> pictures;
         std::size_t quadrant = 0;
         for (const std::string pattern : {"GRBG", "GBRG", "RGGB", "BGGR"}) {
-            ASSERT_EQ(Run("convert " + source + "-o tile.png --bayer " + pattern + (interpolate ? " -i" : "")).status,
-                      0);
+            ASSERT_EQ(
+                Run("convert " + source + "-o tile.png --bayer " + pattern + (interpolate ? "" : " --demosaic nearest"))
+                    .status,
+                0);
             const Bytes tile = DecodePng("tile.png").samples;
             pictures.insert({tile.begin(), tile.end()});
             std::vector<std::pair<std::size_t, std::size_t>> places;

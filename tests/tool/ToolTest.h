@@ -95,9 +95,14 @@ protected:
         return result;
     }
 
+    /// A command of the shell in the folder of the files; not on Windows.
+    int Shell(const std::string& command) const {
+        return std::system(("cd '" + (folder / "files").string() + "'; " + command).c_str());
+    }
+
     void Write(const std::string& name, const Bytes& bytes) const {
         std::ofstream file(folder / "files" / name, std::ios::binary);
-        for (const std::uint8_t byte : bytes) file.put(static_cast<char>(byte));
+        file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     }
     std::string ReadText(const std::string& name) const {
         std::ifstream file(folder / "files" / name, std::ios::binary);

@@ -24,7 +24,23 @@ constexpr Letter kR = {"####.", "#...#", "#...#", "####.", "#.#..", "#..#.", "#.
 constexpr Letter kG = {".###.", "#...#", "#....", "#.###", "#...#", "#...#", ".####"};
 constexpr Letter kB = {"####.", "#...#", "#...#", "####.", "#...#", "#...#", "####."};
 
-const Letter& LetterFor(char c) { return c == 'R' ? kR : c == 'G' ? kG : kB; }
+constexpr Letter kDigits[10] = {
+    {".###.", "#...#", "#..##", "#.#.#", "##..#", "#...#", ".###."},
+    {"..#..", ".##..", "..#..", "..#..", "..#..", "..#..", ".###."},
+    {".###.", "#...#", "....#", "..##.", ".#...", "#....", "#####"},
+    {"####.", "....#", "....#", ".###.", "....#", "....#", "####."},
+    {"...#.", "..##.", ".#.#.", "#..#.", "#####", "...#.", "...#."},
+    {"#####", "#....", "####.", "....#", "....#", "#...#", ".###."},
+    {".###.", "#....", "#....", "####.", "#...#", "#...#", ".###."},
+    {"#####", "....#", "...#.", "..#..", ".#...", ".#...", ".#..."},
+    {".###.", "#...#", "#...#", ".###.", "#...#", "#...#", ".###."},
+    {".###.", "#...#", "#...#", ".####", "....#", "....#", ".###."},
+};
+
+const Letter& LetterFor(char c) {
+    if (c >= '0' && c <= '9') return kDigits[c - '0'];
+    return c == 'R' ? kR : c == 'G' ? kG : kB;
+}
 
 std::size_t RowBytes(const ConvertedFrame& picture) { return std::size_t{3} * picture.width; }
 
@@ -57,7 +73,7 @@ ConvertedFrame ShrinkForSheet(const ConvertedFrame& frame) {
     std::uint32_t factor = 1;
     while (2 * std::size_t{frame.width / factor} + 3 * kGap > kMostWidth) ++factor;
 
-    const PictureRows rows(frame);
+    const PictureRows rows(frame, {});
     ConvertedFrame small = MakePicture(frame.width / factor, std::max(1U, frame.height / factor));
     std::vector<std::uint8_t> row(rows.GetRowSize());
     std::vector<std::uint64_t> sums(RowBytes(small));
@@ -80,10 +96,12 @@ ConvertedFrame ShrinkForSheet(const ConvertedFrame& frame) {
 }
 
 ConvertedFrame ArrangeSheet(const std::vector<SheetTile>& tiles) {
-    std::uint32_t cellWidth = tiles.front().picture.width;
-    for (const SheetTile& tile : tiles)
-        cellWidth = std::max(cellWidth, static_cast<std::uint32_t>(tile.label.size()) * kLetterPitch);
-    const std::uint32_t cellHeight = kLabelHeight + tiles.front().picture.height;
+    std::uint32_t cellWidth = 0, cellHeight = 0;
+    for (const SheetTile& tile : tiles) {
+        const auto labelWidth = static_cast<std::uint32_t>(tile.label.size()) * kLetterPitch;
+        cellWidth = std::max({cellWidth, tile.picture.width, labelWidth});
+        cellHeight = std::max(cellHeight, kLabelHeight + tile.picture.height);
+    }
     const auto tileRows = static_cast<std::uint32_t>((tiles.size() + 1) / 2);
 
     ConvertedFrame sheet = MakePicture(2 * (cellWidth + kGap) + kGap, tileRows * (cellHeight + kGap) + kGap);

@@ -10,7 +10,7 @@ namespace kyimg {
 
 /// One picture of a sheet.
 struct SheetTile {
-    std::string label;  ///< of the letters R, G and B
+    std::string label;  ///< of the letters R, G and B, and digits
     ConvertedFrame picture;
 };
 
@@ -18,7 +18,7 @@ struct SheetTile {
 /// is the mean of a square. The frame must be one of 8-bit colour samples.
 ConvertedFrame ShrinkForSheet(const ConvertedFrame& frame);
 
-/// An RGB24 picture with two tiles in a row, each below its label. All tiles must be RGB24 and of the same size.
+/// An RGB24 picture with two tiles in a row, each below its label. All tiles must be RGB24.
 ConvertedFrame ArrangeSheet(const std::vector<SheetTile>& tiles);
 
 }  // namespace kyimg

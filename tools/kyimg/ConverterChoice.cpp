@@ -21,7 +21,9 @@ std::int64_t TypeToConvertFrom(std::int64_t source, std::int64_t destination) {
 
 }  // namespace
 
-std::int64_t DefaultDestination(std::int64_t source) {
+std::int64_t DefaultDestination(std::int64_t source, bool keepsMosaic) {
+    const KyPixelType& type = *KyPixelTypeFactory::FindPixelType(source);
+    if (keepsMosaic && type.IsBayerPattern()) return type.GetPlainTypeID();
     if ((source & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_GRAYSCALE) return KY_TYPE_GRAYSCALE8;
     // A picture of 5-6-5 itself has all colours, while the library converts only the green.
     return source == KY_TYPE_RGB16 ? KY_TYPE_RGB16 : KY_TYPE_RGB24;

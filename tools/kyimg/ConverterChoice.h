@@ -8,7 +8,9 @@
 namespace kyimg {
 
 /// What a source becomes when the user does not say.
-std::int64_t DefaultDestination(std::int64_t source);
+///
+/// \param keepsMosaic  whether a Bayer mosaic is not demosaiced
+std::int64_t DefaultDestination(std::int64_t source, bool keepsMosaic = false);
 
 /// Throws Failure with the library's words when the library has no such converter.
 const KyPixelConverter& FindConverter(std::int64_t source, std::int64_t destination);

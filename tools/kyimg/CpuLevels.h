@@ -5,6 +5,9 @@
 
 namespace kyimg {
 
+/// Throws UsageError when the environment variable KYIMGLIB_CPU_LEVEL names no level. The library itself passes that over.
+void CheckCpuLevelVariable();
+
 /// Makes the level called `name` the one that conversions use. Throws UsageError when there is no such level, Failure
 /// when this CPU cannot run it.
 void ForceCpuLevel(const std::string& name);

@@ -1,6 +1,7 @@
 #include "FrameReader.h"
 
 #include "Errors.h"
+#include "SizeHints.h"
 
 #include <fmt/format.h>
 
@@ -28,8 +29,9 @@ void FrameReader::CheckInputSize(std::uint64_t available) const {
                                       source.Describe(), range.last * needed));
     } else if (available != needed) {
         const bool severalFrames = whole > 1 && available % needed == 0;
-        throw Failure(fmt::format("frame holds {} bytes, {} needs {}{}", available, source.Describe(), needed,
-                                  severalFrames ? fmt::format(" (for {} frames give {})", whole, severalHint) : ""));
+        throw Failure(fmt::format("frame holds {} bytes, {} needs {}{}{}", available, source.Describe(), needed,
+                                  severalFrames ? fmt::format(" (for {} frames give {})", whole, severalHint) : "",
+                                  ExplainSize(source, available)));
     }
 }
 

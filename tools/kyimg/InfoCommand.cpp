@@ -102,6 +102,11 @@ void PrintAsJson(const KyPixelType& type, const std::vector<Route>& routes, cons
 CLI::App* AddInfoCommand(CLI::App& app, InfoOptions& options) {
     CLI::App* const command =
         app.add_subcommand("info", "Explain a pixel type: its ID, names, memory layout, sizes, where it converts to");
+    command->footer(
+        "Examples:\n"
+        "  kyimg info BayerRG12Packed\n"
+        "  kyimg info 0x20010 --size 2592x1536     with the bytes of such a frame\n"
+        "  kyimg info YUYV --json");
     command
         ->add_option("TYPE", options.type,
                      "ID as 0x20010 or decimal, library name, or a name like BayerRG8 (PFNC),\n"

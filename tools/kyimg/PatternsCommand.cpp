@@ -4,8 +4,7 @@
 #include "Conversion.h"
 #include "Errors.h"
 #include "FrameReader.h"
-#include "OutputFile.h"
-#include "OutputFormat.h"
+#include "FrameWriter.h"
 #include "TypeNames.h"
 
 #include <KyImgLib/pixeltypes/KyPixelType.h>
@@ -31,16 +30,16 @@ void RunPatterns(const ConvertOptions& options) {
         throw UsageError(fmt::format("only Bayer mosaics have a Bayer pattern, not {}", DescribeType(type)));
     const Conversion any = WithPattern(options, "GRBG");
     const FrameRange range = ParseFrames(options.frames);
-    const OutputFormat format = FindOutputFormat(options.output, options.format);
-    if (format == OutputFormat::Raw) throw UsageError("a sheet is a picture: png and ppm can be written");
-    CheckOutput(options.output);
+    const FrameWriter writer(options, range);
+    if (writer.GetFormat() == OutputFormat::Raw) throw UsageError("a sheet is a picture: raw cannot be written");
+    writer.Check(any.DescribeDestination());
 
     FrameReader reader(options, any.GetSource(), range, "--frame N");
     reader.Next();
     std::vector<SheetTile> tiles;
     for (const char* const pattern : {"GRBG", "GBRG", "RGGB", "BGGR"})
         tiles.push_back({pattern, ShrinkForSheet(WithPattern(options, pattern).Convert(reader.GetFrame()))});
-    WriteOutput(options.output, Encode(format, ArrangeSheet(tiles)));
+    writer.Write(ArrangeSheet(tiles), reader.GetNumber());
     if (!options.quiet) any.PrintNotes();
 }
 

@@ -41,7 +41,7 @@ also as JSON.
   bytes have a fraction: 1.25 where four are in five. (`KyPixelType::GetPixelByteSize` tells whole bytes, two for these.)
 - **Normalized** samples are MSB-aligned in their words: scaled to the full range.
 - **Interlaced** images are two fields: {interlaced}.
-- **Lines** of an image may be any stride apart (`KyImage::stride`, `kyimg convert --line-bytes`): GStreamer pads them to four
+- **Lines** of an image may be any stride apart (`KyImage::stride`, `kyimg convert --stride`): GStreamer pads them to four
   bytes, V4L2 drivers to what the hardware likes. A line has no gaps, and of pixels that share bytes it has whole groups,
   also where the width is odd: pairs of packed pixels and of 4:2:2, groups of four of 4:1:1.
 

@@ -147,9 +147,9 @@ public:
         static constexpr BlockBytes kFirst = {{0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13}};
         static constexpr BlockBytes kSecond = {{2, 3, 2, 3, 6, 7, 6, 7, 10, 11, 10, 11, 14, 15, 14, 15}};
         const Colours colours = ColoursOf(samples.cbcr);
-        const V8 blueAndRed = hn::BitCast(D8(), colours.blueAndRed), green = hn::BitCast(D8(), colours.green);
+        const V8 blueAndRed = hn::BitCast(D8(), colours.blueAndRed), greens = hn::BitCast(D8(), colours.green);
         return Rounded(samples.y, Words(hn::TableLookupBytes(blueAndRed, LoadBlock(kSecond))),
-                       Words(hn::TableLookupBytes(green, LoadBlock(kFirst))),
+                       Words(hn::TableLookupBytes(greens, LoadBlock(kFirst))),
                        Words(hn::TableLookupBytes(blueAndRed, LoadBlock(kFirst))));
     }
 
@@ -192,9 +192,9 @@ private:
         return {hn::BitCast(D32(), blueAndRed), hn::BitCast(D32(), greens)};
     }
 
-    HWY_INLINE Planes16 Rounded(V16 y, V16 red, V16 green, V16 blue) const {
+    HWY_INLINE Planes16 Rounded(V16 y, V16 ofRed, V16 ofGreen, V16 ofBlue) const {
         const V16 luma = hn::Mul(y, hn::Set(D16(), YCbCrFactors::kLuma));
-        return {Rounded<0>(luma, red), Rounded<1>(luma, green), Rounded<2>(luma, blue)};
+        return {Rounded<0>(luma, ofRed), Rounded<1>(luma, ofGreen), Rounded<2>(luma, ofBlue)};
     }
     /// What is left of luma and colour above the excess, divided: not yet limited to a byte. No sum is beyond a word.
     template <int kChannel>
