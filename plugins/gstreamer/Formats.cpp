@@ -95,10 +95,8 @@ const Format* FindFormat(const std::vector<Format>& formats, const char* name) {
     return found == formats.end() ? nullptr : &*found;
 }
 
-bool HasColorimetry(std::int64_t type) { return (type & KY_COLOUR_SPACE_MASK) == KY_COLOUR_SPACE_YUV; }
-
 bool ApplyColorimetry(const GstVideoInfo& info, std::int64_t& type) {
-    if (!HasColorimetry(type)) return true;
+    if ((type & KY_COLOUR_SPACE_MASK) != KY_COLOUR_SPACE_YUV) return true;
     const GstVideoColorMatrix matrix = info.colorimetry.matrix;
     if (matrix != GST_VIDEO_COLOR_MATRIX_BT601 && matrix != GST_VIDEO_COLOR_MATRIX_BT709) return false;
     if (matrix == GST_VIDEO_COLOR_MATRIX_BT709) type |= KY_BT709;

@@ -24,9 +24,7 @@ const std::vector<Format>& BayerFormats();
 /// The one of that name; null when there is none.
 const Format* FindFormat(const std::vector<Format>& formats, const char* name);
 
-/// Whether a YCbCr type has variants for matrix and range.
-bool HasColorimetry(std::int64_t type);
-/// The variant of a type for the matrix and range in `info`. False where the library has no such variant.
+/// Makes a YCbCr type its variant for the matrix and range in `info`. False where the library has no such variant.
 bool ApplyColorimetry(const GstVideoInfo& info, std::int64_t& type);
 
 }  // namespace kygst
