@@ -155,11 +155,9 @@ public:
 
     HWY_INLINE Planes16 RGBOf(const OwnSamples& samples) const {
         const Colours even = ColoursOf(samples.cbcrOfEven), odd = ColoursOf(samples.cbcrOfOdd);
-        const auto inTurn = [](V32 ofOdd, V32 ofEven)
-                                HWY_ATTR { return hn::OddEven(hn::BitCast(D16(), ofOdd), hn::BitCast(D16(), ofEven)); };
-        return Rounded(samples.y, inTurn(odd.blueAndRed, hn::ShiftRight<16>(even.blueAndRed)),
-                       inTurn(hn::ShiftLeft<16>(odd.green), even.green),
-                       inTurn(hn::ShiftLeft<16>(odd.blueAndRed), even.blueAndRed));
+        return Rounded(samples.y, InTurn(hn::ShiftRight<16>(even.blueAndRed), odd.blueAndRed),
+                       InTurn(even.green, hn::ShiftLeft<16>(odd.green)),
+                       InTurn(even.blueAndRed, hn::ShiftLeft<16>(odd.blueAndRed)));
     }
 
 private:
@@ -190,6 +188,11 @@ private:
         const VI32 sum = green.SumOf(hn::Sub(cbcr, hn::Set(D16(), 128)), kGreenBias);
         const VI32 greens = hn::ShiftRight<kGreenShift>(hn::Add(sum, hn::Set(DI32(), greenOffset)));
         return {hn::BitCast(D32(), blueAndRed), hn::BitCast(D32(), greens)};
+    }
+
+    /// The lower words of one, the upper words of the other.
+    static HWY_INLINE V16 InTurn(V32 lower, V32 upper) {
+        return hn::OddEven(hn::BitCast(D16(), upper), hn::BitCast(D16(), lower));
     }
 
     HWY_INLINE Planes16 Rounded(V16 y, V16 ofRed, V16 ofGreen, V16 ofBlue) const {
