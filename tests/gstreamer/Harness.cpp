@@ -12,7 +12,12 @@ namespace {
 
 /// GStreamer is initialized before the first test.
 class Initialization : public testing::Environment {
-    void SetUp() override { gst_init(nullptr, nullptr); }
+    void SetUp() override {
+        // The plugin as it was built, and a list of plugins that is not the user's.
+        g_setenv("GST_PLUGIN_PATH", KYIMGLIB_PLUGIN_FOLDER, TRUE);
+        g_setenv("GST_REGISTRY", KYIMGLIB_PLUGIN_REGISTRY, TRUE);
+        gst_init(nullptr, nullptr);
+    }
 };
 
 const testing::Environment* const initialization = testing::AddGlobalTestEnvironment(new Initialization);
@@ -21,7 +26,7 @@ const testing::Environment* const initialization = testing::AddGlobalTestEnviron
 
 Element::Element(std::initializer_list<Property> properties) : bus(gst_bus_new()) {
     GstElement* const element = gst_element_factory_make("kyconvert", nullptr);
-    if (element == nullptr) throw std::runtime_error("no kyconvert: GST_PLUGIN_PATH must name its folder");
+    if (element == nullptr) throw std::runtime_error("no kyconvert in " KYIMGLIB_PLUGIN_FOLDER);
     gst_object_ref_sink(element);
     for (const auto& [name, value] : properties) gst_util_set_object_arg(G_OBJECT(element), name, value);
     gst_element_set_bus(element, bus);
